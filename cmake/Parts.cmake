@@ -1,0 +1,32 @@
+# kq_add_part(NAME FOLDER): the sources of one folder as the object library kq_part_NAME.
+# kq_add_library(): all parts together as the shared library kq_pdt and, for tests, benchmarks and fuzz targets that
+# reach behind the public headers, as the static library kq_pdt_internal.
+set_property(GLOBAL PROPERTY KQ_PARTS "")
+
+function(kq_add_part name folder)
+  file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/${folder}/*.cpp)
+  if(NOT sources)
+    return()
+  endif()
+  add_library(kq_part_${name} OBJECT ${sources})
+  target_include_directories(kq_part_${name} PUBLIC ${CMAKE_SOURCE_DIR})
+  target_link_libraries(kq_part_${name} PRIVATE kq_warnings)
+  set_property(GLOBAL APPEND PROPERTY KQ_PARTS kq_part_${name})
+endfunction()
+
+function(kq_add_library)
+  get_property(parts GLOBAL PROPERTY KQ_PARTS)
+  set(objects "")
+  foreach(part IN LISTS parts)
+    list(APPEND objects $<TARGET_OBJECTS:${part}>)
+  endforeach()
+  add_library(kq_pdt SHARED ${objects})
+  set_target_properties(kq_pdt PROPERTIES VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR})
+  target_include_directories(kq_pdt PUBLIC $<BUILD_INTERFACE:${CMAKE_SOURCE_DIR}>
+                                           $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/kq_pdt>)
+  target_compile_features(kq_pdt PUBLIC cxx_std_20)
+  target_link_libraries(kq_pdt PRIVATE ${CMAKE_DL_LIBS})
+  add_library(kq_pdt_internal STATIC ${objects})
+  target_include_directories(kq_pdt_internal PUBLIC ${CMAKE_SOURCE_DIR})
+  target_compile_features(kq_pdt_internal PUBLIC cxx_std_20)
+endfunction()

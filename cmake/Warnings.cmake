@@ -1,0 +1,10 @@
+# Warnings of every target of ours.
+add_library(kq_warnings INTERFACE)
+target_compile_options(kq_warnings INTERFACE -Wall -Wextra -Wpedantic -Wconversion)
+if(KQ_WERROR)
+  target_compile_options(kq_warnings INTERFACE -Werror)
+endif()
+if(KQ_SANITIZE)
+  add_compile_options(-fsanitize=${KQ_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  add_link_options(-fsanitize=${KQ_SANITIZE})
+endif()
