@@ -1,0 +1,261 @@
+#pragma once
+
+/// The configuration library without a window: compile a template, read a parameter file and a driver map file against
+/// it, look at what came out, and write both files again.
+///
+/// All texts are bytes in code page 1250 (platform/base/code_page.h turns them into UTF-8 and back). Nothing here reads
+/// or writes a file but the templates of the modules that `dll` values select. Lines and columns count from 1.
+///
+///     kq_cfg::CConfiguration configuration(options);
+///     configuration.Translate(template_text, par_text, dmf_text);
+///     if (configuration.Report().errors == 0) {
+///         const std::string formatted = configuration.ParText();
+///     }
+///
+/// A configuration belongs to one thread, and one thread uses one configuration at a time.
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "platform/base/export.h"
+
+namespace kq_cfg {
+
+/// The host that a configuration runs under. Without language and modules there is no host: no language tag of a
+/// template matches, and `dll` values list nothing.
+struct TOptions {
+    std::optional<std::uint32_t> language;  ///< index of the language: 0 CZ, 1 EN, 2 GE, 3 JP; 4 and more match no tag
+    std::optional<std::string> modules;     ///< directory of the modules that `dll` values list
+};
+
+/// What the compiler says of a template. Line and position stand behind the last token read, also without an error.
+struct TTemplateResult {
+    bool ok = false;
+    std::string message;  ///< empty without an error, and for the few errors that have no text
+    std::uint32_t line = 0;
+    std::uint32_t position = 0;
+};
+
+enum class TSeverity { kWarning, kError };
+
+/// One row of the message list.
+struct TMessage {
+    TSeverity severity = TSeverity::kError;
+    std::string text;
+    std::optional<std::uint32_t> line;
+    std::optional<std::uint32_t> column;
+};
+
+/// A box that the work would have shown to a user.
+struct TMessageBox {
+    std::string title;
+    std::vector<std::string> lines;  ///< always three
+    bool stop = false;               ///< it carries the stop icon
+};
+
+/// What a translation or a compile had to say, in the order in which it was said.
+struct TReport {
+    TTemplateResult result;
+    std::vector<TMessage> messages;
+    std::uint32_t errors = 0;
+    std::uint32_t warnings = 0;
+    std::vector<TMessageBox> boxes;
+    /// The line of the driver map file at which the table's reader ended before the end of the text; the channels from
+    /// there on are kept aside and come back when the file is written.
+    std::optional<std::uint32_t> dmf_end;
+
+    /// True if the template compiled and neither an error nor a box with the stop icon was reported.
+    bool Good() const;
+};
+
+/// One range of the table of channels.
+struct TChannel {
+    std::uint32_t first = 0;
+    std::uint32_t last = 0;
+    std::optional<std::string> type;       ///< the type word; none if undefined
+    std::optional<std::string> direction;  ///< the direction word; none if undefined
+    bool defined = false;
+    bool type_free = false;
+    bool direction_free = false;
+    std::string name;
+};
+
+enum class TValueKind { kNone, kText, kNumber, kBool, kNewChannel, kUndefined };
+
+/// A value of a variable or of an expression.
+struct TValue {
+    TValueKind kind = TValueKind::kNone;
+    std::string text;
+    std::uint32_t number = 0;
+    bool truth = false;
+};
+
+using TVariables = std::vector<std::pair<std::string, TValue>>;  ///< ascending by name, in byte order
+
+enum class TExprKind { kNumber, kText, kBool, kUndefined, kVariable, kNewChannel, kOperator };
+
+/// A node of an expression. Nodes that only lead down to their one child are left out.
+struct TExpr {
+    TExprKind kind = TExprKind::kUndefined;
+    std::uint32_t number = 0;
+    bool truth = false;
+    std::string text;             ///< a text; the name of a variable; an operator as written, "not", or "neg" for -x
+    std::vector<TExpr> operands;  ///< the argument of new_channel; one or two operands of an operator, left first
+};
+
+/// A row that turns a text into a type or direction word.
+struct TMapRow {
+    std::string text;
+    std::string word;
+};
+
+/// A row of a channel group: the word that counts while the condition holds.
+struct TConditionRow {
+    std::string word;
+    TExpr condition;
+};
+
+struct TOptionEntry {
+    std::string text;
+    std::string label;
+};
+
+enum class TItemKind { kConst, kNumber, kString, kOptions, kDll, kVariable, kGroup };
+
+/// A value item or a channel group of a template. The lower part belongs to some kinds only.
+struct TItem {
+    TItemKind kind = TItemKind::kConst;
+    std::string none_text;
+    std::string comment;
+    std::vector<std::string> roles;  ///< ch_type, ch_from, ch_to, ch_number, ch_direction, ch_count, read_all
+    bool optional = false;
+    bool undefined = false;
+    bool case_sensitive = true;
+    std::optional<std::string> id;
+    std::optional<TExpr> enable_if;
+    std::vector<TMapRow> type_map;
+    std::vector<TMapRow> direction_map;
+    std::optional<std::string> type_variable;
+    std::optional<std::string> direction_variable;
+    std::optional<std::uint32_t> fixed_count;
+
+    std::string text;                       ///< const: the text; string: the value; variable: the variable's name
+    std::uint32_t number = 0;               ///< number: the value
+    std::uint32_t range_from = 0;           ///< number
+    std::uint32_t range_to = 0;             ///< number
+    std::string label;                      ///< number, string, options, dll
+    std::string bubble;                     ///< number, string, options, dll
+    std::optional<TExpr> default_value;     ///< number, string
+    std::vector<TOptionEntry> entries;      ///< options
+    std::optional<std::uint32_t> selected;  ///< options: index from 0
+    std::vector<std::string> procedures;    ///< dll
+    std::optional<TExpr> from;              ///< group
+    std::optional<TExpr> to;                ///< group
+    std::optional<std::vector<TConditionRow>> type_rows;       ///< group
+    std::optional<std::vector<TConditionRow>> direction_rows;  ///< group
+};
+
+struct TPar {
+    std::vector<TItem> items;
+    bool write_if_all = false;
+    std::optional<std::string> line_variable;
+};
+
+/// What sections and keys have in common.
+struct TNode {
+    std::vector<std::string> flags;  ///< required, multiple, module, channels, unrecognised
+    std::optional<std::vector<TItem>> name;
+    bool write_if_all = false;
+    std::optional<std::string> line_variable;
+    TVariables variables;
+    std::vector<TItem> groups;
+};
+
+struct TKey : TNode {
+    std::string label;
+    std::vector<TPar> pars;
+};
+
+struct TSection : TNode {
+    std::optional<std::string> depend_on;
+    std::vector<TKey> keys;
+};
+
+/// What a template declares, as far as it was read.
+struct TTemplate {
+    TReport report;
+    bool no_channels = false;
+    bool can_add_multiple = false;
+    std::vector<std::string> keywords;
+    std::vector<TChannel> channels;
+    TVariables variables;
+    std::vector<TSection> sections;
+};
+
+/// The result of one expression.
+struct TEvaluation {
+    bool ok = false;
+    std::string message;
+    TValue value;  ///< only if ok
+    TExpr tree;    ///< only if ok
+};
+
+/// One item of a match, with the text that it prints.
+struct TMatchItem {
+    TItemKind kind = TItemKind::kConst;
+    std::optional<std::string> text;  ///< none if the item prints nothing
+};
+
+struct TMatch {
+    bool ok = false;  ///< the value list compiled
+    std::string message;
+    bool matched = false;
+    std::vector<TMatchItem> items;  ///< in the order of the match
+};
+
+/// One session with a template, a parameter file and a driver map file.
+class KQ_API CConfiguration {
+public:
+    explicit CConfiguration(const TOptions &options);
+    ~CConfiguration();
+    CConfiguration(const CConfiguration &) = delete;
+    CConfiguration &operator=(const CConfiguration &) = delete;
+
+    /// From text to model: clears everything, reads the driver map file into the table of channels, compiles the
+    /// template and, if it compiled, reads the parameter file. Report() tells what happened.
+    void Translate(std::string_view template_text, std::string_view par_text, std::string_view dmf_text);
+    /// The same as the repair of a driver map file does it: no driver map file is read, so the table holds afterwards
+    /// what template and parameter file define, and nothing else.
+    void TranslateForRepair(std::string_view template_text, std::string_view par_text);
+    /// What the last translation said; a cleared report before the first one.
+    const TReport &Report() const;
+
+    /// The model written out as a parameter file. Empty before a translation.
+    std::string ParText() const;
+    /// The table of channels written out as a driver map file.
+    std::string DmfText() const;
+    /// The table of channels, ascending.
+    std::vector<TChannel> Channels() const;
+
+private:
+    struct TState;
+    std::unique_ptr<TState> state_;
+};
+
+/// Compiles a template and tells what it declares. dmf_text, if not empty, is read into the table of channels first.
+KQ_API TTemplate DescribeTemplate(const TOptions &options, std::string_view template_text, std::string_view dmf_text);
+
+/// Evaluates one expression of the template language. Each variable is declared in the root scope first, with its value
+/// (kUndefined declares it without one). Text behind the expression is an error.
+KQ_API TEvaluation EvaluateExpression(std::string_view expression, const TVariables &variables);
+
+/// Matches a text against a value list of the template language, written as behind `name =`. Text behind the list is an
+/// error.
+KQ_API TMatch MatchValueList(std::string_view value_list, std::string_view text);
+
+}  // namespace kq_cfg
