@@ -1,0 +1,32 @@
+# The headers that are installed: what other programs may include, and what these headers include in their turn.
+# The target kq_public_headers copies exactly these to a folder of their own and compiles each by itself, so that a
+# header that leans on another one's includes, or on one that isn't in the list, breaks the build.
+set(KQ_PUBLIC_HEADERS
+    configurator/kq_cfg.h
+    driver/kq_def.h
+    driver/kq_drv.h
+    platform/base/bounded_text.h
+    platform/base/code_page.h
+    platform/base/dynamic_string.h
+    platform/base/export.h
+    scanner/par_scanner.h)
+
+foreach(header IN LISTS KQ_PUBLIC_HEADERS)
+  if(NOT EXISTS ${CMAKE_SOURCE_DIR}/${header})
+    list(REMOVE_ITEM KQ_PUBLIC_HEADERS ${header})
+  endif()
+endforeach()
+
+function(kq_check_public_headers)
+  set(staged ${CMAKE_BINARY_DIR}/public_headers)
+  set(sources "")
+  foreach(header IN LISTS KQ_PUBLIC_HEADERS)
+    configure_file(${CMAKE_SOURCE_DIR}/${header} ${staged}/include/${header} COPYONLY)
+    string(MAKE_C_IDENTIFIER ${header} name)
+    file(CONFIGURE OUTPUT ${staged}/${name}.cpp CONTENT "#include \"${header}\"\n")
+    list(APPEND sources ${staged}/${name}.cpp)
+  endforeach()
+  add_library(kq_public_headers OBJECT ${sources})
+  target_include_directories(kq_public_headers PRIVATE ${staged}/include)
+  target_link_libraries(kq_public_headers PRIVATE kq_warnings)
+endfunction()
