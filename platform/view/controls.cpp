@@ -1,0 +1,76 @@
+#include "platform/view/controls.h"
+
+#include <algorithm>
+
+#include "platform/base/number_text.h"
+
+void CComboBox::AppendEntry(std::string_view text) {
+    entries_.emplace_back(text);
+    Changed(EViewChange::Content);
+}
+
+std::string_view CComboBox::Entry(std::size_t place) const {
+    return place == 0 || place > entries_.size() ? std::string_view() : entries_[place - 1].View();
+}
+
+void CComboBox::Select(std::size_t place) {
+    selected_ = place > entries_.size() ? 0 : place;
+    text_ = Entry(selected_);
+    Changed(EViewChange::Content);
+}
+
+void CComboBox::SetText(std::string_view text) {
+    if (mode_ == EMode::FreeText) {
+        selected_ = 0;
+        text_ = text;
+        Changed(EViewChange::Content);
+    }
+}
+
+bool CComboBox::UserSelect(std::size_t place) {
+    if (place == 0 || place > entries_.size()) {
+        return false;
+    }
+    Select(place);
+    return true;
+}
+
+bool CComboBox::UserType(std::string_view text) {
+    SetText(text);
+    return mode_ == EMode::FreeText;
+}
+
+CIntegerCountBox::CIntegerCountBox(std::uint32_t value, std::uint32_t from, std::uint32_t to)
+    : value_(value), from_(from), to_(to < from || (from == 0 && to == 0) ? UINT32_MAX : to) {}
+
+void CIntegerCountBox::SetValue(std::uint32_t value) {
+    value_ = value;
+    Changed(EViewChange::Content);
+}
+
+bool CIntegerCountBox::UserSet(std::uint32_t value) {
+    if (value < from_ || value > to_) {
+        return false;
+    }
+    SetValue(value);
+    return true;
+}
+
+bool CIntegerCountBox::UserType(std::string_view text) {
+    std::uint32_t number = 0;
+    return kq_base::ParseDecimal(text, number) && UserSet(number);
+}
+
+bool CIntegerCountBox::UserStepUp() { return value_ < to_ && UserSet(std::max(value_ + 1, from_)); }
+
+bool CIntegerCountBox::UserStepDown() { return value_ > from_ && UserSet(std::min(value_ - 1, to_)); }
+
+void CEditBox::SetText(std::string_view text) {
+    text_ = text;
+    Changed(EViewChange::Content);
+}
+
+bool CEditBox::UserType(std::string_view text) {
+    SetText(text);
+    return true;
+}

@@ -1,0 +1,76 @@
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "platform/base/export.h"
+
+/// A place on the screen or within a parent, in the units of whoever shows it.
+struct TRect {
+    std::int32_t x = 0;
+    std::int32_t y = 0;
+    std::int32_t width = 0;
+    std::int32_t depth = 0;
+
+    friend bool operator==(const TRect &left, const TRect &right) = default;
+};
+
+/// What changed in a view, as its peer is told.
+enum class EViewChange : std::uint8_t {
+    Content,    ///< text, entries, selection or value
+    Cursor,     ///< the place of the cursor
+    FitCursor,  ///< the cursor is to be scrolled into sight
+    Colors,     ///< words or their colours
+    Area,       ///< the rectangle
+};
+
+class CView;
+
+/// What shows a view: told what changed, it reads the view's state and draws. A view works the same without one.
+class KQ_API CViewPeer {
+public:
+    virtual ~CViewPeer();
+    virtual void ViewChanged(CView &view, EViewChange change) = 0;
+    /// An area of the view, in the view's own coordinates, has to be drawn anew.
+    virtual void AreaInvalidated(CView &view, const TRect &area) = 0;
+};
+
+/// The state that every view has: its place and its parent. A parent doesn't own its children; whichever of the two
+/// ends first takes itself out of the other.
+class KQ_API CView {
+public:
+    CView() = default;
+    CView(const CView &) = delete;
+    CView &operator=(const CView &) = delete;
+    /// The area that the view covered in its parent is drawn anew.
+    virtual ~CView();
+
+    const TRect &Rect() const { return rect_; }
+    /// Moves the view within its parent.
+    void NewRect(const TRect &rect);
+
+    CView *Parent() const { return parent_; }
+    /// Puts a view into this one, in front of the others; it leaves the parent that it had.
+    void Register(CView &child);
+    /// Takes a view out of this one and has the area that it covered drawn anew. Nothing if it isn't in here.
+    void Forget(CView &child);
+    /// The views in this one, the foremost last.
+    const std::vector<CView *> &Children() const { return children_; }
+
+    /// An area in this view's own coordinates has to be drawn anew.
+    virtual void InvalidateRect(const TRect &area);
+
+    /// The view's peer, not owned; null takes it away.
+    void SetPeer(CViewPeer *peer) { peer_ = peer; }
+    CViewPeer *Peer() const { return peer_; }
+
+protected:
+    /// Tells the peer, if there is one.
+    void Changed(EViewChange change);
+
+private:
+    TRect rect_;
+    CView *parent_ = nullptr;
+    std::vector<CView *> children_;
+    CViewPeer *peer_ = nullptr;
+};
