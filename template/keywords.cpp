@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstddef>
+#include <cstring>
 
 // Every identifier of a template is looked up here, so the look-up is one step: the length and three letters give a
 // slot, and at most one keyword stands in a slot. That no two words meet is checked while this file is compiled.
@@ -115,6 +116,31 @@ constexpr TSlots MakeSlots() {
 constexpr TSlots kSlots = MakeSlots();
 static_assert(kSlots.perfect, "two keywords share a slot, or one is out of bounds: choose other factors");
 
+template <typename TBlock>
+bool SameBlock(const char *left, const char *right) {
+    TBlock left_block;
+    TBlock right_block;
+    std::memcpy(&left_block, left, sizeof(TBlock));
+    std::memcpy(&right_block, right, sizeof(TBlock));
+    return left_block == right_block;
+}
+
+// Two overlapping blocks cover a length between one and two blocks.
+template <typename TBlock>
+bool SameEnds(const char *left, const char *right, std::size_t length) {
+    const std::size_t tail = length - sizeof(TBlock);
+    return SameBlock<TBlock>(left, right) && SameBlock<TBlock>(left + tail, right + tail);
+}
+
+// A call of the library's comparison would cost more than all the rest of the look-up.
+bool SameLetters(const char *left, const char *right, std::size_t length) {
+    if (length >= 8) {
+        return SameEnds<std::uint64_t>(left, right, length) &&
+               (length <= 16 || SameBlock<std::uint64_t>(left + 8, right + 8));
+    }
+    return length >= 4 ? SameEnds<std::uint32_t>(left, right, length) : SameEnds<std::uint16_t>(left, right, length);
+}
+
 }  // namespace
 
 std::uint32_t FindKeyword(std::string_view word) {
@@ -122,7 +148,10 @@ std::uint32_t FindKeyword(std::string_view word) {
         return 0;
     }
     const std::uint8_t row = kSlots.row[Slot(word)];
-    return row != kEmptySlot && kWords[row] == word ? kFirstKeyword + row : 0;
+    if (row == kEmptySlot || kWords[row].size() != word.size()) {
+        return 0;
+    }
+    return SameLetters(kWords[row].data(), word.data(), word.size()) ? kFirstKeyword + row : 0;
 }
 
 std::string_view KeywordText(std::uint32_t code) {
