@@ -15,7 +15,7 @@
 /// A list of texts of which one is selected, or, with free text, a text that may also be typed.
 class KQ_API CComboBox : public CView {
 public:
-    enum class EMode : std::uint8_t { List, FreeText };
+    enum class EMode : std::uint8_t { list, freeText };
 
     explicit CComboBox(EMode mode) : mode_(mode) {}
 

@@ -18,7 +18,7 @@ void CView::NewRect(const TRect &rect) {
         return;
     }
     rect_ = rect;
-    Changed(EViewChange::Area);
+    Changed(EViewChange::area);
 }
 
 void CView::Register(CView &child) {

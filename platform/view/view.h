@@ -17,11 +17,11 @@ struct TRect {
 
 /// What changed in a view, as its peer is told.
 enum class EViewChange : std::uint8_t {
-    Content,    ///< text, entries, selection or value
-    Cursor,     ///< the place of the cursor
-    FitCursor,  ///< the cursor is to be scrolled into sight
-    Colors,     ///< words or their colours
-    Area,       ///< the rectangle
+    content,    ///< text, entries, selection or value
+    cursor,     ///< the place of the cursor
+    fitCursor,  ///< the cursor is to be scrolled into sight
+    colors,     ///< words or their colours
+    area,       ///< the rectangle
 };
 
 class CView;

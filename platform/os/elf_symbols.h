@@ -1,0 +1,41 @@
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+#include "platform/base/export.h"
+
+namespace kq_os {
+
+/// The names that a shared library in the ELF format exports, read from the bytes of its file as the system's loader
+/// would: through the dynamic segment and its hash table. Little endian, words of 32 or 64 bits, for any processor. The
+/// bytes are not trusted: whatever they hold, nothing outside them is read and every walk ends.
+class KQ_API CElfSymbols {
+public:
+    /// Finds the tables. False if the bytes aren't a whole shared library; nothing is exported then. The bytes have to
+    /// stay as long as this object is asked.
+    bool Open(std::string_view image);
+    /// True if the library defines and exports the name; names that it only uses don't count.
+    bool Exports(std::string_view name) const;
+
+private:
+    enum class EHash : std::uint8_t { none, gnu, classic };
+
+    template <typename TFormat>
+    bool OpenAs();
+    template <typename TFormat>
+    bool FindInGnuHash(std::string_view name) const;
+    template <typename TFormat>
+    bool FindInClassicHash(std::string_view name) const;
+    template <typename TFormat>
+    bool IsExported(std::uint64_t index, std::string_view name) const;
+
+    std::string_view image_;
+    bool wide_ = false;          ///< words of 64 bits
+    EHash hash_ = EHash::none;   ///< none as long as nothing is open
+    std::uint64_t hash_at_ = 0;  ///< the tables' places in the file
+    std::uint64_t symbols_at_ = 0;
+    std::string_view strings_;
+};
+
+}  // namespace kq_os
