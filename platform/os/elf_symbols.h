@@ -3,14 +3,12 @@
 #include <cstdint>
 #include <string_view>
 
-#include "platform/base/export.h"
-
 namespace kq_os {
 
 /// The names that a shared library in the ELF format exports, read from the bytes of its file as the system's loader
 /// would: through the dynamic segment and its hash table. Little endian, words of 32 or 64 bits, for any processor. The
 /// bytes are not trusted: whatever they hold, nothing outside them is read and every walk ends.
-class KQ_API CElfSymbols {
+class CElfSymbols {
 public:
     /// Finds the tables. False if the bytes aren't a whole shared library; nothing is exported then. The bytes have to
     /// stay as long as this object is asked.

@@ -4,14 +4,13 @@
 #include <string>
 #include <string_view>
 
-#include "platform/base/export.h"
 #include "platform/os/elf_symbols.h"
 
 namespace kq_os {
 
 /// A look at a module's file for the names that it exports. Nothing of the module is loaded or run. The file stays
 /// mapped, not open, as long as this object lives; nobody may cut it shorter during that time.
-class KQ_API CModuleNames {
+class CModuleNames {
 public:
     CModuleNames() = default;
     CModuleNames(const CModuleNames &) = delete;

@@ -6,14 +6,13 @@
 #include <vector>
 
 #include "platform/base/bounded_text.h"
-#include "platform/base/export.h"
 #include "platform/view/view.h"
 
 /// The controls in which a cell of a sheet is edited. What a person does arrives through the operations named User...,
 /// whoever's hand it is; they give false, and change nothing, where the control wouldn't let a person do that.
 
 /// A list of texts of which one is selected, or, with free text, a text that may also be typed.
-class KQ_API CComboBox : public CView {
+class CComboBox : public CView {
 public:
     enum class EMode : std::uint8_t { list, freeText };
 
@@ -48,7 +47,7 @@ private:
 };
 
 /// A whole number with steps up and down. The program may give it any value; a person stays within the limits.
-class KQ_API CIntegerCountBox : public CView {
+class CIntegerCountBox : public CView {
 public:
     /// The limits are included. From 0 to 0 there are none; a `to` below `from` means no upper one.
     CIntegerCountBox(std::uint32_t value, std::uint32_t from, std::uint32_t to);
@@ -74,7 +73,7 @@ private:
 };
 
 /// A line of text of at most 255 characters; longer ones are cut.
-class KQ_API CEditBox : public CView {
+class CEditBox : public CView {
 public:
     explicit CEditBox(std::string_view text) : text_(text) {}
 

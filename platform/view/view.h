@@ -3,8 +3,6 @@
 #include <cstdint>
 #include <vector>
 
-#include "platform/base/export.h"
-
 /// A place on the screen or within a parent, in the units of whoever shows it.
 struct TRect {
     std::int32_t x = 0;
@@ -27,7 +25,7 @@ enum class EViewChange : std::uint8_t {
 class CView;
 
 /// What shows a view: told what changed, it reads the view's state and draws. A view works the same without one.
-class KQ_API CViewPeer {
+class CViewPeer {
 public:
     virtual ~CViewPeer();
     virtual void ViewChanged(CView &view, EViewChange change) = 0;
@@ -37,7 +35,7 @@ public:
 
 /// The state that every view has: its place and its parent. A parent doesn't own its children; whichever of the two
 /// ends first takes itself out of the other.
-class KQ_API CView {
+class CView {
 public:
     CView() = default;
     CView(const CView &) = delete;
