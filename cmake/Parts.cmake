@@ -12,7 +12,7 @@ function(kq_add_part name folder)
   target_include_directories(kq_part_${name} PUBLIC ${CMAKE_SOURCE_DIR})
   target_link_libraries(kq_part_${name} PRIVATE kq_warnings)
   if(CMAKE_SIZEOF_VOID_P EQUAL 4)
-    # Files above 2 GiB, and files with numbers above 32 bits, can be looked at.
+    # Files above 2 GiB can be read and sized, and inode numbers above 32 bits are no error.
     target_compile_definitions(kq_part_${name} PRIVATE _FILE_OFFSET_BITS=64)
   endif()
   set_property(GLOBAL APPEND PROPERTY KQ_PARTS kq_part_${name})

@@ -17,7 +17,7 @@ if(count LESS 10)
 endif()
 foreach(symbol IN LISTS symbols)
   string(REGEX REPLACE "^[0-9a-f]* . " "" name "${symbol}")
-  if(NOT name MATCHES "^(.* for )?(kq_base|kq_cfg|kq_def|kq_drv|kq_pdt|kq_pdt_|par_scanner)::"
+  if(NOT name MATCHES "^(.* for )?(kq_base|kq_cfg|kq_def|kq_drv|kq_os|kq_pdt|kq_pdt_|par_scanner)::"
      AND NOT name MATCHES "^(CreateDriverConfigurator|KQDriverCallbackW?|OpenEditor|KQ_PDT_1)")
     message(SEND_ERROR "shows ${name}")
   endif()
