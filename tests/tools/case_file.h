@@ -1,0 +1,32 @@
+#pragma once
+
+#include <filesystem>
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+/// The cases of tests/cases, as its README.md describes them.
+
+/// A file's name and its bytes.
+using TCaseFiles = std::map<std::string, std::string>;
+
+/// One `--- run` with what has to come out of it. Expected texts are UTF-8 with plain line ends.
+struct TCaseRun {
+    int line = 0;  ///< in the case file
+    TCaseFiles files;
+    std::vector<std::string> arguments;
+    std::string input;
+    int exit_code = 0;
+    std::map<std::string, std::string> outputs;  ///< by JSON pointer; "" is the whole output
+    std::optional<std::string> errors;
+    std::map<std::string, std::optional<std::string>> left_files;  ///< none: the file must not be there
+};
+
+struct TCase {
+    std::string title;
+    std::vector<TCaseRun> runs;
+};
+
+/// Reads a file of cases. A mistake in it gives its place and ends the reading.
+bool ReadCases(const std::filesystem::path &path, std::vector<TCase> &cases, std::string &mistake);

@@ -1,0 +1,143 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <nlohmann/json.hpp>
+
+#include "platform/base/code_page.h"
+#include "tests/tools/case_file.h"
+#include "tests/tools/difference.h"
+#include "tests/tools/run_program.h"
+#include "tests/tools/temporary_directory.h"
+
+namespace {
+
+using TJson = nlohmann::ordered_json;
+
+const std::string kRoot = std::string(KQ_SOURCE_DIR) + "/";
+
+std::vector<std::filesystem::path> CaseFiles() {
+    std::vector<std::filesystem::path> paths;
+    for (const auto &entry : std::filesystem::directory_iterator(kRoot + "tests/cases")) {
+        if (entry.path().extension() == ".txt") {
+            paths.push_back(entry.path());
+        }
+    }
+    std::sort(paths.begin(), paths.end());
+    return paths;
+}
+
+void Replace(std::string &text, const std::string &what, const std::string &with) {
+    for (std::size_t at = text.find(what); at != std::string::npos; at = text.find(what, at + with.size())) {
+        text.replace(at, what.size(), with);
+    }
+}
+
+/// A text that came out, as the case files show texts.
+std::string Shown(std::string text) {
+    Replace(text, "\r\n", "\n");
+    Replace(text, "\r", "\\r");
+    Replace(text, kRoot, "@");
+    if (!text.empty() && text.back() != '\n') {
+        text += "\n\\ no line end\n";
+    }
+    return text;
+}
+
+/// A JSON text, or the part of it that a pointer names, in a layout that puts differences into few lines.
+std::string JsonLayout(const std::string &text, const std::string &pointer) {
+    TJson json = TJson::parse(text, nullptr, false);
+    if (json.is_discarded()) {
+        return "no JSON:\n" + text;
+    }
+    const TJson::json_pointer part(pointer);
+    return json.contains(part) ? json[part].dump(1) + "\n" : "nothing at " + pointer + "\n";
+}
+
+/// Runs the runs of one case in the current directory and tells what came otherwise than expected.
+class CCaseCheck {
+public:
+    std::string Check(const TCase &each) {
+        for (const TCaseRun &run : each.runs) {
+            Check(run);
+        }
+        return wrong_.empty() ? "" : "=== " + each.title + "\n" + wrong_;
+    }
+
+private:
+    static bool Has(const TCaseRun &run, const char *argument) {
+        return std::find(run.arguments.begin(), run.arguments.end(), argument) != run.arguments.end();
+    }
+
+    void Expect(const TCaseRun &run, const std::string &what, const std::string &due, const std::string &came) {
+        const std::string difference = Difference(due, came);
+        if (!difference.empty()) {
+            wrong_ += "line " + std::to_string(run.line) + ", " + what + ":\n" + difference;
+        }
+    }
+
+    void Check(const TCaseRun &run) {
+        for (const auto &[name, bytes] : run.files) {
+            WriteBytes(name, bytes);
+        }
+        std::vector<std::string> arguments = run.arguments;
+        for (std::string &argument : arguments) {
+            if (argument.starts_with('@')) {
+                argument.replace(0, 1, kRoot);
+            }
+        }
+        const TRunResult result = RunProgram(arguments, run.input);
+        Expect(run, "exit code", std::to_string(run.exit_code), std::to_string(result.exit_code));
+        CheckOutput(run, result.output);
+        if (run.errors) {
+            Expect(run, "standard error", *run.errors, Shown(result.errors));
+        } else if (Has(run, "--json") && run.exit_code != 2) {
+            Expect(run, "standard error", "", Shown(result.errors));
+        }
+        for (const auto &[name, text] : run.left_files) {
+            const bool there = std::filesystem::exists(name);
+            Expect(run, "existence of " + name, text ? "yes" : "no", there ? "yes" : "no");
+            Expect(run, name, text.value_or(""), Shown(kq_base::ToUtf8(ReadBytes(name))));
+        }
+    }
+
+    void CheckOutput(const TCaseRun &run, const std::string &output) {
+        const bool json = Has(run, "--json");
+        const bool produced = !json && (Has(run, "format") || Has(run, "dmf"));
+        for (const auto &[pointer, text] : run.outputs) {
+            if (json) {
+                Expect(run, "JSON " + pointer, JsonLayout(text, ""), JsonLayout(output, pointer));
+            } else {
+                Expect(run, "standard output", text, Shown(produced ? kq_base::ToUtf8(output) : output));
+            }
+        }
+    }
+
+    std::string wrong_;
+};
+
+class CCases : public testing::TestWithParam<std::filesystem::path> {};
+
+TEST_P(CCases, ComeOutAsWritten) {
+    std::vector<TCase> cases;
+    std::string mistake;
+    ASSERT_TRUE(ReadCases(GetParam(), cases, mistake)) << mistake;
+    for (const TCase &each : cases) {
+        const CTemporaryDirectory directory;
+        const std::string wrong = CCaseCheck().Check(each);
+        if (!wrong.empty()) {
+            ADD_FAILURE_AT(GetParam().c_str(), each.runs.front().line) << wrong;
+        }
+    }
+}
+
+std::string NameOf(const testing::TestParamInfo<std::filesystem::path> &info) {
+    std::string name = info.param.stem().string();
+    std::replace_if(
+        name.begin(), name.end(), [](unsigned char character) { return std::isalnum(character) == 0; }, '_');
+    return name;
+}
+
+INSTANTIATE_TEST_SUITE_P(Files, CCases, testing::ValuesIn(CaseFiles()), NameOf);
+
+}  // namespace

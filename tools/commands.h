@@ -1,0 +1,18 @@
+#pragma once
+
+#include "tools/arguments.h"
+#include "tools/console.h"
+
+/// The commands of the program. Each does its work and gives the exit code; what it writes to the console's output is
+/// checked by the caller.
+using TCommand = int (*)(const TArguments &arguments, TConsole &console);
+
+int RunCheck(const TArguments &arguments, TConsole &console);
+int RunFormat(const TArguments &arguments, TConsole &console);
+int RunChannels(const TArguments &arguments, TConsole &console);
+int RunDmf(const TArguments &arguments, TConsole &console);
+int RunTemplate(const TArguments &arguments, TConsole &console);
+int RunEval(const TArguments &arguments, TConsole &console);
+int RunMatch(const TArguments &arguments, TConsole &console);
+int RunScan(const TArguments &arguments, TConsole &console);
+int RunTokens(const TArguments &arguments, TConsole &console);

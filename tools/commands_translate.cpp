@@ -1,0 +1,152 @@
+#include <algorithm>
+#include <optional>
+
+#include "configurator/kq_cfg.h"
+#include "tools/channel_table.h"
+#include "tools/commands.h"
+#include "tools/diagnostics.h"
+#include "tools/files.h"
+#include "tools/host_options.h"
+#include "tools/json_report.h"
+#include "tools/progress.h"
+#include "tools/report_text.h"
+
+using kq_cfg::CConfiguration;
+using kq_cfg::TReport;
+
+namespace {
+
+/// A configuration that was translated from the files of the command line.
+class CTranslation {
+public:
+    /// False if a file can't be read; the reason has been told then.
+    bool Read(const TArguments &arguments, TConsole &console, bool with_dmf) {
+        bool read = ReadSource(console, arguments.pdt, sources_.pdt);
+        read = ReadSource(console, arguments.par, sources_.par) && read;
+        if (with_dmf && arguments.dmf) {
+            read = ReadSource(console, *arguments.dmf, sources_.dmf) && read;
+        }
+        return read && MakeHostOptions(arguments, console, options_);
+    }
+
+    /// From text to model, without the driver map file if this is a repair of it. Tells people what there was to tell.
+    void Translate(const TArguments &arguments, TConsole &console, bool repair) {
+        configuration_.emplace(options_);
+        {
+            const CProgress progress(console, "Translating " + sources_.par.Name());
+            if (repair) {
+                configuration_->TranslateForRepair(sources_.pdt.Text(), sources_.par.Text());
+            } else {
+                configuration_->Translate(sources_.pdt.Text(), sources_.par.Text(), sources_.dmf.Text());
+            }
+        }
+        if (!arguments.json) {
+            PrintReport(console, sources_, Report());
+        }
+    }
+
+    const CConfiguration &Configuration() const { return *configuration_; }
+    const TReport &Report() const { return configuration_->Report(); }
+    const TSources &Sources() const { return sources_; }
+    int ExitCode() const { return Report().Good() ? kDone : kInputErrors; }
+
+private:
+    TSources sources_;
+    kq_cfg::TOptions options_;
+    std::optional<CConfiguration> configuration_;
+};
+
+/// Hands out a text that was made: into a file, as part of the JSON value, or as it is. Without a text only the JSON
+/// value goes out. False if the file can't be written.
+bool HandOut(const TArguments &arguments, TConsole &console, const TReport &report,
+             const std::optional<std::string> &text) {
+    const bool into_file = arguments.output && *arguments.output != kStandardInput;
+    if (text && into_file && !SaveText(console, *arguments.output, *text)) {
+        return false;
+    }
+    if (arguments.json) {
+        TJson json = ReportJson(report);
+        json["text"] = TextOrNull(text);
+        console.out.Write(json.dump(2) + "\n");
+    } else if (text && !into_file && !arguments.check) {
+        console.out.Write(*text);
+    }
+    return true;
+}
+
+void PrintFirstDifference(TConsole &console, const CSourceText &par, const std::string &written) {
+    const std::string &text = par.Text();
+    const auto [in_text, in_written] = std::mismatch(text.begin(), text.end(), written.begin(), written.end());
+    const auto line = static_cast<std::uint32_t>(1 + std::count(text.begin(), in_text, '\n'));
+    const CSourceText written_lines("", written);
+    PrintDiagnostic(console, par,
+                    {.text = "the file isn't in the form that is written; this line would be \"" +
+                             kq_base::ToUtf8(written_lines.Line(line)) + "\"",
+                     .line = line});
+}
+
+}  // namespace
+
+int RunCheck(const TArguments &arguments, TConsole &console) {
+    CTranslation translation;
+    if (!translation.Read(arguments, console, true)) {
+        return kFailed;
+    }
+    translation.Translate(arguments, console, false);
+    console.out.Write(arguments.json
+                          ? ReportJson(translation.Report()).dump(2) + "\n"
+                          : translation.Sources().par.Name() + ": " + CountsText(translation.Report()) + "\n");
+    return translation.ExitCode();
+}
+
+int RunFormat(const TArguments &arguments, TConsole &console) {
+    CTranslation translation;
+    if (!translation.Read(arguments, console, true)) {
+        return kFailed;
+    }
+    translation.Translate(arguments, console, false);
+    std::optional<std::string> text;
+    if (translation.Report().Good()) {
+        text = translation.Configuration().ParText();
+    }
+    if (!HandOut(arguments, console, translation.Report(), text)) {
+        return kFailed;
+    }
+    const CSourceText &par = translation.Sources().par;
+    if (!arguments.check || !text || *text == par.Text()) {
+        return translation.ExitCode();
+    }
+    if (!arguments.json) {
+        PrintFirstDifference(console, par, *text);
+    }
+    return kInputErrors;
+}
+
+int RunChannels(const TArguments &arguments, TConsole &console) {
+    CTranslation translation;
+    if (!translation.Read(arguments, console, true)) {
+        return kFailed;
+    }
+    translation.Translate(arguments, console, false);
+    if (arguments.json) {
+        TJson json = ReportJson(translation.Report());
+        json["channels"] = ChannelsJson(translation.Configuration().Channels());
+        console.out.Write(json.dump(2) + "\n");
+    } else {
+        console.out.Write(ChannelTable(translation.Configuration().Channels()));
+    }
+    return translation.ExitCode();
+}
+
+int RunDmf(const TArguments &arguments, TConsole &console) {
+    CTranslation translation;
+    if (!translation.Read(arguments, console, false)) {
+        return kFailed;
+    }
+    translation.Translate(arguments, console, true);
+    std::optional<std::string> text;
+    if (translation.Report().Good()) {
+        text = translation.Configuration().DmfText();
+    }
+    return HandOut(arguments, console, translation.Report(), text) ? translation.ExitCode() : kFailed;
+}

@@ -1,0 +1,184 @@
+#include "tools/kqcfg.h"
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <cctype>
+#include <sstream>
+
+#include "tools/arguments.h"
+#include "tools/commands.h"
+#include "tools/diagnostics.h"
+#include "tools/files.h"
+
+namespace {
+
+constexpr const char *kName = "kqcfg";
+
+/// Builds the options of all commands over one TArguments and remembers which command was given.
+class CCommandLine {
+public:
+    CCommandLine()
+        : app_(
+              "Works with the configuration of I/O drivers: templates (PDT), parameter files (PAR), "
+              "driver map files (DMF)",
+              kName) {
+        app_.set_version_flag("--version", std::string(kName) + " " + KQ_VERSION);
+        app_.require_subcommand(1);
+        app_.failure_message([](const CLI::App *, const CLI::Error &error) { return std::string(error.what()); });
+        app_.footer(
+            "A file named - is standard input. Exit codes: 0 done, no error found; 1 the input has errors;\n"
+            "2 wrong usage, or a file that can't be read or written. An argument that begins with - and is no\n"
+            "option goes behind --.\n");
+        AddTranslations();
+        AddLanguageTools();
+        AddScannerTools();
+    }
+
+    CLI::App &App() { return app_; }
+    bool HasCommand(const std::string &name) const {
+        const auto named = [&name](const CLI::App *command) { return command->get_name() == name; };
+        return !app_.get_subcommands(named).empty();
+    }
+    const TArguments &Arguments() const { return arguments_; }
+    TCommand Command() const { return command_; }
+
+private:
+    CLI::App *AddCommand(const char *name, const char *description, TCommand command) {
+        CLI::App *added = app_.add_subcommand(name, description);
+        added->add_flag("--json", arguments_.json, "Print one JSON value, and nothing for people");
+        added->final_callback([this, command] { command_ = command; });
+        return added;
+    }
+
+    void AddFile(CLI::App *command, const char *name, std::string &target, const char *description) {
+        command->add_option(name, target, description)->required()->option_text("FILE");
+    }
+
+    void AddTemplateOptions(CLI::App *command) {
+        AddFile(command, "PDT", arguments_.pdt, "The template");
+        command->add_option("--dmf", arguments_.dmf, "Driver map file to start from")->option_text("FILE");
+        command->add_option("--language", arguments_.language, "Language of the host: CZ, EN, GE or JP")
+            ->check(CLI::IsMember(std::vector<std::string>(kLanguages.begin(), kLanguages.end())))
+            ->option_text("CODE");
+        command->add_option("--modules", arguments_.modules, "Directory of the modules that dll values list")
+            ->option_text("DIR");
+    }
+
+    CLI::App *AddTranslation(const char *name, const char *description, TCommand command) {
+        CLI::App *added = AddCommand(name, description, command);
+        AddTemplateOptions(added);
+        AddFile(added, "PAR", arguments_.par, "The parameter file");
+        return added;
+    }
+
+    CLI::Option *AddOutput(CLI::App *command) {
+        return command->add_option("-o,--output", arguments_.output, "Write to a file instead of standard output")
+            ->option_text("FILE");
+    }
+
+    void AddTranslations() {
+        AddTranslation("check", "Check a parameter file against its template", RunCheck);
+        CLI::App *format =
+            AddTranslation("format", "Write a parameter file in the form that the configurator writes", RunFormat);
+        format->add_flag("--check", arguments_.check, "Write nothing; exit code 1 if the file isn't in that form yet")
+            ->excludes(AddOutput(format));
+        AddTranslation("channels", "List the channels that a configuration has", RunChannels);
+        AddOutput(AddTranslation("dmf", "Write the driver map file that a configuration defines; no old one is read",
+                                 RunDmf));
+        AddTemplateOptions(AddCommand("template", "Compile a template and show what it declares", RunTemplate));
+    }
+
+    void AddLanguageTools() {
+        CLI::App *eval = AddCommand("eval", "Evaluate an expression of the template language", RunEval);
+        eval->add_option("EXPR", arguments_.expression, "The expression")->required()->option_text("TEXT");
+        eval->add_option("--var", arguments_.variables,
+                         "Declare a variable: a number, true, false, nedef, or a text, which may be 'quoted'")
+            ->option_text("NAME=VALUE")
+            ->expected(1)
+            ->take_all()
+            ->allow_extra_args(false);
+        CLI::App *match = AddCommand("match", "Match a text against a value list of the template language", RunMatch);
+        match->add_option("VALUELIST", arguments_.expression, "The list, as behind name =")
+            ->required()
+            ->option_text("TEXT");
+        match->add_option("TEXT", arguments_.text, "The text")->required()->option_text("TEXT");
+    }
+
+    void AddScannerTools() {
+        AddFile(AddCommand("scan", "Show sections, keys and values of a parameter file", RunScan), "PAR",
+                arguments_.par, "The parameter file");
+        CLI::App *tokens = AddCommand("tokens", "List the tokens of a text", RunTokens);
+        AddFile(tokens, "FILE", arguments_.par, "The text");
+        tokens->add_flag("--raw", arguments_.raw, "With blanks and line ends");
+    }
+
+    CLI::App app_;
+    TArguments arguments_;
+    TCommand command_ = nullptr;
+};
+
+/// An argument that begins with a minus but can't be an option, such as the expression -(%n%), goes past the parser of
+/// the command line behind a NUL, which no argument holds.
+std::string Guarded(const std::string &argument) {
+    const bool minus = argument.size() > 1 && argument[0] == '-' && argument[1] != '-' &&
+                       std::isalpha(static_cast<unsigned char>(argument[1])) == 0;
+    return minus ? '\0' + argument : argument;
+}
+
+void Unguard(std::string &argument) {
+    if (argument.starts_with('\0')) {
+        argument.erase(0, 1);
+    }
+}
+
+TArguments Unguarded(TArguments arguments) {
+    Unguard(arguments.pdt);
+    Unguard(arguments.par);
+    Unguard(arguments.expression);
+    Unguard(arguments.text);
+    return arguments;
+}
+
+int UsageError(TConsole &console, const std::string &text) {
+    PrintError(console, kName, text);
+    console.err << "Run \"kqcfg --help\" or \"kqcfg COMMAND --help\" for more.\n";
+    return kFailed;
+}
+
+int RunCommandLine(const std::vector<std::string> &arguments, TConsole &console) {
+    CCommandLine line;
+    if (!arguments.empty() && !arguments[0].starts_with('-') && !line.HasCommand(arguments[0])) {
+        return UsageError(console, "there is no command " + arguments[0]);
+    }
+    std::vector<std::string> reversed(arguments.size());
+    std::transform(arguments.rbegin(), arguments.rend(), reversed.begin(), Guarded);
+    try {
+        line.App().parse(std::move(reversed));
+    } catch (const CLI::ParseError &error) {
+        std::ostringstream shown;
+        std::ostringstream reason;
+        if (line.App().exit(error, shown, reason) == 0) {
+            console.out.Write(shown.str());
+            return kDone;
+        }
+        return UsageError(console, reason.str());
+    }
+    const TArguments parsed = Unguarded(line.Arguments());
+    if ((parsed.pdt == kStandardInput) + (parsed.par == kStandardInput) + (parsed.dmf == kStandardInput) > 1) {
+        return UsageError(console, "only one file can be standard input");
+    }
+    console.terminal = console.terminal && !parsed.json;
+    return line.Command()(parsed, console);
+}
+
+}  // namespace
+
+int RunKqcfg(const std::vector<std::string> &arguments, TConsole &console) {
+    const int code = RunCommandLine(arguments, console);
+    std::string reason;
+    if (!console.out.Finish(reason)) {
+        PrintError(console, "<stdout>", reason);
+        return kFailed;
+    }
+    return code;
+}

@@ -1,0 +1,10 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "tools/console.h"
+
+/// The whole program kqcfg: does what the arguments say (without the program's name) and gives the exit code, see
+/// TExitCode.
+int RunKqcfg(const std::vector<std::string> &arguments, TConsole &console);

@@ -1,0 +1,78 @@
+#include "tools/report_text.h"
+
+#include "platform/base/code_page.h"
+#include "scanner/unread_text.h"
+#include "tools/diagnostics.h"
+
+using kq_cfg::TMessage;
+using kq_cfg::TMessageBox;
+using kq_cfg::TReport;
+using kq_cfg::TSeverity;
+
+namespace {
+
+void PrintTemplateError(TConsole &console, const CSourceText &pdt, const kq_cfg::TTemplateResult &result) {
+    PrintDiagnostic(console, pdt,
+                    {.text = result.message.empty() ? "the template can't be understood from here on"
+                                                    : kq_base::ToUtf8(result.message),
+                     .line = result.line,
+                     .column = result.position,
+                     .meaning = TColumn::kBehindToken});
+}
+
+void PrintMessage(TConsole &console, const CSourceText &source, const TMessage &message) {
+    PrintDiagnostic(
+        console, source,
+        {.kind = message.severity == TSeverity::kError ? TDiagnosticKind::kError : TDiagnosticKind::kWarning,
+         .text = kq_base::ToUtf8(message.text),
+         .line = message.line,
+         .column = message.column,
+         .meaning = TColumn::kBehindValue});
+}
+
+void PrintBox(TConsole &console, const CSourceText &source, const TMessageBox &box) {
+    std::string text = box.title + ":";
+    for (const std::string &line : box.lines) {
+        text += line.empty() ? "" : " " + line;
+    }
+    PrintDiagnostic(
+        console, source,
+        {.kind = box.stop ? TDiagnosticKind::kError : TDiagnosticKind::kWarning, .text = kq_base::ToUtf8(text)});
+}
+
+std::string Counted(std::uint32_t count, const std::string &noun) {
+    return (count == 0 ? "no" : std::to_string(count)) + " " + noun + (count == 1 ? "" : "s");
+}
+
+}  // namespace
+
+void PrintReport(TConsole &console, const TSources &sources, const TReport &report) {
+    if (!report.result.ok) {
+        PrintTemplateError(console, sources.pdt, report.result);
+    }
+    const bool par_given = !sources.par.Name().empty();
+    for (const TMessage &message : report.messages) {
+        PrintMessage(console, par_given ? sources.par : sources.pdt, message);
+    }
+    for (const TMessageBox &box : report.boxes) {
+        PrintBox(console, sources.pdt, box);
+    }
+    if (report.dmf_end) {
+        PrintDiagnostic(console, sources.dmf,
+                        {.kind = TDiagnosticKind::kNote,
+                         .text = "the table of channels takes no more from this line on; the channels that follow are "
+                                 "kept aside and written back",
+                         .line = report.dmf_end});
+    }
+    if (par_given && report.result.ok) {
+        PrintUnreadText(console, sources.par);
+    }
+}
+
+std::string CountsText(const TReport &report) {
+    std::string text = Counted(report.errors, "error");
+    if (report.warnings > 0) {
+        text += ", " + Counted(report.warnings, "warning");
+    }
+    return text;
+}
