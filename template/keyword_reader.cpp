@@ -1,27 +1,20 @@
 #include "template/keyword_reader.h"
 
-#include <array>
-
 #include "platform/base/code_page.h"
 
 namespace kq_pdt {
 
 using namespace kq_base::literals;
-using par_scanner::TToken;
+using par_scanner::kEndOfInput;
+using par_scanner::kIdentifier;
+using par_scanner::kNumber;
+using par_scanner::kString;
 
 namespace {
 
-constexpr std::uint32_t kIdentifier = 1;
-constexpr std::uint32_t kString = 2;
-constexpr std::uint32_t kNumber = 3;
-constexpr std::uint32_t kFirstOperator = 4;
-constexpr std::uint32_t kLastOperator = 36;
-constexpr std::uint32_t kEndOfInput = 38;
-
-void AppendOperator(kq_base::TText &message, std::uint32_t kind) {
-    std::array<char, 8> text{};
-    par_scanner::TokenKindToString(kind, static_cast<std::uint32_t>(text.size() - 1), text.data());
-    message.Append(text.data());
+// A blank would be named by a second blank.
+std::string_view OperatorText(std::uint32_t kind) {
+    return kind == par_scanner::kBlank ? std::string_view() : par_scanner::TokenKindText(kind);
 }
 
 }  // namespace
@@ -30,7 +23,7 @@ void CKeywordReader::NextToken() {
     if (failed_) {
         return;
     }
-    std::uint32_t error = 0;
+    std::uint32_t error = 0;  // why a token can't be read is nobody's concern
     if (!ReadToken(error, token_, false)) {
         token_.kind = kEndOfInput;
         return;
@@ -55,7 +48,7 @@ bool CKeywordReader::Expect(std::uint32_t kind) {
 
 std::string_view CKeywordReader::TokenText() const {
     const bool has_text = (token_.kind >= kIdentifier && token_.kind <= kNumber) || token_.kind >= kFirstKeyword;
-    return has_text ? std::string_view(token_.text, token_.length) : std::string_view();
+    return has_text ? token_.View() : std::string_view();
 }
 
 void CKeywordReader::Fail(std::string_view text) {
@@ -92,11 +85,7 @@ void CKeywordReader::AppendTokenName(kq_base::TText &message, std::uint32_t kind
             message.Append("číslo"_cp);
             break;
         default:
-            if (kind >= kFirstOperator && kind <= kLastOperator) {
-                AppendOperator(message, kind);
-            } else {
-                message.Append(KeywordText(kind));
-            }
+            message.Append(kind < kFirstKeyword ? OperatorText(kind) : KeywordText(kind));
     }
 }
 

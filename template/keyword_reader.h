@@ -6,7 +6,7 @@
 
 #include "platform/base/bounded_text.h"
 #include "platform/base/export.h"
-#include "scanner/par_scanner.h"
+#include "scanner/tape_reader.h"
 #include "template/keywords.h"
 
 namespace kq_pdt {
@@ -48,7 +48,7 @@ protected:
     void ClearFailure();
 
 private:
-    par_scanner::TToken token_{};
+    par_scanner::TToken token_;
     bool failed_ = false;
     kq_base::TText message_;
 };
