@@ -29,7 +29,7 @@ public:
     virtual bool Exists(std::string_view path) = 0;
     virtual bool IsDirectory(std::string_view path) = 0;
     /// The names of the files in a directory that match a pattern with `*` and `?`, such as "*.dll", whatever their
-    /// case; in alphabetical order, capitals and small letters alike.
+    /// case; sorted by their bytes in capitals.
     virtual bool List(std::string_view directory, std::string_view pattern, std::vector<std::string> &names,
                       std::string &error) = 0;
 

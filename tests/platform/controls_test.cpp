@@ -1,0 +1,93 @@
+#include "platform/view/controls.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace {
+
+CComboBox::EMode Mode(bool free_text) { return free_text ? CComboBox::EMode::freeText : CComboBox::EMode::list; }
+
+TEST(ComboBox, SelectsFrom1AndTypesIfItMay) {
+    for (const bool free_text : {false, true}) {
+        CComboBox box(Mode(free_text));
+        EXPECT_FALSE(box.UserSelect(1));
+        box.AppendEntry("one");
+        box.AppendEntry("two");
+        EXPECT_EQ(box.EntryCount(), 2U);
+        EXPECT_EQ(box.Entry(2), "two");
+        EXPECT_EQ(box.Entry(0), "");
+        EXPECT_EQ(box.Entry(3), "");
+        box.Select(2);
+        EXPECT_EQ(box.Text(), "two");
+        EXPECT_TRUE(box.UserSelect(1));
+        EXPECT_EQ(box.Text(), "one");
+        for (const std::size_t place : {0, 3}) {
+            EXPECT_FALSE(box.UserSelect(place));
+            EXPECT_EQ(box.Selected(), 1U);
+        }
+        EXPECT_EQ(box.UserType("two"), free_text);
+        EXPECT_EQ(box.Selected(), free_text ? 0U : 1U) << "a typed text is free even if it equals an entry";
+        EXPECT_EQ(box.Text(), free_text ? "two" : "one");
+        box.Select(9);
+        EXPECT_EQ(box.Selected(), 0U);
+        EXPECT_EQ(box.Text(), "");
+    }
+}
+
+TEST(IntegerCountBox, KeepsAPersonWithinItsLimits) {
+    constexpr std::uint32_t kMax = 0xFFFFFFFF;
+    struct TRow {
+        std::uint32_t value, from, to;
+        const char *typed;
+        std::uint32_t after;
+    };
+    for (const auto &[value, from, to, typed, after] : {
+             TRow{7, 5, 10, "5", 5},
+             {7, 5, 10, "4", 7},
+             {7, 5, 10, "10", 10},
+             {7, 5, 10, "11", 7},
+             {7, 5, 10, "x", 7},
+             {7, 5, 10, "", 7},
+             {7, 5, 10, "-6", 7},
+             {7, 0, 0, "0", 0},
+             {7, 0, 0, "4294967295", kMax},
+             {7, 0, 0, "4294967296", 7},
+             {7, 5, 0, "4294967295", kMax},
+             {7, 5, 0, "4", 7},
+             {7, 9, 3, "10", 10},
+             {7, 0, 1, "1", 1},
+             {7, 0, 1, "2", 7},
+             {99, 5, 10, "100", 99},
+             {7, 3, 3, "3", 3},
+             {7, 3, 3, "4", 7},
+             {7, 5, 10, "+", 8},
+             {10, 5, 10, "+", 10},
+             {99, 5, 10, "+", 99},
+             {1, 5, 10, "+", 5},
+             {7, 0, 0, "+", 8},
+             {kMax, 0, 0, "+", kMax},
+             {7, 5, 10, "-", 6},
+             {5, 5, 10, "-", 5},
+             {99, 5, 10, "-", 10},
+             {1, 5, 10, "-", 1},
+             {0, 0, 0, "-", 0},
+         }) {
+        CIntegerCountBox box(value, from, to);
+        EXPECT_EQ(box.Value(), value) << "the program's value stands even outside the limits";
+        const std::string_view text = typed;
+        const bool taken = text == "+" ? box.UserStepUp() : text == "-" ? box.UserStepDown() : box.UserType(text);
+        EXPECT_EQ(box.Value(), after) << value << " in " << from << ".." << to << " typed " << typed;
+        EXPECT_EQ(taken, value != after);
+    }
+}
+
+TEST(EditBox, CutsAt255Characters) {
+    for (const std::size_t length : {254, 255, 256}) {
+        CEditBox box("old");
+        EXPECT_TRUE(box.UserType(std::string(length, 'x')));
+        EXPECT_EQ(box.Text().size(), std::min<std::size_t>(length, 255));
+    }
+}
+
+}  // namespace

@@ -1,0 +1,154 @@
+#include "platform/view/text_view.h"
+
+#include <gtest/gtest.h>
+
+#include "platform/base/code_page.h"
+#include "tests/support/memory_disk.h"
+
+namespace {
+
+TEST(TextView, GeneratedTextGoesToTheEnd) {
+    CTextView view;
+    view.SetText("old");
+    view.SetLineIndex(0, 0);
+    view.Clear();
+    view.InsertText("[Port]\r\n");
+    view.SetLineIndex(0, 3);
+    view.InsertText("  Baud");
+    view.InsertChar('\0');
+    EXPECT_EQ(view.Text(), std::string_view("[Port]\r\n  Baud\0", 15));
+    EXPECT_EQ(view.CursorOffset(), 15U);
+    const char *data = nullptr;
+    std::uint32_t size = 0;
+    view.GetTextBlock(data, size);
+    EXPECT_EQ(std::string_view(data, size), view.Text());
+}
+
+TEST(TextView, ManySmallPiecesMakeALargeText) {
+    CTextView view;
+    for (int piece = 0; piece < 5000000; ++piece) {
+        view.InsertText("0123456789abcdefghi\n");
+    }
+    EXPECT_EQ(view.Text().size(), 100000000U);
+    EXPECT_EQ(view.CursorLine(), 5000000U);
+}
+
+TEST(TextView, TheSavedMarkFollowsChanges) {
+    CMemoryDisk disk;
+    CTextView view;
+    std::string error;
+    EXPECT_TRUE(view.IsSaved());
+    view.Clear();
+    view.InsertText("");
+    view.SetText("");
+    EXPECT_TRUE(view.IsSaved()) << "nothing changed";
+    view.InsertChar('x');
+    EXPECT_FALSE(view.IsSaved());
+    EXPECT_TRUE(view.SaveToFile("Dir\\A.par", error));
+    EXPECT_TRUE(view.IsSaved());
+    EXPECT_EQ(disk.Content("dir/a.PAR"), "x");
+    view.SetText("x");
+    EXPECT_TRUE(view.IsSaved());
+    view.SetText("y");
+    EXPECT_FALSE(view.IsSaved());
+    disk.Fail("b.par", "full");
+    EXPECT_FALSE(view.SaveToFile("b.par", error));
+    EXPECT_EQ(error, "full");
+    EXPECT_FALSE(view.IsSaved());
+    EXPECT_FALSE(view.LoadFromFile("c.par", error));
+    EXPECT_EQ(view.Text(), "y") << "a load that fails changes nothing";
+    EXPECT_FALSE(view.IsSaved());
+    EXPECT_TRUE(view.LoadFromFile("dir/A.par", error));
+    EXPECT_EQ(view.Text(), "x");
+    EXPECT_TRUE(view.IsSaved());
+    view.SetSaved(false);
+    EXPECT_FALSE(view.IsSaved());
+    view.Clear();
+    view.SetSaved(true);
+    EXPECT_TRUE(view.IsSaved());
+}
+
+TEST(TextView, TheCursorStaysInTheText) {
+    CTextView view;
+    view.SetText("ab\r\n\ncd\rx\n\r\nlast");
+    struct TRow {
+        std::uint32_t line, column, line_set, column_set;
+    };
+    for (const auto &[line, column, line_set, column_set] : {TRow{0, 0, 0, 0},
+                                                             {0, 2, 0, 2},
+                                                             {0, 3, 0, 2},
+                                                             {0, 99, 0, 2},
+                                                             {1, 0, 1, 0},
+                                                             {1, 5, 1, 0},
+                                                             {2, 3, 2, 3},
+                                                             {2, 4, 2, 4},
+                                                             {2, 5, 2, 4},
+                                                             {3, 1, 3, 0},
+                                                             {4, 4, 4, 4},
+                                                             {4, 5, 4, 4},
+                                                             {5, 1, 4, 1},
+                                                             {0xFFFFFFFF, 0xFFFFFFFF, 4, 4}}) {
+        view.SetLineIndex(line, column);
+        EXPECT_EQ(view.CursorLine(), line_set) << line << " " << column;
+        EXPECT_EQ(view.CursorColumn(), column_set) << line << " " << column;
+    }
+    view.Clear();
+    view.SetLineIndex(3, 3);
+    EXPECT_EQ(view.CursorOffset(), 0U);
+}
+
+/// Writes down what it is told.
+class CRecordingPeer : public CViewPeer {
+public:
+    void ViewChanged(CView & /*view*/, EViewChange change) override { changes.push_back(change); }
+    void AreaInvalidated(CView & /*view*/, const TRect &area) override { areas.push_back(area); }
+
+    std::vector<EViewChange> changes;
+    std::vector<TRect> areas;
+};
+
+TEST(TextView, ThePeerHearsOfEveryChange) {
+    CTextView view;
+    CRecordingPeer peer;
+    view.SetPeer(&peer);
+    view.InsertText("");
+    view.InsertText("a");
+    view.SetLineIndex(0, 0);
+    view.FitCursor();
+    view.AddColoredId("word", 7);
+    EXPECT_EQ(view.ColoredIds().front().name, "word");
+    EXPECT_EQ(view.ColoredIds().front().color, 7U);
+    view.ClearColoredIdList();
+    EXPECT_TRUE(view.ColoredIds().empty());
+    using enum EViewChange;
+    EXPECT_EQ(peer.changes, (std::vector{content, cursor, fitCursor, colors, colors}));
+}
+
+TEST(View, AChildThatEndsLeavesItsAreaToBeRepainted) {
+    CView parent;
+    CRecordingPeer peer;
+    parent.SetPeer(&peer);
+    auto child = std::make_unique<CTextView>();
+    child->NewRect({1, 2, 30, 40});
+    parent.Register(*child);
+    EXPECT_EQ(child->Parent(), &parent);
+    child.reset();
+    EXPECT_TRUE(parent.Children().empty());
+    EXPECT_EQ(peer.areas, (std::vector{TRect{1, 2, 30, 40}}));
+}
+
+TEST(View, MovesBetweenParentsAndOutlivesThem) {
+    CView child;
+    {
+        CView first;
+        CView second;
+        first.Register(child);
+        second.Register(child);
+        EXPECT_TRUE(first.Children().empty());
+        first.Forget(child);
+        EXPECT_EQ(child.Parent(), &second);
+    }
+    EXPECT_EQ(child.Parent(), nullptr);
+}
+
+}  // namespace
