@@ -6,6 +6,7 @@
 #include <typeinfo>
 
 #include "platform/base/bounded_text.h"
+#include "scanner/byte_block.h"
 #include "scanner/character_class.h"
 
 // One lexer over two kinds of tape. CDirectTape takes the characters from memory and keeps the place in local
@@ -14,7 +15,9 @@
 
 namespace par_scanner {
 
+using detail::CByteBlock;
 using detail::Is;
+using detail::LowestBit;
 using detail::StartOf;
 
 enum class CTapeReader::TOutcome : std::uint8_t { kToken, kEnd, kFailed, kBadNumber };
@@ -57,12 +60,26 @@ public:
     }
     /// Consumes a character that was peeked at and is no line feed.
     void Take() { ++index_; }
+    /// Skips blanks, tabs and line ends.
+    void SkipWhiteSpace() {
+        char character = 0;
+        while (Peek(character) && Is(character, detail::kWhiteSpace)) {
+            Next(character);
+            if (character == '\n') {
+                SkipIndentation();
+            }
+        }
+    }
     /// Skips a run that holds no line feed.
-    void SkipRun(std::uint8_t run) { index_ = RunEnd(run, size_); }
+    template <std::uint8_t Run>
+    void SkipRun() {
+        index_ = RunEnd<Run>(size_);
+    }
     /// Appends a run that holds no line feed to the text, as long as there is room; count is the text's length.
-    void StoreRun(std::uint8_t run, char *text, std::uint32_t &count) {
+    template <std::uint8_t Run>
+    void StoreRun(char *text, std::uint32_t &count) {
         const std::uint32_t room = kTextSize - count;
-        const std::uint32_t end = RunEnd(run, size_ - index_ > room ? index_ + room : size_);
+        const std::uint32_t end = RunEnd<Run>(size_ - index_ > room ? index_ + room : size_);
         const std::uint32_t length = end - index_;
         CopyRun(text + count, length, room);
         count += length;
@@ -70,19 +87,53 @@ public:
     }
 
 private:
-    std::uint32_t RunEnd(std::uint8_t run, std::uint32_t limit) const {
+    void SkipIndentation() {
+        while (size_ - index_ >= CByteBlock::kSize) {
+            const std::uint32_t others = ~CByteBlock(data_ + index_).Equal(' ').Mask() & CByteBlock::kAll;
+            if (others != 0) {
+                index_ += LowestBit(others);
+                return;
+            }
+            index_ += CByteBlock::kSize;
+        }
+    }
+
+    /// The bytes of a block that may end a run.
+    template <std::uint8_t Run>
+    static std::uint32_t EndsRun(const CByteBlock &block) {
+        if constexpr (Run == detail::kInIdentifier) {
+            return ~block.Words().Mask() & CByteBlock::kAll;
+        } else if constexpr (Run == detail::kInString) {
+            return block.AnyOf('\'', '\r', '\n').Mask();
+        } else {
+            static_assert(Run == detail::kInComment);
+            return block.AnyOf('(', '*', '\n').Mask();
+        }
+    }
+
+    template <std::uint8_t Run>
+    std::uint32_t RunEnd(std::uint32_t limit) const {
         std::uint32_t end = index_;
-        while (end < limit && Is(data_[end], run)) {
+        if constexpr (Run != detail::kInNumber) {
+            while (limit - end >= CByteBlock::kSize) {
+                const std::uint32_t ends = EndsRun<Run>(CByteBlock(data_ + end));
+                if (ends != 0) {
+                    end += LowestBit(ends);
+                    break;
+                }
+                end += CByteBlock::kSize;
+            }
+        }
+        while (end < limit && Is(data_[end], Run)) {
             ++end;
         }
         return end;
     }
-    /// Nearly all runs are short: whole blocks, copied inline, beat a call. What is copied too much lies inside the
+    /// Nearly all runs are short: a whole block, copied inline, beats a call. What is copied too much lies inside the
     /// tape and inside the text.
     void CopyRun(char *text, std::uint32_t length, std::uint32_t room) const {
-        constexpr std::uint32_t kBlock = 16;
-        if (length <= kBlock && room >= kBlock && size_ - index_ >= kBlock) {
-            std::memcpy(text, data_ + index_, kBlock);
+        if (length <= CByteBlock::kSize && room >= CByteBlock::kSize && size_ - index_ >= CByteBlock::kSize) {
+            CByteBlock(data_ + index_).Store(text);
         } else if (length != 0) {
             std::memcpy(text, data_ + index_, length);
         }
@@ -107,15 +158,18 @@ public:
         char character = 0;
         Next(character);
     }
-    void SkipRun(std::uint8_t run) {
+    void SkipWhiteSpace() { SkipRun<detail::kWhiteSpace>(); }
+    template <std::uint8_t Run>
+    void SkipRun() {
         char character = 0;
-        while (Peek(character) && Is(character, run)) {
+        while (Peek(character) && Is(character, Run)) {
             Take();
         }
     }
-    void StoreRun(std::uint8_t run, char *text, std::uint32_t &count) {
+    template <std::uint8_t Run>
+    void StoreRun(char *text, std::uint32_t &count) {
         char character = 0;
-        while (count < kTextSize && Peek(character) && Is(character, run)) {
+        while (count < kTextSize && Peek(character) && Is(character, Run)) {
             text[count++] = character;
             Take();
         }
@@ -133,10 +187,13 @@ public:
     CLexer(CTapeReader &reader, Tape &tape) : reader_(reader), tape_(tape), text_(reader.token_text_.data()) {}
 
     TOutcome Read(std::uint32_t &error, bool skip_white_space) {
-        char character = 0;
-        while (tape_.Next(character)) {
-            if (skip_white_space && Is(character, detail::kWhiteSpace)) {
-                continue;
+        for (;;) {
+            if (skip_white_space) {
+                tape_.SkipWhiteSpace();
+            }
+            char character = 0;
+            if (!tape_.Next(character)) {
+                return TOutcome::kEnd;
             }
             const std::uint8_t start = StartOf(character);
             if (start == detail::kStartsParenthesis && TakeIf('*')) {
@@ -147,14 +204,14 @@ public:
             }
             return ReadFrom(character, start, error);
         }
-        return TOutcome::kEnd;
     }
 
 private:
     TOutcome ReadFrom(char character, std::uint8_t start, std::uint32_t &error) {
+        if (start < detail::kStartsIdentifier) {
+            return Operator(start);
+        }
         switch (start) {
-            case detail::kStartsIdentifier:
-                return ReadIdentifier(character);
             case detail::kStartsNumber:
                 return ReadNumber(character, error);
             case detail::kStartsString:
@@ -170,7 +227,7 @@ private:
             case detail::kStartsDot:
                 return ReadDot();
             default:
-                return Operator(start);
+                return ReadIdentifier(character);
         }
     }
 
@@ -201,7 +258,7 @@ private:
     bool SkipComment() {
         std::uint32_t depth = 1;
         while (depth != 0) {
-            tape_.SkipRun(detail::kInComment);
+            tape_.template SkipRun<detail::kInComment>();
             char character = 0;
             if (!tape_.Next(character)) {
                 return false;
@@ -218,14 +275,14 @@ private:
     TOutcome ReadIdentifier(char first) {
         text_[0] = first;
         std::uint32_t count = 1;
-        tape_.StoreRun(detail::kInIdentifier, text_, count);
+        tape_.template StoreRun<detail::kInIdentifier>(text_, count);
         return Text(kIdentifier, count);
     }
 
     TOutcome ReadString(std::uint32_t &error) {
         std::uint32_t count = 0;
         for (;;) {
-            tape_.StoreRun(detail::kInString, text_, count);
+            tape_.template StoreRun<detail::kInString>(text_, count);
             if (count == kTextSize) {
                 error = kStringTooLong;
                 return TOutcome::kFailed;
@@ -253,7 +310,7 @@ private:
     TOutcome ReadNumber(char first, std::uint32_t &error) {
         text_[0] = first;
         std::uint32_t count = 1;
-        tape_.StoreRun(detail::kInNumber, text_, count);
+        tape_.template StoreRun<detail::kInNumber>(text_, count);
         if (count < kTextSize && TakeIf('.')) {
             char character = 0;
             if (!tape_.Peek(character)) {
@@ -264,7 +321,7 @@ private:
                 return Text(kNumber, count);
             }
             text_[count++] = '.';
-            tape_.StoreRun(detail::kInNumber, text_, count);
+            tape_.template StoreRun<detail::kInNumber>(text_, count);
         }
         if (!ReadExponent(count)) {
             error = kMalformedExponent;
@@ -286,7 +343,7 @@ private:
             text_[count++] = character;
         }
         const std::uint32_t before = count;
-        tape_.StoreRun(detail::kInNumber, text_, count);
+        tape_.template StoreRun<detail::kInNumber>(text_, count);
         return count != before;
     }
 

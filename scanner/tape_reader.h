@@ -122,6 +122,8 @@ public:
     TPosition GetPosition() const { return {index_, line_, line_index_}; }
     /// Moves to a place. A token that was peeked at stays to be delivered.
     void SetPosition(const TPosition &position);
+    /// True if the next token depends on more than the place: one was peeked at, or half a `..` is read.
+    bool CarriesOver() const { return token_held_ || range_dot_pending_; }
     /// Copies the characters at the offsets from to to, both included; nothing if from is above to. No terminator.
     /// What lies outside the tape isn't copied.
     void Copy(TStr0_ *target, std::uint32_t from, std::uint32_t to) const;

@@ -1,0 +1,120 @@
+#pragma once
+
+#include <bit>
+#include <cstdint>
+#include <cstring>
+
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
+
+/// Sixteen bytes that are looked at together. With SSE2 a question costs an instruction or two, elsewhere a loop; the
+/// answers are the same.
+namespace par_scanner::detail {
+
+/// Which of sixteen bytes answered yes.
+class CByteFlags {
+public:
+#if defined(__SSE2__)
+    explicit CByteFlags(__m128i flags) : flags_(flags) {}
+
+    friend CByteFlags operator&(CByteFlags left, CByteFlags right) {
+        return CByteFlags(_mm_and_si128(left.flags_, right.flags_));
+    }
+    friend CByteFlags operator|(CByteFlags left, CByteFlags right) {
+        return CByteFlags(_mm_or_si128(left.flags_, right.flags_));
+    }
+    /// Those of this without those of the other.
+    CByteFlags Without(CByteFlags other) const { return CByteFlags(_mm_andnot_si128(other.flags_, flags_)); }
+    /// One bit for each byte, the first byte's bit lowest.
+    std::uint32_t Mask() const { return static_cast<std::uint32_t>(_mm_movemask_epi8(flags_)); }
+
+private:
+    __m128i flags_;
+#else
+    explicit CByteFlags(std::uint32_t mask) : mask_(mask) {}
+
+    friend CByteFlags operator&(CByteFlags left, CByteFlags right) { return CByteFlags(left.mask_ & right.mask_); }
+    friend CByteFlags operator|(CByteFlags left, CByteFlags right) { return CByteFlags(left.mask_ | right.mask_); }
+    CByteFlags Without(CByteFlags other) const { return CByteFlags(mask_ & ~other.mask_); }
+    std::uint32_t Mask() const { return mask_; }
+
+private:
+    std::uint32_t mask_;
+#endif
+};
+
+class CByteBlock {
+public:
+    static constexpr std::uint32_t kSize = 16;
+    static constexpr std::uint32_t kAll = 0xFFFF;  ///< the mask of all bytes
+
+#if defined(__SSE2__)
+    explicit CByteBlock(const char *bytes) : bytes_(_mm_loadu_si128(reinterpret_cast<const __m128i *>(bytes))) {}
+
+    void Store(char *target) const { _mm_storeu_si128(reinterpret_cast<__m128i *>(target), bytes_); }
+    CByteFlags Equal(char character) const { return CByteFlags(_mm_cmpeq_epi8(bytes_, _mm_set1_epi8(character))); }
+    /// An ASCII letter in either case; letter is the small one.
+    CByteFlags EqualLetter(char letter) const { return CByteFlags(_mm_cmpeq_epi8(Folded(), _mm_set1_epi8(letter))); }
+    /// Bytes of ASCII from first to last.
+    CByteFlags InRange(char first, char last) const { return CByteFlags(InRange(bytes_, first, last)); }
+    /// The letters, digits and underscores of ASCII and all bytes from 128 up.
+    CByteFlags Words() const {
+        const __m128i high = _mm_cmplt_epi8(bytes_, _mm_setzero_si128());
+        return CByteFlags(_mm_or_si128(InRange(Folded(), 'a', 'z'), high)) | InRange('0', '9') | Equal('_');
+    }
+
+private:
+    __m128i Folded() const { return _mm_or_si128(bytes_, _mm_set1_epi8(0x20)); }
+    static __m128i InRange(__m128i bytes, char first, char last) {
+        return _mm_and_si128(_mm_cmpgt_epi8(bytes, _mm_set1_epi8(static_cast<char>(first - 1))),
+                             _mm_cmplt_epi8(bytes, _mm_set1_epi8(static_cast<char>(last + 1))));
+    }
+
+    __m128i bytes_;
+#else
+    explicit CByteBlock(const char *bytes) { std::memcpy(bytes_, bytes, kSize); }
+
+    void Store(char *target) const { std::memcpy(target, bytes_, kSize); }
+    CByteFlags Equal(char character) const {
+        return Ask([=](char byte) { return byte == character; });
+    }
+    CByteFlags EqualLetter(char letter) const {
+        return Ask([=](char byte) { return (byte | 0x20) == letter; });
+    }
+    CByteFlags InRange(char first, char last) const {
+        return Ask([=](char byte) { return byte >= first && byte <= last; });
+    }
+    CByteFlags Words() const {
+        return Ask([](char byte) {
+            const int folded = byte | 0x20;
+            return (folded >= 'a' && folded <= 'z') || (byte >= '0' && byte <= '9') || byte == '_' ||
+                   (byte & 0x80) != 0;
+        });
+    }
+
+private:
+    template <class Question>
+    CByteFlags Ask(Question question) const {
+        std::uint32_t mask = 0;
+        for (std::uint32_t at = 0; at < kSize; ++at) {
+            mask |= question(bytes_[at]) ? 1U << at : 0U;
+        }
+        return CByteFlags(mask);
+    }
+
+    char bytes_[kSize];
+#endif
+
+public:
+    /// The bytes equal to one of the characters.
+    template <class... Characters>
+    CByteFlags AnyOf(Characters... characters) const {
+        return (Equal(characters) | ...);
+    }
+};
+
+/// The place of the lowest bit of a mask that isn't 0.
+inline std::uint32_t LowestBit(std::uint32_t mask) { return static_cast<std::uint32_t>(std::countr_zero(mask)); }
+
+}  // namespace par_scanner::detail
