@@ -38,9 +38,10 @@ private:
 
 }  // namespace kq_bench
 
-// The forms for arrays and without exceptions come down to these by default. All benchmarks run on one thread.
+// The forms for arrays and without exceptions come down to these by default. All benchmarks run on one thread. None is
+// inlined, or the compiler would see one block pass through operator new and free().
 // NOLINTBEGIN(misc-definitions-in-headers)
-void *operator new(std::size_t size) {
+[[gnu::noinline]] void *operator new(std::size_t size) {
     void *block = std::malloc(size == 0 ? 1 : size);
     if (block == nullptr) {
         std::abort();
@@ -50,12 +51,12 @@ void *operator new(std::size_t size) {
     return block;
 }
 
-void operator delete(void *block) noexcept {
+[[gnu::noinline]] void operator delete(void *block) noexcept {
     if (block != nullptr) {
         kq_bench::live_bytes -= malloc_usable_size(block);
         std::free(block);
     }
 }
 
-void operator delete(void *block, std::size_t) noexcept { operator delete(block); }
+[[gnu::noinline]] void operator delete(void *block, std::size_t) noexcept { operator delete(block); }
 // NOLINTEND(misc-definitions-in-headers)
