@@ -194,7 +194,7 @@ bool CElfSymbols::OpenAs() {
         !segments.Locate(tables.strings, strings_at) || tables.strings_size > image_.size() - strings_at) {
         return false;
     }
-    strings_ = image_.substr(strings_at, tables.strings_size);
+    strings_ = image_.substr(static_cast<std::size_t>(strings_at), static_cast<std::size_t>(tables.strings_size));
     hash_ = tables.gnu_hash != 0 ? EHash::gnu : EHash::classic;
     return true;
 }

@@ -84,8 +84,11 @@ void CTextView::SetLineIndex(std::uint32_t line, std::uint32_t column) {
 }
 
 std::uint32_t CTextView::CursorLine() const {
-    const auto begin = text_.begin();
-    return static_cast<std::uint32_t>(std::count(begin, begin + static_cast<std::ptrdiff_t>(cursor_), '\n'));
+    std::uint32_t line = 0;
+    for (std::size_t end = text_.find('\n'); end < cursor_; end = text_.find('\n', end + 1)) {
+        ++line;
+    }
+    return line;
 }
 
 std::uint32_t CTextView::CursorColumn() const {

@@ -22,7 +22,7 @@ TEST(ComboBox, SelectsFrom1AndTypesIfItMay) {
         EXPECT_EQ(box.Text(), "two");
         EXPECT_TRUE(box.UserSelect(1));
         EXPECT_EQ(box.Text(), "one");
-        for (const std::size_t place : {0, 3}) {
+        for (const std::size_t place : {0U, 3U}) {
             EXPECT_FALSE(box.UserSelect(place));
             EXPECT_EQ(box.Selected(), 1U);
         }
@@ -83,7 +83,7 @@ TEST(IntegerCountBox, KeepsAPersonWithinItsLimits) {
 }
 
 TEST(EditBox, CutsAt255Characters) {
-    for (const std::size_t length : {254, 255, 256}) {
+    for (const std::size_t length : {254U, 255U, 256U}) {
         CEditBox box("old");
         EXPECT_TRUE(box.UserType(std::string(length, 'x')));
         EXPECT_EQ(box.Text().size(), std::min<std::size_t>(length, 255));

@@ -40,7 +40,7 @@ private:
     std::size_t size_ = 0;
 };
 
-constexpr const char *kStyles[] = {"gnu", "sysv", "both"};
+constexpr const char *kStyles[] = {"gnu", "sysv"};
 constexpr std::string_view kProbes[] = {"Version", "Name7", "OnlyInNeeded", "NoSuchName"};
 
 std::string Module(const char *style) { return ReadBytes(std::string(KQ_MODULE_DIR "/kq_module_") + style + ".dll"); }

@@ -16,6 +16,11 @@ namespace {
 using namespace kq_base;
 using namespace kq_base::literals;
 
+/// A name in code page 1250 on the disk, which is no valid UTF-8.
+constexpr const char *kRawName =
+    "\xE8"
+    "raw.dll";
+
 CDisk &Disk() { return CDisk::Current(); }
 
 /// Why a read fails, in UTF-8; "ok" if it doesn't.
@@ -28,16 +33,8 @@ std::string WhyNoRead(std::string_view path) {
 TEST(Files, AFileIsFoundUnderItsNameInEitherCodingThenInAnyCase) {
     const CTemporaryDirectory directory;
     std::filesystem::create_directories("složka/Sub");
-    const char *const names[] = {"plain.txt",
-                                 "Case.Txt",
-                                 "čidlo.dll",
-                                 "\xE8"
-                                 "raw.dll",
-                                 "日本.dll",
-                                 "složka/Řídicí.par",
-                                 "two.A",
-                                 "two.a",
-                                 "TWO.a"};
+    const char *const names[] = {"plain.txt",         "Case.Txt", "čidlo.dll", kRawName, "日本.dll",
+                                 "složka/Řídicí.par", "two.A",    "two.a",     "TWO.a"};
     for (const char *name : names) {
         WriteBytes(name, name);
     }
@@ -56,10 +53,7 @@ TEST(Files, AFileIsFoundUnderItsNameInEitherCodingThenInAnyCase) {
              {"ČIDLO.DLL"_cp, "čidlo.dll"},
              {"čidlo.dll", "čidlo.dll"},
              {"ČIDLO.dll", "čidlo.dll"},
-             {"\xE8"
-              "raw.dll",
-              "\xE8"
-              "raw.dll"},
+             {kRawName, kRawName},
              {"日本.dll", "日本.dll"},
              {"日本.DLL", "日本.dll"},
              {"složka\\řídicí.PAR"_cp, "složka/Řídicí.par"},
@@ -107,7 +101,7 @@ TEST(Files, ListsTheFilesThatMatchInAlphabeticalOrder) {
 
 TEST(Files, ReadsAFileAsItStandsWhateverItsSize) {
     const CTemporaryDirectory directory;
-    for (const std::size_t size : {0, 1, 4095, 4096, 4097, 65535, 65536, 65537, 300000}) {
+    for (const std::size_t size : {0U, 1U, 4095U, 4096U, 4097U, 65535U, 65536U, 65537U, 300000U}) {
         std::string bytes(size, 'a');
         for (std::size_t at = 0; at < size; ++at) {
             bytes[at] = static_cast<char>(at * 7 + at / 256);
@@ -129,12 +123,9 @@ TEST(Files, SaysWhyAFileCantBeRead) {
     std::filesystem::create_directory("dir");
     WriteBytes("file", "x");
     WriteBytes("huge", "");
-    ASSERT_EQ(truncate("huge", 0x7FFFFFFF), 0);
+    ASSERT_EQ(truncate64("huge", 0x100000000), 0);
     std::filesystem::create_symlink("ring", "ring");
     ASSERT_EQ(mkfifo("pipe", 0600), 0);
-    if (sizeof(off_t) == 8) {
-        std::filesystem::resize_file("huge", 0x100000000U);
-    }
     EXPECT_EQ(WhyNoRead("missing"), "Soubor neexistuje");
     EXPECT_EQ(WhyNoRead(""), "Soubor neexistuje");
     EXPECT_EQ(WhyNoRead("dir"), "Je to adresář, ne soubor");

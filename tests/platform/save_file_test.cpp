@@ -29,9 +29,10 @@ public:
     int WriteAt(std::uint64_t offset, std::string_view bytes) override {
         synced_ = false;
         const bool fails = Fails();
-        const std::string_view put = bytes.substr(0, fails ? written_all_the_same : room - offset);
-        content_.resize(std::max(content_.size(), static_cast<std::size_t>(offset) + put.size()));
-        content_.replace(static_cast<std::size_t>(offset), put.size(), put);
+        const auto start = static_cast<std::size_t>(offset);
+        const std::string_view put = bytes.substr(0, fails ? written_all_the_same : room - start);
+        content_.resize(std::max(content_.size(), start + put.size()));
+        content_.replace(start, put.size(), put);
         return fails ? EIO : put.size() < bytes.size() ? ENOSPC : 0;
     }
     int Resize(std::uint64_t size) override {
@@ -73,8 +74,8 @@ struct TTexts {
 
 std::vector<TTexts> AllSizes() {
     std::vector<TTexts> all;
-    for (const std::size_t old_size : {0, 1, 4, 9}) {
-        for (const std::size_t new_size : {0, 1, 3, 4, 5, 9, 20}) {
+    for (const std::size_t old_size : {0U, 1U, 4U, 9U}) {
+        for (const std::size_t new_size : {0U, 1U, 3U, 4U, 5U, 9U, 20U}) {
             all.push_back({std::string(old_size, 'o'), std::string(new_size, 'n')});
         }
     }
@@ -214,7 +215,7 @@ TEST(SaveFile, WithoutRoomTheOldFileStandsAndANewOneIsGone) {
     const CTemporaryDirectory directory;
     const std::string old_text(5000, 'o');
     WriteBytes("file", old_text);
-    for (const rlim_t limit : {5000, 5001, 8191, 9999}) {
+    for (const rlim_t limit : {5000U, 5001U, 8191U, 9999U}) {
         std::string why_old;
         std::string why_new;
         {

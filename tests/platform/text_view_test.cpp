@@ -26,11 +26,12 @@ TEST(TextView, GeneratedTextGoesToTheEnd) {
 
 TEST(TextView, ManySmallPiecesMakeALargeText) {
     CTextView view;
-    for (int piece = 0; piece < 5000000; ++piece) {
-        view.InsertText("0123456789abcdefghi\n");
+    const std::string line = std::string(99, 'x') + '\n';
+    for (int piece = 0; piece < 1000000; ++piece) {
+        view.InsertText(line);
     }
     EXPECT_EQ(view.Text().size(), 100000000U);
-    EXPECT_EQ(view.CursorLine(), 5000000U);
+    EXPECT_EQ(view.CursorLine(), 1000000U);
 }
 
 TEST(TextView, TheSavedMarkFollowsChanges) {
