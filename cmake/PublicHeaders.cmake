@@ -3,6 +3,7 @@
 # header that leans on another one's includes, or on one that isn't in the list, breaks the build.
 set(KQ_PUBLIC_HEADERS
     configurator/kq_cfg.h
+    driver/channel_map.h
     driver/kq_def.h
     driver/kq_drv.h
     platform/base/bounded_text.h
