@@ -505,12 +505,6 @@ CTapeReader::TOutcome CTapeReader::ReadFromStream(std::uint32_t &error) {
     return TOutcome::kToken;
 }
 
-void CTapeReader::SetPosition(const TPosition &position) {
-    index_ = position.index;
-    line_ = position.line;
-    line_index_ = position.lineIndex;
-}
-
 void CTapeReader::Copy(TStr0_ *target, std::uint32_t from, std::uint32_t to) const {
     if (from > to || from >= size_ || data_ == nullptr) {
         return;

@@ -121,7 +121,11 @@ public:
     std::uint32_t GetLineIndex() const { return line_index_; }
     TPosition GetPosition() const { return {index_, line_, line_index_}; }
     /// Moves to a place. A token that was peeked at stays to be delivered.
-    void SetPosition(const TPosition &position);
+    void SetPosition(const TPosition &position) {
+        index_ = position.index;
+        line_ = position.line;
+        line_index_ = position.lineIndex;
+    }
     /// True if the next token depends on more than the place: one was peeked at, or half a `..` is read.
     bool CarriesOver() const { return token_held_ || range_dot_pending_; }
     /// Copies the characters at the offsets from to to, both included; nothing if from is above to. No terminator.

@@ -1,0 +1,356 @@
+#include "scanner/par_scanner.h"
+
+#include <cstring>
+#include <new>
+
+#include "platform/base/bounded_text.h"
+#include "platform/base/files.h"
+#include "scanner/byte_block.h"
+#include "scanner/line_scan.h"
+#include "scanner/scanned_text.h"
+#include "scanner/text_cutter.h"
+
+// Every text has two ways out of the tape. In general it is cut token by token (scanner/text_cutter.h), which is what
+// the result always is. In a plain line, and those are nearly all, the same result is found by looking for blanks,
+// commas and the line end only. Either way leaves the tape at the same place, so the ways may alternate from call to
+// call.
+
+namespace par_scanner {
+
+using detail::KindSet;
+
+namespace {
+
+/// Into a buffer that holds 256 characters. The text is one of ours and so has a margin that may be read.
+void CopyOut(std::string_view text, char *target) {
+    if (target == nullptr) {
+        return;
+    }
+    if (text.size() <= detail::CByteBlock::kSize && !text.empty()) {
+        detail::CByteBlock(text.data()).Store(target);
+    } else if (!text.empty()) {
+        std::memcpy(target, text.data(), text.size());
+    }
+    target[text.size()] = '\0';
+}
+
+void CopyName(std::string_view name, std::uint32_t high, char *target) {
+    constexpr std::uint32_t kWholeBuffer = 255;
+    if (high >= kWholeBuffer) {
+        CopyOut(name, target);
+    } else {
+        kq_base::CopyToBuffer(name, high, target);
+    }
+}
+
+}  // namespace
+
+CParScanner::CParScanner() : text_(std::make_shared<TScannedText>()) {}
+
+void CParScanner::Done() {
+    text_ = std::make_shared<TScannedText>();
+    tape_.InitBuffer(nullptr, 0);
+    plain_index_ = kNoPlace;
+}
+
+std::uint32_t CParScanner::GetDataSize() { return 0; }
+
+bool CParScanner::ReadBlockData(TStr0_ * /*buffer*/) { return false; }
+
+bool CParScanner::Init(std::uint32_t source) {
+    source_ = source;
+    const std::uint32_t size = GetDataSize();
+    const std::size_t room = std::size_t{size} + detail::kMargin;
+    auto text = std::make_shared<TScannedText>();
+    text->text.reset(room > size ? new (std::nothrow) char[room] : nullptr);
+    if (text->text == nullptr || !ReadBlockData(text->text.get())) {
+        return false;
+    }
+    text->size = size;
+    std::memset(text->text.get() + size, '\n', detail::kMargin);
+    text_ = std::move(text);
+    tape_.InitBuffer(text_->text.get(), size);
+    plain_index_ = kNoPlace;
+    detail::ScanSections(*text_, tape_);
+    return true;
+}
+
+bool CParScanner::GetFirstSection(std::uint32_t high, char *name) {
+    const bool found = FirstSection();
+    if (found) {
+        CopyName(SectionName(), high, name);
+    }
+    return found;
+}
+
+bool CParScanner::GetNextSection(std::uint32_t high, char *name) {
+    const bool found = NextSection();
+    if (found) {
+        CopyName(SectionName(), high, name);
+    }
+    return found;
+}
+
+bool CParScanner::FirstSection() {
+    section_handle_ = 0;
+    return Enter(0);
+}
+
+bool CParScanner::NextSection() {
+    ++section_handle_;
+    return Enter(text_->current == CSection::kNone ? CSection::kNone : text_->current + 1);
+}
+
+bool CParScanner::Enter(std::uint32_t section) {
+    if (section >= text_->sections.size()) {
+        text_->current = CSection::kNone;
+        section_handle_ = kNoSection;
+        return false;
+    }
+    text_->current = section;
+    LoadSectionData(&text_->sections[section]);
+    return true;
+}
+
+std::string_view CParScanner::SectionName() const {
+    const CSection *section = ActSection();
+    return section != nullptr ? text_->View().substr(section->name, section->name_length) : std::string_view();
+}
+
+void CParScanner::LoadSectionData(CSection *section) {
+    if (section != nullptr && !section->loaded) {
+        section->loaded = true;
+        detail::LoadKeys(*text_, tape_, *section);
+    }
+}
+
+CSection *CParScanner::ActSection() const { return text_->CurrentSection(); }
+
+void CParScanner::SetActSectionHandle(std::uint32_t handle) {
+    if (handle == kNoSection) {
+        return;
+    }
+    section_handle_ = handle;
+    text_->current = handle < text_->sections.size() ? handle : CSection::kNone;
+    if (const CSection *section = ActSection()) {
+        tape_.SetPosition(section->position);
+    }
+}
+
+std::uint32_t CParScanner::GetSectionLine() const {
+    const CSection *section = ActSection();
+    return section != nullptr ? section->line : 0;
+}
+
+bool CParScanner::GetFirstKey(std::uint32_t high, char *name) {
+    const bool found = FirstKey();
+    if (found) {
+        CopyName(KeyName(), high, name);
+    }
+    return found;
+}
+
+bool CParScanner::GetNextKey(std::uint32_t high, char *name) {
+    const bool found = NextKey();
+    if (found) {
+        CopyName(KeyName(), high, name);
+    }
+    return found;
+}
+
+bool CParScanner::FirstKey() {
+    CSection *section = ActSection();
+    if (section == nullptr || section->first_key == section->KeysEnd()) {
+        return false;
+    }
+    section->current_key = section->first_key;
+    return true;
+}
+
+bool CParScanner::NextKey() {
+    CSection *section = ActSection();
+    if (section == nullptr || section->current_key == CSection::kNone) {
+        return false;
+    }
+    const bool found = section->current_key + 1 < section->KeysEnd();
+    section->current_key = found ? section->current_key + 1 : CSection::kNone;
+    return found;
+}
+
+const CKey *CParScanner::CurrentKey() const {
+    const CSection *section = ActSection();
+    return section != nullptr ? section->CurrentKey() : nullptr;
+}
+
+std::string_view CParScanner::KeyName() const {
+    const CKey *key = CurrentKey();
+    return key != nullptr ? text_->View().substr(key->name, key->name_length) : std::string_view();
+}
+
+std::uint32_t CParScanner::GetKeyLine() const {
+    const CKey *key = CurrentKey();
+    return key != nullptr ? key->line : 0;
+}
+
+bool CParScanner::GetKeyPars(std::uint32_t /*high*/, char *text) {
+    std::string_view pars;
+    const bool found = KeyPars(pars);
+    CopyOut(pars, text);
+    return found;
+}
+
+bool CParScanner::KeyPars(std::string_view &text) {
+    plain_index_ = kNoPlace;
+    text = {};
+    const CKey *key = CurrentKey();
+    if (key == nullptr || !GoBehindEqual(*key)) {
+        return false;
+    }
+    if (!IsPlain(*key)) {
+        text = detail::CutText(tape_, text_->View(), KindSet(kLineEnd)).text;
+        return true;
+    }
+    const char *first = text_->text.get() + tape_.GetPosition().index;
+    GoBehindLine();
+    const char *last = text_->text.get() + tape_.GetPosition().index - 1;
+    if (last != first && last[-1] == '\r') {
+        --last;
+    }
+    while (last != first && last[-1] == ' ') {
+        --last;
+    }
+    while (first != last && *first == ' ') {
+        ++first;
+    }
+    text = detail::BoundText(first, last);
+    return true;
+}
+
+bool CParScanner::GoBehindEqual(const CKey &key) {
+    if (!IsPlain(key)) {
+        tape_.SetPosition(key.Position());
+        return detail::FindKind(tape_, kEqual, kLineEnd);
+    }
+    if (key.equal == 0) {
+        tape_.SetPosition(key.Position());
+        GoBehindLine();
+        return false;
+    }
+    const std::uint32_t index = key.name + key.equal + 1;
+    tape_.SetPosition({index, key.line, index - key.index + 1});
+    return true;
+}
+
+void CParScanner::GoBehindLine() {
+    const TPosition place = tape_.GetPosition();
+    const char *begin = text_->text.get() + place.index;
+    const void *line_feed = std::memchr(begin, '\n', static_cast<std::size_t>(text_->End() - begin));
+    tape_.SetPosition({text_->OffsetOf(static_cast<const char *>(line_feed)) + 1, place.line + 1, 1});
+}
+
+bool CParScanner::GetFirstPar(std::uint32_t /*high*/, char *value) {
+    std::string_view text;
+    const bool found = FirstValue(text);
+    if (found) {
+        CopyOut(text, value);
+    }
+    return found;
+}
+
+bool CParScanner::FirstValue(std::string_view &value) {
+    plain_index_ = kNoPlace;
+    const CKey *key = CurrentKey();
+    if (key == nullptr || !GoBehindEqual(*key)) {
+        return false;
+    }
+    value = IsPlain(*key) ? CutPlainValue() : CutValue();
+    return true;
+}
+
+bool CParScanner::GetNextPar(std::uint32_t /*high*/, char *value, std::uint32_t &separator) {
+    std::string_view text;
+    const bool found = NextValue(text, separator);
+    if (found) {
+        CopyOut(text, value);
+    }
+    return found;
+}
+
+bool CParScanner::NextValue(std::string_view &value, std::uint32_t &separator) {
+    if (last_value_) {
+        return false;
+    }
+    separator = separator_;
+    const bool plain = plain_index_ == tape_.GetPosition().index && !tape_.CarriesOver();
+    value = plain ? CutPlainValue() : CutValue();
+    return true;
+}
+
+std::string_view CParScanner::CutPlainValue() {
+    const TPosition place = tape_.GetPosition();
+    const detail::TPlainValue value = detail::CutPlainValue(text_->text.get() + place.index);
+    separator_ = value.separator;
+    last_value_ = value.separator == kLineEnd;
+    plain_index_ = text_->OffsetOf(value.next);
+    if (last_value_) {
+        tape_.SetPosition({plain_index_, place.line + 1, 1});
+    } else {
+        tape_.SetPosition({plain_index_, place.line, place.lineIndex + (plain_index_ - place.index)});
+    }
+    return detail::BoundText(value.first, value.last);
+}
+
+std::string_view CParScanner::CutValue() {
+    detail::SkipKinds(tape_, KindSet(kBlank));
+    const detail::TCut value =
+        detail::CutText(tape_, text_->View(), KindSet(kComma) | KindSet(kLineEnd) | KindSet(kBlank));
+    plain_index_ = kNoPlace;
+    separator_ = value.stop;
+    last_value_ = value.stop == kLineEnd;
+    if (value.stop == kBlank && (detail::SkipKinds(tape_, KindSet(kBlank) | KindSet(kComma)) & KindSet(kComma)) != 0) {
+        separator_ = kComma;
+    }
+    return value.text;
+}
+
+bool CParScanner::ReadToken(std::uint32_t &error, TToken &token, bool peek) {
+    return tape_.ReadToken(error, token, peek);
+}
+
+bool CParScanner::TapeFind(std::uint32_t kind1, std::uint32_t kind2) { return detail::FindKind(tape_, kind1, kind2); }
+
+bool CParScanner::AppendStrUntilToken(std::uint32_t /*high*/, char *text, std::uint32_t stop1, std::uint32_t stop2,
+                                      std::uint32_t good, bool &end) {
+    const detail::TCut cut = detail::CutText(tape_, text_->View(), KindSet(stop1) | KindSet(stop2));
+    CopyOut(cut.text, text);
+    end = cut.end;
+    return !cut.end && cut.stop == good;
+}
+
+std::uint32_t CParScanner::AppendStrUntilTokenEx(std::uint32_t /*high*/, char *text, std::uint64_t stops, bool &end) {
+    const detail::TCut cut = detail::CutText(tape_, text_->View(), stops);
+    CopyOut(cut.text, text);
+    end = cut.end;
+    return cut.stop;
+}
+
+bool CFileParScanner::Init(const char *path, std::uint32_t source) {
+    std::string error;
+    if (path == nullptr || !kq_base::CDisk::Current().Read(path, content_, error)) {
+        return false;
+    }
+    const bool read = CParScanner::Init(source);
+    content_ = {};
+    return read;
+}
+
+std::uint32_t CFileParScanner::GetDataSize() { return static_cast<std::uint32_t>(content_.size()); }
+
+bool CFileParScanner::ReadBlockData(TStr0_ *buffer) {
+    content_.copy(buffer, content_.size());
+    return true;
+}
+
+void Init_() {}
+
+}  // namespace par_scanner

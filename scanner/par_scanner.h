@@ -1,0 +1,150 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "platform/base/export.h"
+#include "scanner/par_section.h"
+#include "scanner/tape_reader.h"
+
+/// The surface of a parameter file: its sections, their keys and the keys' values, straight from the text and without a
+/// model.
+///
+///     [Port]                     a header: blanks, `[`, a name, `]`; the rest of the line is ignored
+///     Baud = 9600, 8 EVEN        a key, its text, and three values that are cut at `,` and blanks
+///     Log                        a key without values
+///
+/// Text ahead of the first header belongs to nothing. A line that begins with `[` ends a section's keys even if it is
+/// no header. A key line without `=` at the very end of the text, without a line end, is lost. Comments and strings are
+/// those of the token reader: what they hold separates nothing. All texts are delivered as they stand on the tape,
+/// quotes and inner comments included, without the blanks around them; above 255 characters they are cut to 254, and at
+/// a NUL or a carriage return in mid-line they end.
+///
+/// There is no syntax error. A failure of the token reader (a line end in a string, 12EF, a comment that isn't closed)
+/// counts as the end of the text; scanner/unread_text.h tells where that is.
+namespace par_scanner {
+
+struct TScannedText;
+
+/// Walks through a parameter file: Init; GetFirstSection, GetNextSection; in a section GetFirstKey, GetNextKey; at a
+/// key GetKeyPars, or GetFirstPar and then GetNextPar until it gives false. A section's keys are read when the walk
+/// first comes there, values whenever they are asked for.
+///
+/// A text goes out twofold: into a buffer with its highest valid index, or as a view that stays valid until Done. Names
+/// are cut at the high index. The buffer of any other text must hold 256 characters, whatever the high index says.
+///
+/// A copy shares text and sections, cursors included, with its original, and has a tape of its own.
+class KQ_API CParScanner {
+public:
+    static constexpr std::uint32_t kNoSection = 0xFFFFFFFF;
+
+    CParScanner();
+
+    /// Forgets the text and all that was found in it.
+    virtual void Done();
+    /// The size of the text in bytes. A subclass supplies the text through this and the next.
+    virtual std::uint32_t GetDataSize();
+    /// Fills a buffer of that size with the text; false if the text can't be got.
+    virtual bool ReadBlockData(TStr0_ *buffer);
+
+    /// Reads the text and finds the sections. False if the text can't be got. The source is only kept.
+    bool Init(std::uint32_t source);
+
+    /// Goes to the first or next section and gives its name; false, and no section is current, if there is none.
+    bool GetFirstSection(std::uint32_t high, char *name);
+    bool GetNextSection(std::uint32_t high, char *name);
+    bool FirstSection();
+    bool NextSection();
+    /// The name of the current section, empty without one.
+    std::string_view SectionName() const;
+    /// Reads the keys of a section, once; the walk does so by itself.
+    void LoadSectionData(CSection *section);
+    /// The current section, null if there is none.
+    CSection *ActSection() const;
+    /// The index of the current section from 0, or kNoSection.
+    std::uint32_t GetActSectionHandle() const { return section_handle_; }
+    /// Comes back to a section that the walk has visited. kNoSection does nothing; an index behind the last leaves no
+    /// current section.
+    void SetActSectionHandle(std::uint32_t handle);
+    /// The line of the current section's header from 1, 0 without one.
+    std::uint32_t GetSectionLine() const;
+
+    /// Goes to the first or next key of the current section and gives its text; false if there is none.
+    bool GetFirstKey(std::uint32_t high, char *name);
+    bool GetNextKey(std::uint32_t high, char *name);
+    bool FirstKey();
+    bool NextKey();
+    /// The text of the current key, empty without one.
+    std::string_view KeyName() const;
+    /// The line of the current key from 1, 0 without one.
+    std::uint32_t GetKeyLine() const;
+
+    /// All that stands behind the `=` of the current key, as one text. False, and an empty text, without key or `=`.
+    bool GetKeyPars(std::uint32_t high, char *text);
+    bool KeyPars(std::string_view &text);
+    /// The first value of the current key; false without key or `=`.
+    bool GetFirstPar(std::uint32_t high, char *value);
+    bool FirstValue(std::string_view &value);
+    /// The next value, and the token kind that stood ahead of it: kComma or kBlank. False at the line's end.
+    bool GetNextPar(std::uint32_t high, char *value, std::uint32_t &separator);
+    bool NextValue(std::string_view &value, std::uint32_t &separator);
+
+    /// The column of the tape, from 1: the place in its line up to which the last call has read.
+    std::uint32_t GetActPos() const { return tape_.GetLineIndex(); }
+    /// Reads a token from the tape, as CTapeReader::ReadToken.
+    bool ReadToken(std::uint32_t &error, TToken &token, bool peek);
+    /// Reads tokens up to and including one of two kinds; true if that was the first one.
+    bool TapeFind(std::uint32_t kind1, std::uint32_t kind2);
+    /// Reads tokens up to and including one of two kinds and gives what stands ahead of it. True if the last token read
+    /// has the kind good. end says whether the text ended instead.
+    bool AppendStrUntilToken(std::uint32_t high, char *text, std::uint32_t stop1, std::uint32_t stop2,
+                             std::uint32_t good, bool &end);
+    /// The same with a set of kinds, bit 1 << kind each; gives the kind that stopped it, kLineEnd where the text ended.
+    std::uint32_t AppendStrUntilTokenEx(std::uint32_t high, char *text, std::uint64_t stops, bool &end);
+
+    /// Kept for callers of old; they do nothing.
+    void GoToBeginOfSource() {}
+    void GoToBeginOfSection(std::uint32_t /*high*/, const char * /*name*/) {}
+    void PushPosition() {}
+    void PopPosition() {}
+
+private:
+    bool Enter(std::uint32_t section);
+    const CKey *CurrentKey() const;
+    bool IsPlain(const CKey &key) const { return key.plain && !tape_.CarriesOver(); }
+    /// Moves the tape behind the `=` of a key, or behind its line and gives false.
+    bool GoBehindEqual(const CKey &key);
+    /// From inside a plain line.
+    void GoBehindLine();
+    std::string_view CutPlainValue();
+    std::string_view CutValue();
+
+    static constexpr std::uint32_t kNoPlace = 0xFFFFFFFF;
+
+    std::uint32_t source_ = 0;
+    std::shared_ptr<TScannedText> text_;  ///< never absent
+    CTapeReader tape_;
+    bool last_value_ = false;               ///< the last value delivered ended the line
+    std::uint32_t separator_ = kNoToken;    ///< what ended it
+    std::uint32_t plain_index_ = kNoPlace;  ///< where the last value left the tape, if that was in a plain line
+    std::uint32_t section_handle_ = kNoSection;
+};
+
+/// Reads a file.
+class KQ_API CFileParScanner : public CParScanner {
+public:
+    /// Takes a path of the library (platform/base/paths.h). False if the file can't be read; a directory can't.
+    bool Init(const char *path, std::uint32_t source);
+    std::uint32_t GetDataSize() override;
+    bool ReadBlockData(TStr0_ *buffer) override;
+
+private:
+    std::string content_;  ///< only while Init runs
+};
+
+/// Starts the module; as often as anybody likes. The scanner has nothing to start.
+KQ_API void Init_();
+
+}  // namespace par_scanner

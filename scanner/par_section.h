@@ -1,0 +1,52 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+#include "scanner/tape_reader.h"
+
+/// What the scanner keeps of a parameter file beside its text: places, no characters.
+namespace par_scanner {
+
+/// A key of a section. Sixteen bytes, since a file may hold hundreds of thousands.
+struct CKey {
+    std::uint32_t index = 0;       ///< offset of the start of the key's line
+    std::uint32_t line = 0;        ///< that line, from 1
+    std::uint32_t name = 0;        ///< offset of the key text
+    std::uint16_t equal = 0;       ///< plain lines: from the key text to the `=`; 0 if there is none
+    std::uint8_t name_length = 0;  ///< at most 255
+    bool plain = false;            ///< each character of the line stands for itself: see TLine
+
+    TPosition Position() const { return {index, line, 1}; }
+};
+static_assert(sizeof(CKey) == 16);
+
+/// The keys of a section, or of several whose lists overlap.
+struct TKeyList {
+    std::vector<CKey> keys;
+    TPosition end;  ///< where reading them left the tape
+};
+
+/// A section. Its keys are those of a list from first_key on: a header with a comment ahead of it is a key line too, so
+/// the section ahead reads on beyond it and the two lists have one end.
+struct CSection {
+    static constexpr std::uint32_t kNone = 0xFFFFFFFF;
+
+    TPosition position;            ///< the start of the line behind the header
+    std::uint32_t line = 0;        ///< the line of the header, from 1
+    std::uint32_t name = 0;        ///< offset of the text between the brackets
+    std::uint8_t name_length = 0;  ///< at most 255
+    bool loaded = false;           ///< the keys have been read
+    bool joined = false;           ///< the section ahead reads on through this one
+    std::shared_ptr<const TKeyList> list;
+    std::uint32_t first_key = 0;
+    std::uint32_t current_key = kNone;  ///< the cursor, an index of list
+
+    std::uint32_t KeysEnd() const {
+        return list != nullptr ? static_cast<std::uint32_t>(list->keys.size()) : first_key;
+    }
+    const CKey *CurrentKey() const { return current_key != kNone ? &list->keys[current_key] : nullptr; }
+};
+
+}  // namespace par_scanner

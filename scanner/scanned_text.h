@@ -1,0 +1,37 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string_view>
+#include <vector>
+
+#include "scanner/par_section.h"
+
+namespace par_scanner {
+
+/// What a scanner and its copies share: the text and what was found in it.
+struct TScannedText {
+    std::unique_ptr<char[]> text;  ///< followed by detail::kMargin line feeds
+    std::uint32_t size = 0;
+    std::vector<CSection> sections;           ///< in the order of the text
+    std::uint32_t current = CSection::kNone;  ///< the cursor
+    std::vector<CKey> keys_read;              ///< room to read keys into, kept from list to list
+
+    std::string_view View() const { return {text.get(), size}; }
+    const char *End() const { return text.get() + size; }
+    std::uint32_t OffsetOf(const char *place) const { return static_cast<std::uint32_t>(place - text.get()); }
+    CSection *CurrentSection() { return current < sections.size() ? &sections[current] : nullptr; }
+};
+
+namespace detail {
+
+/// Finds the sections, from the tape's place to the end of the text, where it leaves the tape. The tape must be laid
+/// in.
+void ScanSections(TScannedText &text, CTapeReader &tape);
+
+/// Reads the keys of a section, and with them those of the sections that it is joined to, and puts the tape where that
+/// reading ended.
+void LoadKeys(TScannedText &text, CTapeReader &tape, CSection &section);
+
+}  // namespace detail
+}  // namespace par_scanner

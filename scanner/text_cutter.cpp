@@ -1,0 +1,78 @@
+#include "scanner/text_cutter.h"
+
+#include <algorithm>
+
+namespace par_scanner::detail {
+
+namespace {
+
+bool IsPartOfLineEnd(const TToken &token, std::uint32_t index, std::string_view buffer) {
+    return token.kind == kIdentifier && token.View() == "\r" && index < buffer.size() && buffer[index] == '\n';
+}
+
+}  // namespace
+
+std::string_view BoundText(const char *first, const char *last) {
+    constexpr std::ptrdiff_t kLongest = 255;
+    if (last <= first) {
+        return {first, 0};
+    }
+    if (last - first > kLongest) {
+        last = first + kLongest - 1;
+    }
+    last = std::find_if(first, last, [](char character) { return character == '\r' || character == '\0'; });
+    return {first, static_cast<std::size_t>(last - first)};
+}
+
+TCut CutText(CTapeReader &tape, std::string_view buffer, std::uint64_t stops) {
+    std::uint32_t first = tape.GetPosition().index;
+    std::uint32_t last = first;
+    bool started = false;
+    TToken token;
+    std::uint32_t error = 0;
+    bool end = true;
+    while (tape.ReadToken(error, token, false)) {
+        if ((stops & KindSet(token.kind)) != 0) {
+            end = false;
+            break;
+        }
+        const std::uint32_t index = tape.GetPosition().index;
+        if (IsPartOfLineEnd(token, index, buffer)) {
+            continue;
+        }
+        if (token.kind != kBlank) {
+            last = index;
+            started = true;
+        } else if (!started) {
+            first = index;
+        }
+    }
+    return {BoundText(buffer.data() + first, buffer.data() + last), end ? std::uint32_t{kLineEnd} : token.kind, end};
+}
+
+bool FindKind(CTapeReader &tape, std::uint32_t kind1, std::uint32_t kind2) {
+    TToken token;
+    std::uint32_t error = 0;
+    while (tape.ReadToken(error, token, false)) {
+        if (token.kind == kind1 || token.kind == kind2) {
+            return token.kind == kind1;
+        }
+    }
+    return false;
+}
+
+std::uint64_t SkipKinds(CTapeReader &tape, std::uint64_t kinds) {
+    std::uint64_t seen = 0;
+    for (;;) {
+        const TPosition place = tape.GetPosition();
+        TToken token;
+        std::uint32_t error = 0;
+        if (!tape.ReadToken(error, token, false) || (kinds & KindSet(token.kind)) == 0) {
+            tape.SetPosition(place);
+            return seen;
+        }
+        seen |= KindSet(token.kind);
+    }
+}
+
+}  // namespace par_scanner::detail
