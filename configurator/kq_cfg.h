@@ -242,6 +242,9 @@ public:
     /// The table of channels, ascending.
     std::vector<TChannel> Channels() const;
 
+    /// Compiles a template alone, with a driver map file's text in the table of channels, and tells what it declares.
+    TTemplate CompileTemplate(std::string_view template_text, std::string_view dmf_text);
+
 private:
     struct TState;
     std::unique_ptr<TState> state_;

@@ -20,11 +20,11 @@ EBoxAnswer DoMessageBox2(const TMessageBox &box) {
         return Handler()(box);
     }
     switch (box.buttons) {
-        case EBoxButtons::YesNo:
-            return EBoxAnswer::No;
-        case EBoxButtons::YesNoCancel:
-            return EBoxAnswer::Cancel;
+        case EBoxButtons::yesNo:
+            return EBoxAnswer::no;
+        case EBoxButtons::yesNoCancel:
+            return EBoxAnswer::cancel;
         default:
-            return EBoxAnswer::Ok;
+            return EBoxAnswer::ok;
     }
 }

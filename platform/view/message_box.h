@@ -10,16 +10,16 @@
 
 /// A question or a notice that waits for the user.
 
-enum class EBoxIcon : std::uint8_t { Stop, QuestionMark, Info };
-enum class EBoxButtons : std::uint8_t { Ok, YesNo, YesNoCancel };
+enum class EBoxIcon : std::uint8_t { stop, questionMark, info };
+enum class EBoxButtons : std::uint8_t { ok, yesNo, yesNoCancel };
 /// The answers, under the toolkit's codes.
-enum class EBoxAnswer : std::uint32_t { Ok = 4, Cancel = 5, Yes = 6, No = 7 };
+enum class EBoxAnswer : std::uint32_t { ok = 4, cancel = 5, yes = 6, no = 7 };
 
 struct TMessageBox {
     std::string title;
     std::array<std::string, 3> lines;
-    EBoxIcon icon = EBoxIcon::Info;
-    EBoxButtons buttons = EBoxButtons::Ok;
+    EBoxIcon icon = EBoxIcon::info;
+    EBoxButtons buttons = EBoxButtons::ok;
 };
 
 using TMessageBoxHandler = std::function<EBoxAnswer(const TMessageBox &)>;

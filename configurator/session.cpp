@@ -1,0 +1,97 @@
+#include "configurator/session.h"
+
+#include "driver/text_out.h"
+
+namespace kq_pdt {
+
+CConfiguratorSession::CConfiguratorSession() {
+    CParSheetData::SetCurrent(&sheet_data_);
+    sheet_data_.SetWindow(this);
+}
+
+CConfiguratorSession::~CConfiguratorSession() { sheet_data_.SetWindow(nullptr); }
+
+void CConfiguratorSession::SetTemplatePath(std::string_view path) {
+    template_ = path;
+    template_is_text_ = false;
+}
+
+void CConfiguratorSession::SetTemplateText(std::string_view text) {
+    template_ = text;
+    template_is_text_ = true;
+}
+
+bool CConfiguratorSession::LoadTemplate() {
+    return template_is_text_ ? sheet_data_.LoadTemplateText(template_, template_result_)
+                             : sheet_data_.LoadTemplate(template_, template_result_);
+}
+
+CConfiguratorSession::TOutcome CConfiguratorSession::ReadIntoModel() {
+    if (!LoadTemplate()) {
+        return TOutcome::templateFailed;
+    }
+    sheet_data_.ReadPar(par_view_.Text());
+    return messages_.ErrorCount() == 0 ? TOutcome::done : TOutcome::errors;
+}
+
+void CConfiguratorSession::ClearModel() {
+    messages_.ResetErrorCount();
+    ClearSheet();
+    sheet_data_.ClearData();
+    sheet_data_.Ranges().Clear();
+}
+
+bool CConfiguratorSession::CompileTemplate() {
+    ClearModel();
+    sheet_data_.Ranges().LoadDmfText(dmf_view_);
+    return LoadTemplate();
+}
+
+CConfiguratorSession::TOutcome CConfiguratorSession::TranslateToModel() {
+    ClearModel();
+    sheet_data_.Ranges().LoadDmfText(dmf_view_);
+    return ReadIntoModel();
+}
+
+CConfiguratorSession::TOutcome CConfiguratorSession::RepairDmf() {
+    ClearMessages();
+    ClearModel();
+    const TOutcome outcome = ReadIntoModel();
+    if (outcome == TOutcome::done) {
+        WriteDmf();
+    }
+    return outcome;
+}
+
+void CConfiguratorSession::WritePar() {
+    par_view_.Clear();
+    CTextOut out(&par_view_);
+    sheet_data_.WriteParText(out);
+}
+
+void CConfiguratorSession::WriteDmf() {
+    dmf_view_.Clear();
+    CTextOut out(&dmf_view_);
+    sheet_data_.Ranges().WriteDmfText(out);
+}
+
+void CConfiguratorSession::AddWarning(std::string_view text1, std::string_view text2, std::uint32_t line) {
+    messages_.Append(CMessageList::TIcon::notice, text1, text2, line, 0);
+}
+
+void CConfiguratorSession::AddError(std::string_view text1, std::string_view text2, std::uint32_t line) {
+    messages_.Append(CMessageList::TIcon::error, text1, text2, line, 0);
+}
+
+void CConfiguratorSession::AddErrorAt(std::string_view text1, std::string_view text2, std::uint32_t line,
+                                      std::uint32_t column) {
+    messages_.Append(CMessageList::TIcon::error, text1, text2, line, column);
+}
+
+void CConfiguratorSession::AddMessageRecord(std::uint32_t line, std::uint32_t column) {
+    messages_.AppendRecord(line, column);
+}
+
+void CConfiguratorSession::ClearMessages() { messages_.Clear(); }
+
+}  // namespace kq_pdt

@@ -1,0 +1,109 @@
+#include "model/def_node.h"
+
+#include <cassert>
+
+#include "model/sheet_data.h"
+
+namespace kq_pdt {
+
+CDefNode::~CDefNode() = default;
+
+void CDefNode::AddGroupItem(std::unique_ptr<CChannelsGroupItem> item) { groups_.push_back(std::move(item)); }
+
+CVariable &CDefNode::DeclareVariable(std::string_view name) {
+    if (!scope_) {
+        scope_ = std::make_unique<CVarScope>();
+        scope_->SetOwner(sheet_data_);
+    }
+    return scope_->Declare(name);
+}
+
+void CDefNode::EnterScope() {
+    if (scope_) {
+        sheet_data_->RootScope().Push(scope_.get());
+    }
+}
+
+void CDefNode::LeaveScope() {
+    if (scope_) {
+        sheet_data_->RootScope().Pop();
+    }
+}
+
+void CDefNode::CapturedValueChanged(const TParValue & /*value*/, const CVariable * /*variable*/) {}
+
+void CDefNode::BindVariable(CVariable & /*variable*/) {}
+
+void CDefNode::GetChannelAttr(std::uint32_t keyword, std::uint32_t &value) {
+    const CScopeGuard scope(this);
+    if (!names_ || !names_->Items().GetChannelAttr(keyword, value)) {
+        value = kNoNumber;
+    }
+}
+
+bool CDefNode::SetChannelAttr(std::uint32_t keyword, std::uint32_t number, std::string_view text, bool &matched) {
+    const CScopeGuard scope(this);
+    matched = false;
+    return names_ && names_->Items().SetChannelAttr(keyword, number, text, matched);
+}
+
+void CDefNode::ParameterChanged(const CVariable *variable, const TParValue &value, bool &ok) {
+    for (const auto &group : groups_) {
+        group->ParameterChanged(variable, value, ok);
+    }
+}
+
+bool CDefNode::HasUndefinedChannelNumber() const { return names_ && names_->Items().HasUndefinedChannelNumber(); }
+
+void CDefNode::CloneInto(CDefNode &node) const {
+    for (const auto &group : groups_) {
+        node.AddGroupItem(group->CloneGroup());
+    }
+    node.flags_ = flags_;
+    if (scope_) {
+        node.scope_ = scope_->Clone();
+    }
+}
+
+void CDefNode::Done() {
+    {
+        const CScopeGuard scope(this);
+        for (const auto &group : groups_) {
+            group->Done();
+        }
+        groups_.clear();
+    }
+    CParSheetData *data = CParSheetData::Current();
+    if (Has(nfChannels) && channels_done_ && data != nullptr) {
+        std::uint32_t first = kNoNumber;
+        GetChannelAttr(kwChFrom, first);
+        if (first == kNoNumber) {
+            GetChannelAttr(kwChNumber, first);
+        }
+        if (first != kNoNumber) {
+            data->RemoveChannelRange(first);
+        }
+    }
+}
+
+void CDefNode::ReleaseScope() {
+    assert(!scope_ || scope_->UseCount() == 0);
+    scope_.reset();
+}
+
+void CDefNode::SelectChannel() {
+    CParSheetData *data = CParSheetData::Current();
+    if (!Has(nfChannels) || data == nullptr) {
+        return;
+    }
+    std::uint32_t first = kNoNumber;
+    GetChannelAttr(kwChFrom, first);
+    if (first == kNoNumber) {
+        GetChannelAttr(kwChNumber, first);
+    }
+    if (first != kNoNumber) {
+        data->SelectChannelRange(first);
+    }
+}
+
+}  // namespace kq_pdt

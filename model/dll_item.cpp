@@ -1,0 +1,213 @@
+#include "model/dll_item.h"
+
+#include <algorithm>
+#include <array>
+#include <string>
+
+#include "model/sheet_data.h"
+#include "model/var_ref_item.h"
+#include "platform/base/code_page.h"
+#include "platform/base/files.h"
+#include "platform/base/paths.h"
+#include "platform/os/modules.h"
+#include "template/host_callback.h"
+
+namespace kq_pdt {
+
+namespace {
+
+constexpr std::string_view kExtension = ".DLL";
+
+/// A path buffer as the host's callback takes it.
+using TPathBuffer = std::array<char, kq_base::TPathText::kBound + 1>;
+
+constexpr std::uint32_t kPathHigh = kq_base::TPathText::kBound;
+
+}  // namespace
+
+CDllItem::CDllItem(CParSheetData *sheet_data) : CItem(TItemCode::kDll), sheet_data_(sheet_data) {}
+
+const kq_base::TText *CDllItem::Selected() const {
+    return selected_index_ < names_.size() ? &names_[selected_index_] : nullptr;
+}
+
+void CDllItem::Publish() {
+    if (!published_) {
+        RefreshModule();
+    }
+    published_ = true;
+}
+
+bool CDllItem::AppendText(kq_base::CTextBuffer &text) {
+    const kq_base::TText *name = Selected();
+    if (name == nullptr) {
+        return false;
+    }
+    text.Append(name->View());
+    return true;
+}
+
+void CDllItem::GetCell(std::uint32_t &index, kq_base::CTextBuffer &text, TCellField field, bool &disabled) {
+    if (AnswerCell(index, text, field, disabled) && Selected() != nullptr) {
+        text.Append(Selected()->View());
+    }
+}
+
+/// The module is only looked at, nothing of it runs.
+bool CDllItem::HasProcedures(std::string_view path) const {
+    const kq_os::HMODULE module = kq_os::LoadLibraryExA(path, kq_os::kDontResolveReferences);
+    if (module == nullptr) {
+        return false;
+    }
+    const bool all = std::all_of(names_.begin(), names_.end(), [module](const kq_base::TText &procedure) {
+        return kq_os::GetProcAddress(module, procedure.Characters()) != nullptr;
+    });
+    kq_os::FreeLibrary(module);
+    return all;
+}
+
+void CDllItem::ListModules(CDllItem &clone) const {
+    clone.listed_ = true;
+    CAbstractPdtIdeCallBack *host = HostCallback();
+    if (host == nullptr) {
+        return;
+    }
+    const auto offer = [&](std::string_view path) {
+        if (HasProcedures(path)) {
+            clone.names_.emplace_back(kq_base::FileNamePart(path));
+            clone.selected_index_ = 0;
+        }
+    };
+    TPathBuffer path{};
+    host->GetModulesDir(kPathHigh, path.data());
+    const std::string directory(path.data());
+    std::vector<std::string> files;
+    std::string error;
+    if (kq_base::CDisk::Current().List(directory, "*.dll", files, error)) {
+        for (const std::string &file : files) {
+            offer(kq_base::JoinPath(directory, file));
+        }
+    }
+    TPathBuffer name{};
+    for (bool more = host->FindFirstModule(kPathHigh, name.data(), kPathHigh, path.data()); more;
+         more = host->FindNextModule(kPathHigh, name.data(), kPathHigh, path.data())) {
+        const std::string found(path.data());
+        offer(found);
+        kq_base::CopyToBuffer(kq_base::FileNamePart(found), kPathHigh, name.data());
+        kq_base::CopyToBuffer(kq_base::DirectoryPart(found), kPathHigh, path.data());
+    }
+}
+
+std::unique_ptr<CItem> CDllItem::Clone() {
+    auto clone = std::make_unique<CDllItem>(sheet_data_);
+    if (listed_) {
+        clone->listed_ = true;
+        clone->names_ = names_;
+        clone->selected_index_ = selected_index_;
+    } else {
+        ListModules(*clone);
+    }
+    CloneBaseInto(*clone);
+    return clone;
+}
+
+void CDllItem::CopyValue(CItem *source) {
+    if (source == nullptr || source->Code() != TItemCode::kDll) {
+        return;
+    }
+    CopyBaseValue(*source);
+    const std::uint32_t index = static_cast<const CDllItem &>(*source).selected_index_;
+    selected_index_ = index < names_.size() ? index : kNoNumber;
+}
+
+void CDllItem::OpenEditor(std::uint32_t &index, std::unique_ptr<TCellEditor> &editor) {
+    if (!BeginEditor(index, editor) || !IsEnabled()) {
+        return;
+    }
+    auto box = std::make_unique<CComboBox>(CComboBox::EMode::list);
+    for (const kq_base::TText &name : names_) {
+        box->AppendEntry(name.View());
+    }
+    box->Select(Selected() != nullptr ? selected_index_ + 1 : 0);
+    editor->kind = TCellEditor::TControl::kComboBox;
+    editor->control = std::move(box);
+}
+
+void CDllItem::CloseEditor(std::unique_ptr<TCellEditor> &editor, bool accept) {
+    if (editor && editor->control && accept) {
+        const std::size_t place = editor->ComboBox().Selected();
+        if (place >= 1 && place <= names_.size() && place - 1 != selected_index_) {
+            selected_index_ = static_cast<std::uint32_t>(place - 1);
+            RefreshModule();
+        }
+    }
+    editor.reset();
+}
+
+void CDllItem::SetAttribute(std::uint32_t keyword, std::uint32_t form, std::string_view text, CVarScope *scope) {
+    CItem::SetAttribute(keyword, form, text, scope);
+    if (keyword == kwLabel) {
+        EditAttributes().label = text;
+    } else if (keyword == kwBubble) {
+        EditAttributes().bubble = text;
+    } else if (keyword == kwProcedure) {
+        names_.emplace_back(text);
+    }
+}
+
+bool CDllItem::FindEntry(std::string_view text, std::uint32_t position, TMatchStep &step, std::uint32_t &index) const {
+    step.complete = true;
+    step.may_be_empty = false;
+    step.position = position;
+    if (position > text.size()) {
+        return false;
+    }
+    for (std::size_t place = 0; place < names_.size(); ++place) {
+        const std::string_view name = names_[place].View();
+        const std::string_view here = text.substr(position, name.size());
+        const bool whole = kq_base::EqualIgnoringCase(here, name);
+        if (whole || kq_base::EqualIgnoringCase(std::string(here).append(kExtension), name)) {
+            index = static_cast<std::uint32_t>(place);
+            step.position += static_cast<std::uint32_t>(name.size() - (whole ? 0 : kExtension.size()));
+            return true;
+        }
+    }
+    return false;
+}
+
+bool CDllItem::Match(std::string_view text, std::uint32_t position, TMatchStep &step) {
+    std::uint32_t index = 0;
+    return FindEntry(text, position, step, index);
+}
+
+bool CDllItem::ParseValue(std::string_view text, std::uint32_t first, std::uint32_t end) {
+    TMatchStep step;
+    return first < end && FindEntry(text, first, step, selected_index_);
+}
+
+void CDllItem::ParameterChanged(const CVariable *variable, const TParValue &value, bool &ok) {
+    CItem::ParameterChanged(variable, value, ok);
+    const CEnableIf *condition = Attributes().enable_if.get();
+    if (condition != nullptr && condition->DependsOn(variable)) {
+        RefreshModule();
+    }
+}
+
+void CDllItem::RefreshModule() {
+    if (sheet_data_ == nullptr || Selected() == nullptr) {
+        return;
+    }
+    const kq_base::TText name = IsEnabled() ? *Selected() : kq_base::TText();
+    sheet_data_->LoadModuleTemplate(loaded_sections_, name.View());
+}
+
+void CDllItem::Done() {
+    CItem::Done();
+    names_.clear();
+    if (sheet_data_ != nullptr) {
+        sheet_data_->LoadModuleTemplate(loaded_sections_, {});
+    }
+    loaded_sections_.clear();
+}
+
+}  // namespace kq_pdt

@@ -1,0 +1,56 @@
+#pragma once
+
+#include <vector>
+
+#include "model/item.h"
+
+namespace kq_pdt {
+
+class CParSheetData;
+class CSectionDef;
+
+/// Names in order: words to be coloured, required procedures, modules.
+using CNameList = std::vector<kq_base::TText>;
+/// Definitions that a module brought along, not owned.
+using CSectionRefs = std::vector<CSectionDef *>;
+
+/// A choice among driver modules. A definition keeps the procedures that a module must export; its clone lists the
+/// modules of the host's directory, and the chosen module brings its own template along.
+class CDllItem final : public CItem {
+public:
+    explicit CDllItem(CParSheetData *sheet_data);
+
+    /// In a definition the required procedures, in an instance the modules found.
+    const CNameList &Names() const { return names_; }
+
+    void Publish() override;
+    std::uint32_t GetCellCount() const override { return 1; }
+    bool AppendText(kq_base::CTextBuffer &text) override;
+    void GetCell(std::uint32_t &index, kq_base::CTextBuffer &text, TCellField field, bool &disabled) override;
+    std::unique_ptr<CItem> Clone() override;
+    void CopyValue(CItem *source) override;
+    void OpenEditor(std::uint32_t &index, std::unique_ptr<TCellEditor> &editor) override;
+    void CloseEditor(std::unique_ptr<TCellEditor> &editor, bool accept) override;
+    void SetAttribute(std::uint32_t keyword, std::uint32_t form, std::string_view text, CVarScope *scope) override;
+    bool Match(std::string_view text, std::uint32_t position, TMatchStep &step) override;
+    bool ParseValue(std::string_view text, std::uint32_t first, std::uint32_t end) override;
+    void ParameterChanged(const CVariable *variable, const TParValue &value, bool &ok) override;
+    void Done() override;
+
+private:
+    /// The first name that stands at a position in any case of letters, with ".DLL" or without. False without any.
+    bool FindEntry(std::string_view text, std::uint32_t position, TMatchStep &step, std::uint32_t &index) const;
+    const kq_base::TText *Selected() const;
+    void ListModules(CDllItem &clone) const;
+    bool HasProcedures(std::string_view path) const;
+    /// Loads the template of the selected module, or releases it while the item is disabled.
+    void RefreshModule();
+
+    CParSheetData *sheet_data_;
+    CNameList names_;
+    bool listed_ = false;  ///< names_ holds modules
+    std::uint32_t selected_index_ = kNoNumber;
+    CSectionRefs loaded_sections_;
+};
+
+}  // namespace kq_pdt

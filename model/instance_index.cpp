@@ -1,0 +1,144 @@
+#include "model/instance_index.h"
+
+#include <algorithm>
+
+#include "model/section_def.h"
+#include "platform/base/code_page.h"
+
+namespace kq_pdt {
+
+namespace {
+
+void InsertInOrder(std::vector<CSectionDef *> &list, CSectionDef &section) {
+    const auto place =
+        std::upper_bound(list.begin(), list.end(), section.Serial(),
+                         [](std::uint32_t serial, const CSectionDef *other) { return serial < other->Serial(); });
+    list.insert(place, &section);
+}
+
+template <class Map, class Key>
+void EraseFrom(Map &map, const Key &key, CSectionDef &section) {
+    const auto place = map.find(key);
+    if (place == map.end()) {
+        return;
+    }
+    std::erase(place->second, &section);
+    if (place->second.empty()) {
+        map.erase(place);
+    }
+}
+
+}  // namespace
+
+CInstanceIndex::TEntry CInstanceIndex::Describe(CSectionDef &section) {
+    if (section.Names() == nullptr || section.Names()->Items().IsEmpty()) {
+        return {};
+    }
+    bool is_text = true;
+    bool shows_variable = false;
+    bool publishes = false;
+    kq_base::CTextBuffer text;
+    for (const auto &item : section.Names()->Items().Items()) {
+        const auto *reference = dynamic_cast<const CVarRefItem *>(item.get());
+        if (item->Code() == TItemCode::kConst || (reference != nullptr && reference->IsCaptured())) {
+            item->AppendText(text);
+        } else {
+            is_text = false;
+        }
+        shows_variable = shows_variable || reference != nullptr;
+        publishes = publishes || item->IdVariable() != nullptr;
+    }
+    if (is_text && !publishes) {
+        return {TForm::kText, kq_base::ToUpper(text.View())};
+    }
+    return {shows_variable || publishes ? TForm::kSingle : TForm::kPattern, {}};
+}
+
+void CInstanceIndex::Insert(CSectionDef &section) {
+    TEntry entry = Describe(section);
+    switch (entry.form) {
+        case TForm::kText:
+            InsertInOrder(by_text_[entry.text], section);
+            break;
+        case TForm::kPattern:
+            InsertInOrder(patterns_[section.Definition()], section);
+            break;
+        case TForm::kSingle:
+            InsertInOrder(singles_, section);
+            break;
+        default:
+            break;
+    }
+    entries_[&section] = std::move(entry);
+}
+
+void CInstanceIndex::Take(CSectionDef &section) {
+    const auto place = entries_.find(&section);
+    if (place == entries_.end()) {
+        return;
+    }
+    const TEntry &entry = place->second;
+    if (entry.form == TForm::kText) {
+        EraseFrom(by_text_, entry.text, section);
+    } else if (entry.form == TForm::kPattern) {
+        EraseFrom(patterns_, section.Definition(), section);
+    } else if (entry.form == TForm::kSingle) {
+        std::erase(singles_, &section);
+    }
+    entries_.erase(place);
+}
+
+void CInstanceIndex::Add(CSectionDef &section) {
+    by_definition_[section.Definition()].push_back(&section);
+    Insert(section);
+}
+
+void CInstanceIndex::Remove(CSectionDef &section) {
+    Take(section);
+    EraseFrom(by_definition_, section.Definition(), section);
+}
+
+void CInstanceIndex::Rename(CSectionDef &section) {
+    if (entries_.contains(&section)) {
+        Take(section);
+        Insert(section);
+    }
+}
+
+void CInstanceIndex::Clear() {
+    entries_.clear();
+    by_definition_.clear();
+    by_text_.clear();
+    patterns_.clear();
+    singles_.clear();
+}
+
+CSectionDef *CInstanceIndex::FirstOf(const CSectionDef *definition) const {
+    const auto place = by_definition_.find(definition);
+    return place != by_definition_.end() ? place->second.front() : nullptr;
+}
+
+void CInstanceIndex::FindCandidates(std::string_view text, std::vector<CSectionDef *> &candidates) const {
+    candidates = singles_;
+    for (const auto &[definition, sections] : patterns_) {
+        candidates.push_back(sections.front());
+    }
+    const auto place = by_text_.find(kq_base::ToUpper(text));
+    if (place != by_text_.end()) {
+        const std::size_t begin = candidates.size();
+        for (CSectionDef *section : place->second) {
+            const auto same = std::find_if(
+                candidates.begin() + static_cast<std::ptrdiff_t>(begin), candidates.end(),
+                [section](const CSectionDef *other) { return other->Definition() == section->Definition(); });
+            if (same == candidates.end()) {
+                candidates.push_back(section);
+            } else if ((*same)->WasTaken() && !section->WasTaken()) {
+                *same = section;
+            }
+        }
+    }
+    std::sort(candidates.begin(), candidates.end(),
+              [](const CSectionDef *left, const CSectionDef *right) { return left->Serial() < right->Serial(); });
+}
+
+}  // namespace kq_pdt

@@ -1,0 +1,52 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "model/item_list.h"
+
+namespace kq_pdt {
+
+class CSectionDef;
+
+/// Finds instances without walking all of them: by their definition, and by a text that their name may match.
+///
+/// A name of constants and bound references is one text, so a look-up of that text finds it. Other names are patterns,
+/// and all instances of one definition have the same; its first instance stands for them, unless the name publishes or
+/// shows a variable.
+class CInstanceIndex {
+public:
+    void Add(CSectionDef &section);
+    void Remove(CSectionDef &section);
+    /// The instance's name shows another text now.
+    void Rename(CSectionDef &section);
+    void Clear();
+
+    /// The first instance of a definition, or none.
+    CSectionDef *FirstOf(const CSectionDef *definition) const;
+    /// All instances that a text has to be matched against, in the order of the list. Of instances that show the same
+    /// name the first counts that no text was read into yet, or else the first.
+    void FindCandidates(std::string_view text, std::vector<CSectionDef *> &candidates) const;
+
+private:
+    enum class TForm { kNone, kText, kPattern, kSingle };
+    struct TEntry {
+        TForm form = TForm::kNone;
+        std::string text;
+    };
+
+    static TEntry Describe(CSectionDef &section);
+    void Insert(CSectionDef &section);
+    void Take(CSectionDef &section);
+
+    std::unordered_map<const CSectionDef *, TEntry> entries_;
+    std::unordered_map<const CSectionDef *, std::vector<CSectionDef *>> by_definition_;
+    std::unordered_map<std::string, std::vector<CSectionDef *>> by_text_;
+    std::unordered_map<const CSectionDef *, std::vector<CSectionDef *>> patterns_;
+    std::vector<CSectionDef *> singles_;
+};
+
+}  // namespace kq_pdt

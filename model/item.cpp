@@ -1,0 +1,249 @@
+#include "model/item.h"
+
+#include <cassert>
+
+#include "model/item_list.h"
+#include "model/texts.h"
+#include "model/var_ref_item.h"
+#include "platform/base/number_text.h"
+
+namespace kq_pdt {
+
+namespace {
+
+const kq_base::TText &DefaultNoneText() {
+    static const kq_base::TText text(texts::kNoneText);
+    return text;
+}
+
+TChannelAttributes &ChannelAttributes(TItemAttributes &attributes) {
+    if (!attributes.channel) {
+        attributes.channel = std::make_unique<TChannelAttributes>();
+    }
+    return *attributes.channel;
+}
+
+/// One statement `ch_type` or `ch_direction` arrives in up to three parts: a variable, the text of a row, its word.
+void TakeMapAttribute(TChannelAttributes &channel, bool is_type, std::uint32_t form, std::string_view text,
+                      CVarScope *scope) {
+    if (form == formVariable) {
+        if (scope != nullptr) {
+            (is_type ? channel.type_variable : channel.direction_variable) = scope->Resolve(text, false);
+        }
+    } else if (form == formText) {
+        if (!channel.pending) {
+            channel.pending = CValueMapEntry{kq_base::TText(text), 0};
+        }
+    } else {
+        CValueMapEntry row = channel.pending.value_or(CValueMapEntry());
+        row.code = form;
+        (is_type ? channel.type_map : channel.direction_map).push_back(std::move(row));
+        channel.pending.reset();
+    }
+}
+
+}  // namespace
+
+CItem::CItem(TItemCode code) : code_(code), none_text_(DefaultNoneText()) {}
+
+CItem::~CItem() = default;
+
+const TItemAttributes &CItem::Attributes() const {
+    static const TItemAttributes none;
+    return attributes_ ? *attributes_ : none;
+}
+
+TItemAttributes &CItem::EditAttributes() {
+    if (!attributes_) {
+        attributes_ = std::make_shared<TItemAttributes>();
+    }
+    assert(attributes_.use_count() == 1);
+    return *attributes_;
+}
+
+bool CItem::IsEnabled() const {
+    const CEnableIf *condition = Attributes().enable_if.get();
+    return condition == nullptr || condition->Holds();
+}
+
+void CItem::Publish() { published_ = true; }
+
+bool CItem::SetValue(const TParValue & /*value*/) { return false; }
+
+void CItem::GetValue(TParValue & /*value*/) {}
+
+std::uint32_t CItem::GetCellCount() const { return 0; }
+
+bool CItem::AppendText(kq_base::CTextBuffer & /*text*/) { return false; }
+
+void CItem::GetCell(std::uint32_t & /*index*/, kq_base::CTextBuffer &text, TCellField field, bool & /*disabled*/) {
+    if (field == TCellField::kComment) {
+        text.Clear();
+        text.Append(Attributes().comment.View());
+    }
+}
+
+void CItem::AppendCellText(kq_base::CTextBuffer & /*text*/, bool & /*disabled*/) {}
+
+std::unique_ptr<CItem> CItem::Clone() {
+    auto clone = std::make_unique<CItem>(code_);
+    CloneBaseInto(*clone);
+    return clone;
+}
+
+void CItem::CopyValue(CItem *source) {
+    if (source != nullptr) {
+        CopyBaseValue(*source);
+    }
+}
+
+void CItem::OpenEditor(std::uint32_t & /*index*/, std::unique_ptr<TCellEditor> & /*editor*/) {}
+
+void CItem::CloseEditor(std::unique_ptr<TCellEditor> &editor, bool /*accept*/) { editor.reset(); }
+
+void CItem::SetAttribute(std::uint32_t keyword, std::uint32_t form, std::string_view text, CVarScope *scope) {
+    TItemAttributes &attributes = EditAttributes();
+    switch (keyword) {
+        case kwWriteIfAll:
+            if (owner_ != nullptr) {
+                owner_->SetWriteIfAll();
+            }
+            break;
+        case kwChType:
+            TakeMapAttribute(ChannelAttributes(attributes), true, form, text, scope);
+            attributes.roles |= roleChType;
+            break;
+        case kwChDirection:
+            TakeMapAttribute(ChannelAttributes(attributes), false, form, text, scope);
+            attributes.roles |= roleChDirection;
+            break;
+        case kwChFrom:
+        case kwChTo:
+        case kwChNumber:
+            attributes.roles |= keyword == kwChFrom ? roleChFrom : keyword == kwChTo ? roleChTo : roleChNumber;
+            SetAttribute(kwRangeFrom, formNumber, "1", scope);
+            SetAttribute(kwRangeTo, formNumber, "2147483647", scope);
+            break;
+        case kwChCount:
+            attributes.roles |= roleChCount;
+            if (form == formNumber) {
+                TChannelAttributes &channel = ChannelAttributes(attributes);
+                if (kq_base::ParseDecimal(text, channel.fixed_count)) {
+                    channel.fixed_keyword = kwChCount;
+                }
+            }
+            break;
+        case kwReadAll:
+            attributes.roles |= roleReadAll;
+            break;
+        case kwId:
+            if (form == formVariable && !id_variable_ && scope != nullptr) {
+                id_variable_ = scope->Resolve(text, false);
+            }
+            break;
+        case kwComment:
+            attributes.comment = text;
+            break;
+        case kwNedef:
+            none_text_ = text;
+            break;
+        case kwNoCaseSensitive:
+            attributes.case_sensitive = false;
+            break;
+        default:
+            break;
+    }
+}
+
+void CItem::SetExpression(std::uint32_t /*keyword*/, std::uint32_t /*word*/,
+                          std::unique_ptr<CExpression> /*expression*/) {}
+
+void CItem::BindVariable(CVariable &variable) {
+    if (id_variable_) {
+        id_variable_->BindVariable(variable);
+    }
+}
+
+void CItem::CapturedValueChanged(const TParValue &value, const CVariable *variable) {
+    if (id_variable_) {
+        id_variable_->CapturedValueChanged(value, variable);
+    }
+}
+
+bool CItem::Match(std::string_view /*text*/, std::uint32_t /*position*/, TMatchStep & /*step*/) { return false; }
+
+bool CItem::ParseValue(std::string_view /*text*/, std::uint32_t /*first*/, std::uint32_t /*end*/) { return false; }
+
+void CItem::Done() { id_variable_.reset(); }
+
+void CItem::CloneBaseInto(CItem &clone) {
+    clone.none_text_ = none_text_;
+    clone.optional_ = optional_;
+    clone.undefined_ = undefined_;
+    clone.attributes_ = attributes_;
+    if (id_variable_) {
+        clone.id_variable_ = id_variable_->CloneReference();
+    }
+}
+
+void CItem::CopyBaseValue(const CItem &source) {
+    none_text_ = source.none_text_;
+    optional_ = source.optional_;
+    undefined_ = source.undefined_;
+}
+
+void CItem::PublishValue(const TParValue &value) {
+    if (id_variable_) {
+        const bool unknown = undefined_ || !IsEnabled();
+        AssignToVariable(unknown ? TParValue::Undefined() : value);
+    }
+}
+
+bool CItem::AssignToVariable(const TParValue &value) {
+    bool ok = true;
+    if (id_variable_) {
+        id_variable_->Assign(value, ok);
+    }
+    return ok;
+}
+
+void CItem::AdoptDependent(const CItem &source, const TParValue &value) {
+    if (!id_variable_ || !source.id_variable_ || !id_variable_->AdoptDependent(*source.id_variable_)) {
+        return;
+    }
+    if (CVariable *variable = id_variable_->Variable()) {
+        variable->Replace(value);
+    }
+}
+
+bool CItem::AnswerCell(std::uint32_t &index, kq_base::CTextBuffer &text, TCellField field, bool &disabled) const {
+    if (index-- != 1) {
+        return false;
+    }
+    const TItemAttributes &attributes = Attributes();
+    disabled = !IsEnabled();
+    text.Clear();
+    if (field == TCellField::kLabel) {
+        text.Append(attributes.label.View());
+    } else if (field == TCellField::kBubble) {
+        text.Append(attributes.bubble.View());
+    } else if (field == TCellField::kComment) {
+        text.Append(attributes.comment.View());
+    }
+    return field == TCellField::kValue;
+}
+
+TParValue CItem::EditedValue(const TCellEditor & /*editor*/) const { return {}; }
+
+bool CItem::BeginEditor(std::uint32_t &index, std::unique_ptr<TCellEditor> &editor) {
+    if (index-- != 1) {
+        return false;
+    }
+    if (!editor) {
+        editor = std::make_unique<TCellEditor>();
+    }
+    editor->item = this;
+    return true;
+}
+
+}  // namespace kq_pdt

@@ -1,0 +1,152 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string_view>
+
+#include "model/cell_editor.h"
+#include "model/item_attributes.h"
+#include "platform/base/par_value.h"
+#include "platform/base/text_buffer.h"
+#include "template/keywords.h"
+
+namespace kq_pdt {
+
+class CItemSeq;
+class CVarRefItem;
+class CVarScope;
+class CVariable;
+
+/// What kind of value item it is.
+enum class TItemCode : std::uint32_t {
+    kPlain = 1,  ///< no value of its own; references to variables keep this code
+    kConst = 3,
+    kNumber = 5,
+    kString = 6,
+    kDll = 7,
+    kOptions = 8,
+    kChannelsGroup = 9,
+};
+
+/// How an attribute's value was written in the template. From 100 up it is the code of a keyword.
+enum TAttributeForm : std::uint32_t { formVariable = 1, formText = 2, formNumber = 3 };
+
+/// What of a cell is asked for.
+enum class TCellField : std::uint32_t { kValue = 1, kLabel = 2, kBubble = 3, kComment = 4 };
+
+/// One step of the pattern matcher.
+struct TMatchStep {
+    std::uint32_t position = 0;  ///< behind what was accepted
+    bool complete = false;       ///< the item takes nothing more
+    bool may_be_empty = false;   ///< the item may be passed over without a character
+};
+
+/// One element of a name or of a `par` line: it takes attributes from the compiler, recognises itself in the text of a
+/// parameter file, keeps a value, prints it, shows it in cells of the sheet, edits it there, and hands it on to a
+/// variable. This base has no value and answers false, nothing or 0.
+class CItem {
+public:
+    explicit CItem(TItemCode code);
+    virtual ~CItem();
+    CItem(const CItem &) = delete;
+    CItem &operator=(const CItem &) = delete;
+
+    /// Applies the default and hands the value to the item's variable.
+    virtual void Publish();
+    /// Answers a question for a channel attribute (`ch_from`, `ch_type`, ...); false if this item doesn't.
+    virtual bool GetChannelAttr(std::uint32_t keyword, std::uint32_t &value);
+    /// Stores a value given as a record; false if the item can't hold it.
+    virtual bool SetValue(const TParValue &value);
+    /// Stores a channel attribute. matched tells if this item is the one for it, the result if it took the value.
+    virtual bool SetChannelAttr(std::uint32_t keyword, std::uint32_t number, std::string_view text, bool &matched);
+    /// The value as a record; untouched where an item has none to give.
+    virtual void GetValue(TParValue &value);
+    virtual std::uint32_t GetCellCount() const;
+    /// Appends what a parameter file holds for the value; false if nothing is to be written.
+    virtual bool AppendText(kq_base::CTextBuffer &text);
+    /// Gives one field of a cell. Index 1 means this item's cell, and index becomes 0; any other index counts down by
+    /// the cells of this item.
+    virtual void GetCell(std::uint32_t &index, kq_base::CTextBuffer &text, TCellField field, bool &disabled);
+    /// The text of an item without a cell, for names that consist of such items alone.
+    virtual void AppendCellText(kq_base::CTextBuffer &text, bool &disabled);
+    /// A copy with its own value, unpublished. A number outside its range is pulled into it first, in the source too.
+    virtual std::unique_ptr<CItem> Clone();
+    /// Takes over the value of another item; one of another kind changes nothing.
+    virtual void CopyValue(CItem *source);
+    /// Opens the editor of the cell at index, counted as in GetCell. The editor's control stays absent if the cell
+    /// can't be edited now.
+    virtual void OpenEditor(std::uint32_t &index, std::unique_ptr<TCellEditor> &editor);
+    /// Takes the value from the editor, if accept and if channels and variable let it, and ends the editor.
+    virtual void CloseEditor(std::unique_ptr<TCellEditor> &editor, bool accept);
+    /// Carries an edit over to the table of channels; false if the new value may not stand.
+    virtual bool CheckChannelEdit(TCellEditor &editor, bool accept);
+    /// Takes an attribute with a literal from the compiler.
+    virtual void SetAttribute(std::uint32_t keyword, std::uint32_t form, std::string_view text, CVarScope *scope);
+    /// Takes an attribute with an expression; word is the keyword behind the expression, or 0.
+    virtual void SetExpression(std::uint32_t keyword, std::uint32_t word, std::unique_ptr<CExpression> expression);
+    virtual void BindVariable(CVariable &variable);
+    virtual void CapturedValueChanged(const TParValue &value, const CVariable *variable);
+    /// One step of matching at a position of the text; false if the item doesn't accept what stands there.
+    virtual bool Match(std::string_view text, std::uint32_t position, TMatchStep &step);
+    /// Takes the characters from first up to but not including end as (a further part of) the value, and publishes it.
+    virtual bool ParseValue(std::string_view text, std::uint32_t first, std::uint32_t end);
+    /// A variable changed. ok becomes false if what follows from that can't be.
+    virtual void ParameterChanged(const CVariable *variable, const TParValue &value, bool &ok);
+    /// Gives back what others can see of the item.
+    virtual void Done();
+
+    /// Does what Clone does to the item that is cloned.
+    virtual void ForceIntoRange() {}
+
+    TItemCode Code() const { return code_; }
+    const TItemAttributes &Attributes() const;
+    /// The attributes for the compiler to fill; only as long as no clone shares them.
+    TItemAttributes &EditAttributes();
+    bool HasRole(TRole role) const { return (Attributes().roles & role) != 0; }
+    bool IsOptional() const { return optional_; }
+    bool IsUndefined() const { return undefined_; }
+    void SetOptional(bool optional) { optional_ = optional; }
+    const kq_base::TText &NoneText() const { return none_text_; }
+    const CVarRefItem *IdVariable() const { return id_variable_.get(); }
+    /// True without a condition or while it holds.
+    bool IsEnabled() const;
+    CItemSeq *Owner() const { return owner_; }
+    void SetOwner(CItemSeq *owner) { owner_ = owner; }
+
+protected:
+    /// Copies what every kind copies into a clone.
+    void CloneBaseInto(CItem &clone);
+    /// The part of CopyValue that every kind has.
+    void CopyBaseValue(const CItem &source);
+    /// Hands a value to the item's variable, as unknown while the item is disabled or undefined.
+    void PublishValue(const TParValue &value);
+    /// Hands a value to the item's variable as it is; true if it was taken or there is no variable.
+    bool AssignToVariable(const TParValue &value);
+    /// Lets the item's reference go on with the section that the source's reference brought to life, if it has none of
+    /// its own, and puts the value into the variable without setting anything off.
+    void AdoptDependent(const CItem &source, const TParValue &value);
+    /// Answers one field of a cell with a label and a bubble; the value field is left to the caller (true).
+    bool AnswerCell(std::uint32_t &index, kq_base::CTextBuffer &text, TCellField field, bool &disabled) const;
+    /// The value that an editor holds: pvUndefined if the value is taken away, pvNone if the text is no value.
+    virtual TParValue EditedValue(const TCellEditor &editor) const;
+    /// Counts index down; true if it meant this item, whose editor then stands in editor.
+    bool BeginEditor(std::uint32_t &index, std::unique_ptr<TCellEditor> &editor);
+
+    bool optional_ = false;
+    bool undefined_ = false;  ///< there is no value at present
+    bool published_ = false;  ///< Publish has run once
+    bool has_value_ = false;  ///< the value came from a file, the sheet or the default (numbers and strings)
+    std::unique_ptr<CVarRefItem> id_variable_;
+
+private:
+    struct TChannelEdit;
+    bool EditChannelNumber(const TChannelEdit &edit, bool &decided);
+    bool EditChannelWord(std::uint32_t keyword, const TValueMap &map, TCellEditor &editor);
+
+    TItemCode code_;
+    CItemSeq *owner_ = nullptr;
+    kq_base::TText none_text_;
+    std::shared_ptr<TItemAttributes> attributes_;
+};
+
+}  // namespace kq_pdt

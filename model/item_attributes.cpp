@@ -1,0 +1,33 @@
+#include "model/item_attributes.h"
+
+#include "model/var_ref_item.h"
+#include "platform/base/number_text.h"
+
+namespace kq_pdt {
+
+TChannelAttributes::TChannelAttributes() = default;
+TChannelAttributes::~TChannelAttributes() = default;
+
+bool MapValue(const TValueMap &map, const TParValue &value, std::uint32_t &code) {
+    if (map.size() == 1 && map.front().text.IsEmpty()) {
+        code = map.front().code;
+        return true;
+    }
+    const std::string digits = value.IsNumber() ? kq_base::DecimalText(value.number) : std::string();
+    const std::string_view text = value.kind == TParKind::pvText ? value.text.View() : std::string_view(digits);
+    for (const CValueMapEntry &row : map) {
+        if (row.text == text) {
+            code = row.code;
+            return true;
+        }
+    }
+    return false;
+}
+
+bool CEnableIf::Holds() const {
+    TParValue value;
+    expression_->Evaluate(value);
+    return value.IsTrue();
+}
+
+}  // namespace kq_pdt

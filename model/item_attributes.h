@@ -1,0 +1,89 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <vector>
+
+#include "platform/base/bounded_text.h"
+#include "template/expression.h"
+
+namespace kq_pdt {
+
+class CVarRefItem;
+
+/// The part that an item plays in the definition of channels and of its line, as a set of bits.
+enum TRole : std::uint32_t {
+    roleChType = 1U << 1U,
+    roleChFrom = 1U << 2U,
+    roleChTo = 1U << 3U,
+    roleChNumber = 1U << 4U,
+    roleChDirection = 1U << 5U,
+    roleChCount = 1U << 6U,
+    roleReadAll = 1U << 7U,
+};
+
+/// A row of `ch_type` or `ch_direction`: the keyword code that a value stands for.
+struct CValueMapEntry {
+    kq_base::TText text;
+    std::uint32_t code = 0;
+};
+
+using TValueMap = std::vector<CValueMapEntry>;
+
+/// Turns a value into a keyword code. A single row of empty text holds for every value; otherwise the first row with
+/// exactly the value's text does, a number being its decimal digits. False without such a row.
+bool MapValue(const TValueMap &map, const TParValue &value, std::uint32_t &code);
+
+/// The condition of `enable_if`.
+class CEnableIf {
+public:
+    explicit CEnableIf(std::unique_ptr<CExpression> expression) : expression_(std::move(expression)) {}
+
+    /// True only if the expression gives the truth value true; what isn't known yet doesn't hold.
+    bool Holds() const;
+    /// True if the expression refers to the variable.
+    bool DependsOn(const CVariable *variable) const { return expression_->ReferencesVariable(variable); }
+    const CExpression &Expression() const { return *expression_; }
+
+private:
+    std::unique_ptr<CExpression> expression_;
+};
+
+/// An entry of an `options` item.
+struct COptionEntry {
+    kq_base::TText text;   ///< what stands in the parameter file
+    kq_base::TText label;  ///< what the sheet shows
+};
+
+/// What few items have: how they define channels.
+struct TChannelAttributes {
+    TChannelAttributes();
+    ~TChannelAttributes();
+
+    TValueMap type_map;
+    TValueMap direction_map;
+    std::optional<CValueMapEntry> pending;  ///< a row whose word hasn't come yet, only while a template is compiled
+    std::uint32_t fixed_count = 0;
+    std::uint32_t fixed_keyword = 0;  ///< the code of `ch_count` once fixed_count holds
+    std::unique_ptr<CVarRefItem> type_variable;
+    std::unique_ptr<CVarRefItem> direction_variable;
+};
+
+/// All that a template says about an item and that never changes afterwards. An item and its clones share it.
+struct TItemAttributes {
+    kq_base::TText comment;
+    kq_base::TText label;
+    kq_base::TText bubble;
+    std::uint32_t roles = 0;
+    std::uint32_t range_from = 0;
+    std::uint32_t range_to = 0;
+    bool case_sensitive = true;
+    std::unique_ptr<CEnableIf> enable_if;
+    std::unique_ptr<CExpression> default_expression;
+    std::unique_ptr<TChannelAttributes> channel;
+    std::vector<COptionEntry> entries;
+    kq_base::TText pending_label;  ///< the label of the entry that comes next
+};
+
+}  // namespace kq_pdt

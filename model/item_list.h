@@ -1,0 +1,94 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+#include "model/item.h"
+
+namespace kq_pdt {
+
+class CDefNode;
+class CParDef;
+
+/// The value items of a name or of a `par` line, joined by `+`, in order.
+class CItemSeq {
+public:
+    CItemSeq() = default;
+    CItemSeq(const CItemSeq &) = delete;
+    CItemSeq &operator=(const CItemSeq &) = delete;
+
+    void Append(std::unique_ptr<CItem> item);
+    /// Tells the list whose it is: a line's or, as a name, a node's.
+    void SetOwner(CParDef *par, CDefNode *node);
+
+    /// Appends the text of all items. True if any of them wrote something, with `write_if_all` if all did.
+    bool AppendText(kq_base::CTextBuffer &text);
+    void PublishAll();
+    /// True if every item may be left without a value, also for an empty list.
+    bool AllOptional() const;
+    /// True if some item's condition holds or it has none.
+    bool AnyEnabled() const;
+    void CloneInto(CItemSeq &target) const;
+    /// Takes over the values of another list, item by item from the front until the shorter list ends.
+    void CopyValues(const CItemSeq &source);
+    /// Cells in the sheet.
+    std::uint32_t CountCells();
+    /// The value of the cell at index; without any cell the texts of all items joined.
+    void GetCell(std::uint32_t &index, kq_base::CTextBuffer &text, bool &disabled);
+    void GetCellInfo(std::uint32_t &index, kq_base::CTextBuffer &text, TCellField field, bool &disabled);
+    void OpenEditor(std::uint32_t &index, std::unique_ptr<TCellEditor> &editor);
+    /// True if the last item takes all further values of its line.
+    bool ReadsAll() const;
+    /// Gives text that is left over, with the separator ahead of it, to the last item.
+    void AppendRaw(std::uint32_t separator_kind, std::string_view text);
+
+    /// The walks for channel attributes stop at the first item that answers.
+    bool GetChannelAttr(std::uint32_t keyword, std::uint32_t &value);
+    bool SetChannelAttr(std::uint32_t keyword, std::uint32_t number, std::string_view text, bool &matched);
+    bool HasUndefinedChannelNumber() const;
+    void BindVariable(CVariable &variable);
+    void CapturedValueChanged(const TParValue &value, const CVariable *variable);
+    void ParameterChanged(const CVariable *variable, const TParValue &value, bool &ok);
+    /// Gives back what the items hold and empties the list.
+    void Clear();
+
+    /// `write_if_all`: the list writes only if all its items do.
+    bool WriteIfAll() const { return write_if_all_; }
+    void SetWriteIfAll() { write_if_all_ = true; }
+    const std::vector<std::unique_ptr<CItem>> &Items() const { return items_; }
+    bool IsEmpty() const { return items_.empty(); }
+    CParDef *Par() const { return par_; }
+    CDefNode *Node() const { return node_; }
+
+private:
+    bool write_if_all_ = false;
+    std::uint32_t cells_ = kNoNumber;  ///< not counted yet
+    std::vector<std::unique_ptr<CItem>> items_;
+    CParDef *par_ = nullptr;
+    CDefNode *node_ = nullptr;
+};
+
+/// A value list as the template has it: the items and, optional, a variable for the line as a whole.
+class CItemList {
+public:
+    CItemSeq &Items() { return items_; }
+    const CItemSeq &Items() const { return items_; }
+    const CVarRefItem *LineVariable() const { return line_variable_.get(); }
+    void SetLineVariable(std::unique_ptr<CVarRefItem> variable);
+
+    CItemList();
+    ~CItemList();
+
+    void BindVariable(CVariable &variable);
+    void CapturedValueChanged(const TParValue &value, const CVariable *variable);
+    /// A copy, with the items of names in place of its own if names are given.
+    std::unique_ptr<CItemList> Clone(const CItemSeq *names) const;
+    void CloneInto(CItemList &target, const CItemSeq *names) const;
+
+private:
+    CItemSeq items_;
+    std::unique_ptr<CVarRefItem> line_variable_;
+};
+
+}  // namespace kq_pdt

@@ -1,0 +1,174 @@
+#include "model/key_def.h"
+
+#include <algorithm>
+
+#include "driver/text_out.h"
+#include "model/section_def.h"
+
+namespace kq_pdt {
+
+CKeyDef::CKeyDef(CParSheetData *sheet_data) : CDefNode(sheet_data) { flags_ = nfKey; }
+
+CKeyDef::~CKeyDef() = default;
+
+CParDef &CKeyDef::AddPar() {
+    pars_.push_back(std::make_unique<CParDef>());
+    return *pars_.back();
+}
+
+std::unique_ptr<CKeyDef> CKeyDef::Clone(bool deep, const CItemSeq *names) const {
+    auto clone = std::make_unique<CKeyDef>(SheetData());
+    CloneInto(*clone);
+    clone->definition_ = this;
+    clone->label_ = label_;
+    if (names != nullptr) {
+        clone->names_ = std::make_unique<CItemList>();
+        names->CloneInto(clone->names_->Items());
+    } else if (names_) {
+        clone->names_ = names_->Clone(nullptr);
+    }
+    if (deep) {
+        clone->pars_.reserve(pars_.size());
+        for (const auto &par : pars_) {
+            clone->pars_.push_back(par->Clone());
+            clone->pars_.back()->SetKey(clone.get());
+        }
+    }
+    return clone;
+}
+
+void CKeyDef::PublishTree() {
+    const CScopeGuard scope(this);
+    if (names_) {
+        names_->Items().SetOwner(nullptr, this);
+        names_->Items().PublishAll();
+    }
+    for (const auto &par : pars_) {
+        par->PublishItems();
+    }
+}
+
+std::uint32_t CKeyDef::GetCellCount() {
+    if (columns_ == kNoNumber) {
+        columns_ = 1 + (names_ ? names_->Items().CountCells() : 0);
+        for (const auto &par : pars_) {
+            columns_ += par->GetCellCount();
+        }
+    }
+    return columns_;
+}
+
+CParDef *CKeyDef::FindPar(std::uint32_t index, std::uint32_t &offset) {
+    offset = index;
+    for (const auto &par : pars_) {
+        const std::uint32_t cells = par->GetCellCount();
+        if (offset <= cells) {
+            return par.get();
+        }
+        offset -= cells;
+    }
+    return nullptr;
+}
+
+void CKeyDef::GetCell(std::uint32_t index, kq_base::CTextBuffer &text, bool &disabled) {
+    if (index == 1) {
+        text.Clear();
+        text.Append(label_.View());
+        return;
+    }
+    GetCellInfo(index - 1, text, TCellField::kValue, disabled);
+}
+
+void CKeyDef::GetCellInfo(std::uint32_t index, kq_base::CTextBuffer &text, TCellField field, bool &disabled) {
+    text.Clear();
+    const std::uint32_t name_cells = names_ ? names_->Items().CountCells() : 0;
+    if (index <= name_cells) {
+        names_->Items().GetCellInfo(index, text, field, disabled);
+        return;
+    }
+    const CScopeGuard scope(this);
+    std::uint32_t offset = 0;
+    if (CParDef *par = FindPar(index - name_cells, offset)) {
+        par->Items().GetCellInfo(offset, text, field, disabled);
+    }
+}
+
+void CKeyDef::OpenEditor(std::uint32_t index, std::unique_ptr<TCellEditor> &editor) {
+    const CScopeGuard scope(this);
+    const std::uint32_t name_cells = names_ ? names_->Items().CountCells() : 0;
+    if (index <= name_cells) {
+        names_->Items().OpenEditor(index, editor);
+        return;
+    }
+    std::uint32_t offset = 0;
+    if (CParDef *par = FindPar(index - name_cells, offset)) {
+        par->Items().OpenEditor(offset, editor);
+    }
+}
+
+void CKeyDef::GetChannelAttr(std::uint32_t keyword, std::uint32_t &value) {
+    const CScopeGuard scope(this);
+    value = kNoNumber;
+    if (section_ != nullptr && section_->Has(nfChannels)) {
+        section_->GetNameChannelAttr(keyword, value);
+    }
+    if (names_ && !names_->Items().GetChannelAttr(keyword, value)) {
+        value = kNoNumber;
+    }
+    if (value != kNoNumber) {
+        return;
+    }
+    const bool answered = std::any_of(pars_.begin(), pars_.end(),
+                                      [&](const auto &par) { return par->Items().GetChannelAttr(keyword, value); });
+    if (!answered) {
+        value = kNoNumber;
+    }
+}
+
+bool CKeyDef::SetChannelAttr(std::uint32_t keyword, std::uint32_t number, std::string_view text, bool &matched) {
+    const CScopeGuard scope(this);
+    matched = false;
+    if (section_ != nullptr && section_->Has(nfChannels) &&
+        section_->SetNameChannelAttr(keyword, number, text, matched)) {
+        return true;
+    }
+    if (names_ && names_->Items().SetChannelAttr(keyword, number, text, matched)) {
+        return true;
+    }
+    return std::any_of(pars_.begin(), pars_.end(),
+                       [&](const auto &par) { return par->Items().SetChannelAttr(keyword, number, text, matched); });
+}
+
+bool CKeyDef::HasUndefinedChannelNumber() const {
+    return CDefNode::HasUndefinedChannelNumber() || std::any_of(pars_.begin(), pars_.end(), [](const auto &par) {
+               return par->Items().HasUndefinedChannelNumber();
+           });
+}
+
+void CKeyDef::ParameterChanged(const CVariable *variable, const TParValue &value, bool &ok) {
+    const CScopeGuard scope(this);
+    CDefNode::ParameterChanged(variable, value, ok);
+    if (names_) {
+        names_->Items().ParameterChanged(variable, value, ok);
+    }
+    for (const auto &par : pars_) {
+        par->ParameterChanged(variable, value, ok);
+    }
+}
+
+void CKeyDef::Done() {
+    CDefNode::Done();
+    {
+        const CScopeGuard scope(this);
+        if (names_) {
+            names_->Items().Clear();
+        }
+        for (const auto &par : pars_) {
+            par->Done();
+        }
+        pars_.clear();
+    }
+    ReleaseScope();
+}
+
+}  // namespace kq_pdt

@@ -1,0 +1,102 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string_view>
+#include <vector>
+
+#include "model/item_list.h"
+
+namespace kq_pdt {
+
+class CDefNode;
+
+/// Decides which pattern a text belongs to, and cuts it into the pieces of the pattern's items.
+///
+/// A pattern is a chain of items. A number or a string may end at any character, so all ways of cutting are followed at
+/// once, in candidates that step together, one character a walk; the first candidate that reaches the end of the text
+/// wins. Candidates wait in a queue and are stepped from its head: those of the first pattern first, a fork behind all
+/// that wait, but a fork made at the start of an item ahead of the candidate that made it.
+///
+///     matcher.Begin(text);
+///     for (...) matcher.AddPattern(items, section, nullptr);
+///     if (matcher.Run()) { matcher.Winner(); matcher.TakeResults(results); }
+///
+/// While an item takes characters its clone publishes what it has so far. Patterns in which nothing publishes and no
+/// variable shows are followed without clones, and of candidates that stand in the same item at the same place only the
+/// one stepped first goes on: they would do the same from there on. That costs at most items times characters. With
+/// publishing every way of cutting is followed, up to kMaxSteps in all; beyond that such patterns, too, are followed
+/// the cheap way, so that only the winner publishes.
+class CMatcher {
+public:
+    static constexpr std::uint32_t kMaxSteps = 1'000'000;
+    static constexpr std::size_t kMaxWaiting = 50'000;
+
+    /// Begins a match; the text has to live until its end.
+    void Begin(std::string_view text);
+    /// Adds a pattern. The scopes are in force around each step, scope1 the outer one; they may be absent. A pattern
+    /// without items matches nothing.
+    void AddPattern(const CItemSeq &items, CDefNode *scope1, CDefNode *scope2);
+    /// Runs the match; true if a pattern matched the whole text.
+    bool Run();
+    /// The place of the pattern that won, in the order of adding.
+    std::size_t Winner() const { return winner_; }
+    /// Clones of the items that took part, each with its piece. An item that took nothing may be missing, so results
+    /// don't always line up with the pattern. To be called at most once, and before the pattern's items change.
+    std::unique_ptr<CItemSeq> TakeResults();
+
+private:
+    static constexpr std::uint32_t kNone = 0xFFFFFFFF;
+
+    struct TPattern {
+        const std::vector<std::unique_ptr<CItem>> *items;
+        CDefNode *scope1;
+        CDefNode *scope2;
+        bool with_scopes;    ///< matching depends on variables, or changes them
+        bool publishes;      ///< candidates carry clones
+        std::uint32_t bits;  ///< where its marks begin; kNone if no two candidates can meet
+    };
+
+    /// What a candidate without clones remembers of one item: where it began, and where the one before it ended.
+    struct TPiece {
+        std::uint32_t previous = kNone;
+        std::uint32_t previous_end = 0;
+        std::uint32_t item = 0;
+        std::uint32_t first = 0;
+    };
+
+    struct TCandidate {
+        std::uint32_t pattern = 0;
+        std::uint32_t item = 0;
+        std::uint32_t position = 0;
+        bool complete = false;
+        std::uint32_t piece = kNone;
+        std::unique_ptr<CItemSeq> results;  ///< only with clones
+        CItem *clone = nullptr;
+    };
+
+    enum class TStep { kGoesOn, kFailed, kMatched };
+
+    void Prepare(bool everything_cheaply);
+    bool Search();
+    bool SkipEmpty(const TPattern &pattern, std::uint32_t &item, std::uint32_t position, TMatchStep &step);
+    bool Start(std::uint32_t pattern, std::uint32_t item, std::uint32_t position, const CItemSeq *results,
+               std::uint32_t piece, TCandidate &started);
+    TStep Step(std::size_t place);
+    bool RestMayBeEmpty(const TPattern &pattern, std::uint32_t item) const;
+    bool Mark(const TPattern &pattern, bool starting, std::uint32_t item, std::uint32_t position);
+    std::unique_ptr<CItemSeq> BuildResults(const TCandidate &winner);
+
+    std::string_view text_;
+    std::vector<TPattern> patterns_;
+    std::vector<TCandidate> queue_;
+    std::vector<TCandidate> starting_;
+    std::vector<TPiece> pieces_;
+    std::vector<std::uint64_t> marks_;
+    std::size_t winner_ = 0;
+    TCandidate won_;
+    std::uint32_t steps_ = 0;
+    bool overrun_ = false;
+};
+
+}  // namespace kq_pdt

@@ -1,0 +1,164 @@
+#include "model/options_item.h"
+
+#include "model/const_item.h"
+#include "model/var_ref_item.h"
+
+namespace kq_pdt {
+
+COptionsItem::COptionsItem() : CItem(TItemCode::kOptions) {}
+
+const COptionEntry *COptionsItem::Selected() const {
+    return selected_index_ < Entries().size() ? &Entries()[selected_index_] : nullptr;
+}
+
+TParValue COptionsItem::SelectedText() const {
+    const COptionEntry *entry = Selected();
+    return entry != nullptr ? TParValue::Text(entry->text) : TParValue::Text(std::string_view());
+}
+
+/// The condition isn't asked here: a disabled choice keeps its variable known.
+void COptionsItem::Publish() {
+    published_ = true;
+    AssignToVariable(undefined_ ? TParValue::Undefined() : SelectedText());
+}
+
+void COptionsItem::GetValue(TParValue &value) {
+    value = undefined_ ? TParValue::Text(std::string_view()) : SelectedText();
+}
+
+bool COptionsItem::AppendText(kq_base::CTextBuffer &text) {
+    const COptionEntry *entry = Selected();
+    if (entry == nullptr || undefined_ || !IsEnabled()) {
+        return false;
+    }
+    text.Append(entry->text.View());
+    return true;
+}
+
+void COptionsItem::GetCell(std::uint32_t &index, kq_base::CTextBuffer &text, TCellField field, bool &disabled) {
+    if (!AnswerCell(index, text, field, disabled)) {
+        return;
+    }
+    const COptionEntry *entry = Selected();
+    if (undefined_) {
+        text.Append(NoneText().View());
+    } else if (entry != nullptr) {
+        text.Append(entry->label.View());
+    }
+}
+
+std::unique_ptr<CItem> COptionsItem::Clone() {
+    auto clone = std::make_unique<COptionsItem>();
+    clone->selected_index_ = selected_index_;
+    CloneBaseInto(*clone);
+    return clone;
+}
+
+void COptionsItem::CopyValue(CItem *source) {
+    if (source == nullptr || source->Code() != TItemCode::kOptions) {
+        return;
+    }
+    CopyBaseValue(*source);
+    const std::uint32_t index = static_cast<const COptionsItem &>(*source).selected_index_;
+    selected_index_ = index < Entries().size() ? index : kNoNumber;
+    AdoptDependent(*source, undefined_ ? TParValue::Undefined() : SelectedText());
+}
+
+void COptionsItem::OpenEditor(std::uint32_t &index, std::unique_ptr<TCellEditor> &editor) {
+    if (!BeginEditor(index, editor)) {
+        return;
+    }
+    auto box = std::make_unique<CComboBox>(CComboBox::EMode::list);
+    if (optional_) {
+        box->AppendEntry(NoneText().View());
+    }
+    for (const COptionEntry &entry : Entries()) {
+        box->AppendEntry(entry.label.View());
+    }
+    const std::size_t place = static_cast<std::size_t>(selected_index_) + (optional_ ? 2 : 1);
+    box->Select(undefined_ ? 1 : Selected() != nullptr ? place : 0);
+    editor->kind = TCellEditor::TControl::kComboBox;
+    editor->control = std::move(box);
+}
+
+void COptionsItem::CloseEditor(std::unique_ptr<TCellEditor> &editor, bool accept) {
+    if (editor && editor->control && CheckChannelEdit(*editor, accept)) {
+        const std::size_t place = editor->ComboBox().Selected();
+        const bool undefined = optional_ ? place == 1 : undefined_;
+        const std::size_t ahead = optional_ ? 2 : 1;
+        const std::size_t index = place >= ahead ? place - ahead : Entries().size();
+        const bool known = index < Entries().size();
+        const TParValue value = undefined ? TParValue::Undefined()
+                                : known   ? TParValue::Text(Entries()[index].text)
+                                          : SelectedText();
+        if (AssignToVariable(value)) {
+            undefined_ = undefined;
+            if (known) {
+                selected_index_ = static_cast<std::uint32_t>(index);
+            }
+        }
+    }
+    editor.reset();
+}
+
+void COptionsItem::SetAttribute(std::uint32_t keyword, std::uint32_t form, std::string_view text, CVarScope *scope) {
+    CItem::SetAttribute(keyword, form, text, scope);
+    TItemAttributes &attributes = EditAttributes();
+    if (keyword == kwLabel) {
+        attributes.label = text;
+    } else if (keyword == kwBubble) {
+        attributes.bubble = text;
+    } else if (keyword == kwOptional) {
+        optional_ = true;
+        undefined_ = true;
+    } else if (keyword == kwOption && form == kwLabel) {
+        attributes.pending_label = text;
+    } else if (keyword == kwOption) {
+        COptionEntry entry{kq_base::TText(text), attributes.pending_label};
+        if (entry.label.IsEmpty()) {
+            entry.label = entry.text;
+        }
+        attributes.pending_label.Clear();
+        attributes.entries.push_back(std::move(entry));
+        selected_index_ = 0;
+    }
+}
+
+bool COptionsItem::FindEntry(std::string_view text, std::uint32_t position, TMatchStep &step,
+                             std::uint32_t &index) const {
+    const std::vector<COptionEntry> &entries = Entries();
+    const bool case_sensitive = Attributes().case_sensitive;
+    bool found = false;
+    std::size_t length = 0;
+    for (std::size_t place = 0; place < entries.size(); ++place) {
+        const std::string_view entry = entries[place].text.View();
+        if ((!found || entry.size() >= length) && StandsAt(text, position, entry, case_sensitive)) {
+            found = true;
+            length = entry.size();
+            index = static_cast<std::uint32_t>(place);
+        }
+    }
+    step.complete = true;
+    step.may_be_empty = false;
+    step.position = position + static_cast<std::uint32_t>(length);
+    return found;
+}
+
+bool COptionsItem::Match(std::string_view text, std::uint32_t position, TMatchStep &step) {
+    std::uint32_t index = 0;
+    return FindEntry(text, position, step, index);
+}
+
+bool COptionsItem::ParseValue(std::string_view text, std::uint32_t first, std::uint32_t end) {
+    TMatchStep step;
+    std::uint32_t index = 0;
+    if (first >= end || !FindEntry(text, first, step, index)) {
+        return false;
+    }
+    selected_index_ = index;
+    undefined_ = false;
+    AssignToVariable(SelectedText());
+    return true;
+}
+
+}  // namespace kq_pdt

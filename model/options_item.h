@@ -1,0 +1,40 @@
+#pragma once
+
+#include "model/item.h"
+
+namespace kq_pdt {
+
+/// A choice from a fixed list of texts.
+class COptionsItem final : public CItem {
+public:
+    COptionsItem();
+
+    const std::vector<COptionEntry> &Entries() const { return Attributes().entries; }
+    /// The place of the selected entry from 0; 0xFFFFFFFF if the list is empty.
+    std::uint32_t SelectedIndex() const { return selected_index_; }
+
+    /// The entry whose text stands at a position: the longest one, of equally long ones the last. False without any.
+    bool FindEntry(std::string_view text, std::uint32_t position, TMatchStep &step, std::uint32_t &index) const;
+
+    void Publish() override;
+    void GetValue(TParValue &value) override;
+    std::uint32_t GetCellCount() const override { return 1; }
+    bool AppendText(kq_base::CTextBuffer &text) override;
+    void GetCell(std::uint32_t &index, kq_base::CTextBuffer &text, TCellField field, bool &disabled) override;
+    std::unique_ptr<CItem> Clone() override;
+    void CopyValue(CItem *source) override;
+    void OpenEditor(std::uint32_t &index, std::unique_ptr<TCellEditor> &editor) override;
+    void CloseEditor(std::unique_ptr<TCellEditor> &editor, bool accept) override;
+    void SetAttribute(std::uint32_t keyword, std::uint32_t form, std::string_view text, CVarScope *scope) override;
+    bool Match(std::string_view text, std::uint32_t position, TMatchStep &step) override;
+    bool ParseValue(std::string_view text, std::uint32_t first, std::uint32_t end) override;
+
+private:
+    const COptionEntry *Selected() const;
+    /// The selected entry's text as a value, an empty text without a selection.
+    TParValue SelectedText() const;
+
+    std::uint32_t selected_index_ = kNoNumber;
+};
+
+}  // namespace kq_pdt

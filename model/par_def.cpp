@@ -1,0 +1,31 @@
+#include "model/par_def.h"
+
+namespace kq_pdt {
+
+CParDef::CParDef() {
+    static const TSeparator comma(",");
+    separator_ = comma;
+}
+
+void CParDef::PublishItems() {
+    Items().SetOwner(this, nullptr);
+    Items().PublishAll();
+}
+
+bool CParDef::AppendText(kq_base::CTextBuffer &text) {
+    text.Clear();
+    return Items().AppendText(text);
+}
+
+std::unique_ptr<CParDef> CParDef::Clone() const {
+    auto clone = std::make_unique<CParDef>();
+    list_.CloneInto(clone->list_, nullptr);
+    clone->separator_ = separator_;
+    return clone;
+}
+
+void CParDef::ParameterChanged(const CVariable *variable, const TParValue &value, bool &ok) {
+    Items().ParameterChanged(variable, value, ok);
+}
+
+}  // namespace kq_pdt

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string_view>
+
+#include "model/item_list.h"
+
+namespace kq_pdt {
+
+class CKeyDef;
+
+/// One `par` line of a key: the items of one value.
+class CParDef {
+public:
+    /// A separator's text is at most this long.
+    using TSeparator = kq_base::TBoundedText<31>;
+
+    CParDef();
+
+    CItemList &List() { return list_; }
+    const CItemList &List() const { return list_; }
+    CItemSeq &Items() { return list_.Items(); }
+    const CItemSeq &Items() const { return list_.Items(); }
+
+    CKeyDef *Key() const { return key_; }
+    void SetKey(CKeyDef *key) { key_ = key; }
+    /// What is written ahead of this value; "," unless the text that was read had something else.
+    const TSeparator &Separator() const { return separator_; }
+    void SetSeparator(std::string_view text) { separator_ = text; }
+
+    /// Tells the items that they are this line's, and publishes them.
+    void PublishItems();
+    bool AppendText(kq_base::CTextBuffer &text);
+    std::unique_ptr<CParDef> Clone() const;
+    std::uint32_t GetCellCount() { return Items().CountCells(); }
+    bool AllOptional() const { return Items().AllOptional(); }
+    bool AnyEnabled() const { return Items().AnyEnabled(); }
+    void ParameterChanged(const CVariable *variable, const TParValue &value, bool &ok);
+    void Done() { Items().Clear(); }
+
+private:
+    CItemList list_;
+    CKeyDef *key_ = nullptr;
+    TSeparator separator_;
+};
+
+}  // namespace kq_pdt

@@ -1,0 +1,323 @@
+#include "model/par_reader.h"
+
+#include <algorithm>
+
+#include "model/const_item.h"
+#include "model/sheet_data.h"
+#include "model/string_item.h"
+#include "model/texts.h"
+#include "scanner/par_scanner.h"
+
+namespace kq_pdt {
+
+namespace {
+
+/// The scanner over a text in memory.
+class CTextParScanner final : public par_scanner::CParScanner {
+public:
+    explicit CTextParScanner(std::string_view text) : text_(text) {}
+
+    std::uint32_t GetDataSize() override { return static_cast<std::uint32_t>(text_.size()); }
+    bool ReadBlockData(par_scanner::TStr0_ *buffer) override {
+        std::copy(text_.begin(), text_.end(), buffer);
+        return true;
+    }
+
+private:
+    std::string_view text_;
+};
+
+}  // namespace
+
+void CParReader::Warn(std::string_view text1, std::string_view text2, std::uint32_t line) {
+    if (CReportWindow *window = sheet_data_.Window()) {
+        window->AddWarning(text1, text2, line);
+    }
+}
+
+void CParReader::Read(std::string_view text) {
+    CTextParScanner scanner(text);
+    scanner.Init(1);
+    scanner_ = &scanner;
+    TPending pending;
+    for (bool more = scanner.FirstSection(); more; more = scanner.NextSection()) {
+        pending.push_back(
+            {std::string(scanner.SectionName()), scanner.GetActSectionHandle(), scanner.GetSectionLine()});
+    }
+    TPending retry;
+    bool placed = RunPass(pending, retry);
+    while (placed && !retry.empty()) {
+        pending = std::move(retry);
+        retry.clear();
+        placed = RunPass(pending, retry);
+    }
+    for (const TParSectionRef &section : retry) {
+        AddUnknownSection(section);
+    }
+    CheckRequiredSections();
+    scanner_ = nullptr;
+    scanner.Done();
+}
+
+/// True if anything was placed.
+bool CParReader::RunPass(const TPending &pending, TPending &retry) {
+    sheet_data_.SetReading(true);
+    bool placed = false;
+    for (const TParSectionRef &section : pending) {
+        scanner_->SetActSectionHandle(section.handle);
+        if (PlaceSection(section)) {
+            placed = true;
+        } else {
+            retry.push_back(section);
+        }
+    }
+    sheet_data_.SetReading(false);
+    return placed;
+}
+
+CSectionDef *CParReader::MatchDefinition(std::string_view name, std::unique_ptr<CItemSeq> &results) {
+    matcher_.Begin(name);
+    candidates_.clear();
+    for (const auto &definition : sheet_data_.Definitions()) {
+        if (definition->Names() != nullptr) {
+            matcher_.AddPattern(definition->Names()->Items(), definition.get(), nullptr);
+            candidates_.push_back(definition.get());
+        }
+    }
+    if (!matcher_.Run()) {
+        return nullptr;
+    }
+    results = matcher_.TakeResults();
+    return candidates_[matcher_.Winner()];
+}
+
+CSectionDef *CParReader::MatchInstance(std::string_view name, std::unique_ptr<CItemSeq> &results) {
+    sheet_data_.Index().FindCandidates(name, candidates_);
+    matcher_.Begin(name);
+    for (CSectionDef *instance : candidates_) {
+        matcher_.AddPattern(instance->Names()->Items(), instance, nullptr);
+    }
+    if (!matcher_.Run()) {
+        return nullptr;
+    }
+    results = matcher_.TakeResults();
+    return candidates_[matcher_.Winner()];
+}
+
+/// False if neither a definition nor an instance has the name, so that a later pass may.
+bool CParReader::PlaceSection(const TParSectionRef &section) {
+    std::unique_ptr<CItemSeq> results;
+    CSectionDef *definition = MatchDefinition(section.name, results);
+    CSectionDef *instance = nullptr;
+    if (definition == nullptr || definition->DependOn() != nullptr) {
+        results.reset();
+        instance = MatchInstance(section.name, results);
+        if (instance != nullptr) {
+            definition = instance->Definition();
+        } else if (definition == nullptr) {
+            return false;
+        }
+    }
+    const bool shared = definition->Has(nfModule) || definition->DependOn() != nullptr;
+    if (instance == nullptr && shared && !definition->Has(nfMultiple)) {
+        instance = sheet_data_.Index().FirstOf(definition);
+    }
+    if (instance == nullptr) {
+        instance = &sheet_data_.AppendInstance(definition->Clone(true));
+    }
+    instance->SetTaken();
+    if (instance->Names() != nullptr && results) {
+        const CScopeGuard scope(instance);
+        instance->Names()->Items().CopyValues(*results);
+    }
+    results.reset();
+    ReadKeys(*definition, *instance);
+    instance->RegisterChannels();
+    instance->PublishTree();
+    instance->CommitChannels();
+    return true;
+}
+
+void CParReader::ReadKeys(CSectionDef &definition, CSectionDef &instance) {
+    for (bool more = scanner_->FirstKey(); more; more = scanner_->NextKey()) {
+        const std::string_view text = scanner_->KeyName();
+        if (CKeyDef *key = PlaceKey(text, definition, instance)) {
+            ReadValues(text, instance, *key);
+            key->SetRead();
+            if (key->Has(nfChannels)) {
+                const CScopeGuard scope(&instance);
+                key->RegisterChannels();
+            }
+        } else {
+            std::string_view value;
+            scanner_->KeyPars(value);
+            AddUnknownKey(text, value, instance);
+            Warn(texts::kUnknownKey, text, scanner_->GetKeyLine());
+        }
+    }
+}
+
+/// The instance key that a line belongs to: one of its own for a `multiple` key, otherwise the one that stands for the
+/// definition. None for an unknown key.
+CKeyDef *CParReader::PlaceKey(std::string_view text, CSectionDef &definition, CSectionDef &instance) {
+    const auto &keys = definition.Keys();
+    std::vector<const CKeyDef *> patterns;
+    patterns.reserve(keys.size());
+    matcher_.Begin(text);
+    for (const auto &key : keys) {
+        if (key->Names() != nullptr) {
+            matcher_.AddPattern(key->Names()->Items(), &definition, key.get());
+            patterns.push_back(key.get());
+        }
+    }
+    if (!matcher_.Run()) {
+        return nullptr;
+    }
+    const CKeyDef *found = patterns[matcher_.Winner()];
+    const std::unique_ptr<CItemSeq> results = matcher_.TakeResults();
+    if (found->Has(nfMultiple)) {
+        return &instance.AddKey(found->Clone(true, results.get()));
+    }
+    const auto &instances = instance.Keys();
+    const auto place = std::find_if(instances.begin(), instances.end(),
+                                    [found](const auto &key) { return key->Definition() == found; });
+    if (place == instances.end()) {
+        return nullptr;
+    }
+    CKeyDef &key = **place;
+    if (key.Names() != nullptr) {
+        const CScopeGuard section_scope(&instance);
+        const CScopeGuard key_scope(&key);
+        key.Names()->Items().CopyValues(*results);
+    }
+    return &key;
+}
+
+/// Values go to the lines in order. A line that is switched off is passed over, and one that may stay empty leaves a
+/// value that it doesn't accept to the next. A value is published as it is taken, so a line can switch later ones.
+void CParReader::ReadValues(std::string_view key_text, CSectionDef &instance, CKeyDef &key) {
+    const auto &pars = key.Pars();
+    std::size_t place = 0;
+    const auto skip_disabled = [&] {
+        const CScopeGuard section_scope(&instance);
+        const CScopeGuard key_scope(&key);
+        while (place < pars.size() && !pars[place]->AnyEnabled()) {
+            ++place;
+        }
+    };
+    std::string_view value;
+    std::uint32_t separator = 0;
+    bool has_separator = false;
+    bool has_value = scanner_->FirstValue(value);
+    const auto next_value = [&] {
+        has_value = scanner_->NextValue(value, separator);
+        has_separator = true;
+    };
+    skip_disabled();
+    while (has_value && place < pars.size()) {
+        CParDef &par = *pars[place];
+        if (TakeValue(value, has_separator, separator, instance, key, par)) {
+            next_value();
+        } else if (!par.AllOptional()) {
+            ReportRefusedValue(key_text, value);
+            next_value();
+        }
+        ++place;
+        skip_disabled();
+    }
+    if (!has_value || pars.empty() || !pars.back()->Items().ReadsAll()) {
+        return;
+    }
+    const CScopeGuard section_scope(&instance);
+    const CScopeGuard key_scope(&key);
+    for (; has_value; next_value()) {
+        pars.back()->Items().AppendRaw(separator, value);
+    }
+}
+
+bool CParReader::TakeValue(std::string_view value, bool has_separator, std::uint32_t separator, CSectionDef &instance,
+                           CKeyDef &key, CParDef &par) {
+    matcher_.Begin(value);
+    matcher_.AddPattern(par.Items(), &instance, &key);
+    if (!matcher_.Run()) {
+        return false;
+    }
+    const CScopeGuard section_scope(&instance);
+    const CScopeGuard key_scope(&key);
+    const std::unique_ptr<CItemSeq> results = matcher_.TakeResults();
+    par.Items().CopyValues(*results);
+    if (has_separator) {
+        par.SetSeparator(par_scanner::TokenKindText(separator));
+    }
+    return true;
+}
+
+void CParReader::ReportRefusedValue(std::string_view key_text, std::string_view value) {
+    if (CReportWindow *window = sheet_data_.Window()) {
+        kq_base::CTextBuffer text;
+        text.Append(key_text);
+        text.Append(" ");
+        text.Append(texts::kValueOfParameter);
+        text.Append(value);
+        window->AddErrorAt(texts::kBadParameter, text.View(), scanner_->GetKeyLine(), scanner_->GetActPos());
+    }
+}
+
+/// Keeps a key that the template doesn't know as one constant and one text.
+void CParReader::AddUnknownKey(std::string_view text, std::string_view value, CSectionDef &section) {
+    auto key = std::make_unique<CKeyDef>(&sheet_data_);
+    key->SetFlag(nfUnrecognised);
+    key->SetLabel(text);
+    auto names = std::make_unique<CItemList>();
+    names->Items().Append(std::make_unique<CConstItem>(text));
+    key->SetNames(std::move(names));
+    auto item = std::make_unique<CStringItem>();
+    item->ParseValue(value, 0, static_cast<std::uint32_t>(value.size()));
+    item->SetAttribute(kwComment, formText, texts::kUnknownKeyComment, nullptr);
+    key->AddPar().Items().Append(std::move(item));
+    section.AddKey(std::move(key));
+}
+
+void CParReader::AddUnknownSection(const TParSectionRef &section) {
+    auto unknown = std::make_unique<CSectionDef>(&sheet_data_);
+    unknown->SetFlag(nfUnrecognised);
+    auto names = std::make_unique<CItemList>();
+    names->Items().Append(std::make_unique<CConstItem>(section.name));
+    unknown->SetNames(std::move(names));
+    CSectionDef &definition = sheet_data_.AppendDefinition(std::move(unknown));
+    scanner_->SetActSectionHandle(section.handle);
+    for (bool more = scanner_->FirstKey(); more; more = scanner_->NextKey()) {
+        std::string_view value;
+        scanner_->KeyPars(value);
+        AddUnknownKey(scanner_->KeyName(), value, definition);
+    }
+    sheet_data_.AppendInstance(definition.Clone(true));
+    Warn(texts::kUnknownSection, section.name, section.line);
+}
+
+void CParReader::CheckRequiredSections() {
+    std::vector<CSectionDef *> added;
+    const CSectionList &definitions = sheet_data_.Definitions();
+    for (std::size_t place = 0; place < definitions.size(); ++place) {
+        CSectionDef &definition = *definitions[place];
+        if (!definition.Has(nfRequired) || sheet_data_.HasInstance(definition)) {
+            continue;
+        }
+        CSectionDef &section = sheet_data_.AppendInstance(definition.Clone(true));
+        added.push_back(&section);
+        kq_base::CTextBuffer name;
+        if (section.Names() != nullptr) {
+            const CScopeGuard scope(&section);
+            std::uint32_t index = 1;
+            bool disabled = false;
+            section.Names()->Items().GetCell(index, name, disabled);
+        }
+        Warn(texts::kMissingSection, name.View(), kNoNumber);
+    }
+    for (CSectionDef *section : added) {
+        section->PublishTree();
+        section->CommitChannels();
+    }
+}
+
+}  // namespace kq_pdt

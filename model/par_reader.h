@@ -1,0 +1,61 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "model/matcher.h"
+#include "model/section_def.h"
+
+namespace par_scanner {
+class CParScanner;
+}
+
+namespace kq_pdt {
+
+class CParSheetData;
+
+/// Reads the text of a parameter file into instances of a compiled template.
+///
+/// It can't go from top to bottom: which definition a section belongs to may depend on a value further down, and a
+/// module that is chosen brings new definitions along. So it runs in passes; each places what it can and leaves the
+/// rest for the next. What no pass could place is kept as an unknown section. Nothing stops the reading; warnings and
+/// errors go to the window.
+class CParReader {
+public:
+    explicit CParReader(CParSheetData &sheet_data) : sheet_data_(sheet_data) {}
+
+    void Read(std::string_view text);
+
+private:
+    /// A section of the text that waits to be placed.
+    struct TParSectionRef {
+        std::string name;
+        std::uint32_t handle = 0;
+        std::uint32_t line = 0;
+    };
+    using TPending = std::vector<TParSectionRef>;
+
+    bool RunPass(const TPending &pending, TPending &retry);
+    bool PlaceSection(const TParSectionRef &section);
+    CSectionDef *MatchDefinition(std::string_view name, std::unique_ptr<CItemSeq> &results);
+    CSectionDef *MatchInstance(std::string_view name, std::unique_ptr<CItemSeq> &results);
+    void ReadKeys(CSectionDef &definition, CSectionDef &instance);
+    CKeyDef *PlaceKey(std::string_view text, CSectionDef &definition, CSectionDef &instance);
+    void ReadValues(std::string_view key_text, CSectionDef &instance, CKeyDef &key);
+    bool TakeValue(std::string_view value, bool has_separator, std::uint32_t separator, CSectionDef &instance,
+                   CKeyDef &key, CParDef &par);
+    void ReportRefusedValue(std::string_view key_text, std::string_view value);
+    void AddUnknownKey(std::string_view text, std::string_view value, CSectionDef &section);
+    void AddUnknownSection(const TParSectionRef &section);
+    void CheckRequiredSections();
+    void Warn(std::string_view text1, std::string_view text2, std::uint32_t line);
+
+    CParSheetData &sheet_data_;
+    par_scanner::CParScanner *scanner_ = nullptr;
+    CMatcher matcher_;
+    std::vector<CSectionDef *> candidates_;
+};
+
+}  // namespace kq_pdt

@@ -1,0 +1,202 @@
+#include "model/section_def.h"
+
+#include <algorithm>
+
+#include "model/sheet_data.h"
+
+namespace kq_pdt {
+
+CSectionDef::CSectionDef(CParSheetData *sheet_data) : CDefNode(sheet_data) { flags_ = nfSection; }
+
+CSectionDef::~CSectionDef() = default;
+
+std::weak_ptr<CSectionDef *> CSectionDef::Handle() {
+    if (!handle_) {
+        handle_ = std::make_shared<CSectionDef *>(this);
+    }
+    return handle_;
+}
+
+std::unique_ptr<CSectionDef> CSectionDef::Clone(bool deep) {
+    auto clone = std::make_unique<CSectionDef>(SheetData());
+    CloneInto(*clone);
+    clone->definition_ = this;
+    if (names_) {
+        clone->names_ = names_->Clone(nullptr);
+    }
+    if (deep) {
+        clone->keys_.reserve(keys_.size());
+        for (const auto &key : keys_) {
+            if (key->Has(nfMultiple)) {
+                has_multiple_keys_ = true;
+                clone->has_multiple_keys_ = true;
+                continue;
+            }
+            clone->keys_.push_back(key->Clone(true, nullptr));
+            clone->keys_.back()->SetSection(clone.get());
+        }
+    }
+    clone->ComputeLayout();
+    return clone;
+}
+
+CKeyDef &CSectionDef::AddKey(std::unique_ptr<CKeyDef> key) {
+    key->SetSection(this);
+    keys_.push_back(std::move(key));
+    ComputeLayout();
+    return *keys_.back();
+}
+
+/// The definition's keys never change once an instance looks at them, so one look is enough.
+void CSectionDef::ComputeLayout() {
+    if (definition_ == nullptr || columns_ != kNoNumber) {
+        return;
+    }
+    const auto &keys = definition_->keys_;
+    columns_ = keys.empty() ? 0 : keys.front()->GetCellCount();
+    uniform_ =
+        std::all_of(keys.begin(), keys.end(), [this](const auto &key) { return key->GetCellCount() == columns_; });
+    if (columns_ > 1 && names_ && names_->Items().CountCells() != 0) {
+        uniform_ = false;
+    }
+}
+
+std::uint32_t CSectionDef::GetColumns() {
+    ComputeLayout();
+    return columns_;
+}
+
+void CSectionDef::PublishTree() {
+    const CScopeGuard scope(this);
+    if (names_) {
+        names_->Items().SetOwner(nullptr, this);
+        names_->Items().PublishAll();
+    }
+    for (const auto &key : keys_) {
+        key->PublishTree();
+    }
+}
+
+void CSectionDef::ClearKeys() {
+    for (const auto &key : keys_) {
+        key->Done();
+    }
+    keys_.clear();
+}
+
+void CSectionDef::GetNameChannelAttr(std::uint32_t keyword, std::uint32_t &value) {
+    CDefNode::GetChannelAttr(keyword, value);
+}
+
+bool CSectionDef::SetNameChannelAttr(std::uint32_t keyword, std::uint32_t number, std::string_view text,
+                                     bool &matched) {
+    return CDefNode::SetChannelAttr(keyword, number, text, matched);
+}
+
+bool CSectionDef::CommitChannels() {
+    const CScopeGuard scope(this);
+    bool result = true;
+    for (const auto &key : keys_) {
+        result = key->CommitChannels() && result;
+    }
+    return CDefNode::CommitChannels() && result;
+}
+
+void CSectionDef::CapturedValueChanged(const TParValue &value, const CVariable *variable) {
+    {
+        const CScopeGuard scope(this);
+        if (names_) {
+            names_->CapturedValueChanged(value, variable);
+        }
+        for (const auto &key : keys_) {
+            key->CapturedValueChanged(value, variable);
+        }
+    }
+    SheetData()->SectionRenamed(*this);
+    bool ok = true;
+    SheetData()->VariableAssigned(nullptr, value, ok);
+}
+
+void CSectionDef::BindVariable(CVariable &variable) {
+    {
+        const CScopeGuard scope(this);
+        if (names_) {
+            names_->BindVariable(variable);
+        }
+        for (const auto &key : keys_) {
+            key->BindVariable(variable);
+        }
+    }
+    SheetData()->SectionRenamed(*this);
+}
+
+void CSectionDef::GetChannelAttr(std::uint32_t keyword, std::uint32_t &value) {
+    const CScopeGuard scope(this);
+    GetNameChannelAttr(keyword, value);
+    for (auto key = keys_.begin(); key != keys_.end() && value == kNoNumber; ++key) {
+        (*key)->GetChannelAttr(keyword, value);
+    }
+}
+
+bool CSectionDef::SetChannelAttr(std::uint32_t keyword, std::uint32_t number, std::string_view text, bool &matched) {
+    const CScopeGuard scope(this);
+    bool result = SetNameChannelAttr(keyword, number, text, matched);
+    for (const auto &key : keys_) {
+        if (!key->Has(nfChannels)) {
+            bool key_matched = false;
+            result = key->SetChannelAttr(keyword, number, text, key_matched) || result;
+            matched = matched || key_matched;
+        }
+    }
+    return result;
+}
+
+void CSectionDef::RegisterChannels() {
+    const CScopeGuard scope(this);
+    RegisterGroupItems();
+    if (Has(nfChannels)) {
+        RegisterOwnChannels();
+        return;
+    }
+    for (const auto &key : keys_) {
+        if (key->Has(nfChannels) && !key->WasRead()) {
+            const CScopeGuard key_scope(key.get());
+            key->RegisterGroupItems();
+        } else {
+            key->RegisterChannels();
+        }
+    }
+}
+
+bool CSectionDef::HasUndefinedChannelNumber() const {
+    return CDefNode::HasUndefinedChannelNumber() || std::any_of(keys_.begin(), keys_.end(), [](const auto &key) {
+               return !key->Has(nfChannels) && key->HasUndefinedChannelNumber();
+           });
+}
+
+void CSectionDef::ParameterChanged(const CVariable *variable, const TParValue &value, bool &ok) {
+    const CScopeGuard scope(this);
+    CDefNode::ParameterChanged(variable, value, ok);
+    if (names_) {
+        names_->Items().ParameterChanged(variable, value, ok);
+    }
+    for (const auto &key : keys_) {
+        key->ParameterChanged(variable, value, ok);
+    }
+}
+
+void CSectionDef::Done() {
+    handle_.reset();
+    CDefNode::Done();
+    {
+        const CScopeGuard scope(this);
+        ClearKeys();
+    }
+    depend_on_.reset();
+    if (names_) {
+        names_->Items().Clear();
+    }
+    ReleaseScope();
+}
+
+}  // namespace kq_pdt

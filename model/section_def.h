@@ -1,0 +1,77 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+#include "model/key_def.h"
+#include "model/var_ref_item.h"
+
+namespace kq_pdt {
+
+/// A section: its name and its keys. An instance holds first the clones of the definition's keys without `multiple`, in
+/// the template's order, then the keys that reading or the sheet added, in the order of their coming.
+class CSectionDef final : public CDefNode {
+public:
+    explicit CSectionDef(CParSheetData *sheet_data);
+    ~CSectionDef() override;
+
+    /// A copy; deep with all keys that aren't `multiple`.
+    std::unique_ptr<CSectionDef> Clone(bool deep);
+    CKeyDef &AddKey(std::unique_ptr<CKeyDef> key);
+    /// Looks at the definition's keys: how many columns, and are they alike. Nothing without a definition.
+    void ComputeLayout();
+    std::uint32_t GetColumns();
+    bool IsUniform() const { return uniform_; }
+    bool HasMultipleKeys() const { return has_multiple_keys_; }
+    /// Publishes all items, name first.
+    void PublishTree();
+    void ClearKeys();
+    void WriteSection(CTextOut &out);
+
+    /// The same questions to the section's name alone.
+    void GetNameChannelAttr(std::uint32_t keyword, std::uint32_t &value);
+    bool SetNameChannelAttr(std::uint32_t keyword, std::uint32_t number, std::string_view text, bool &matched);
+
+    bool CommitChannels() override;
+    void CapturedValueChanged(const TParValue &value, const CVariable *variable) override;
+    void BindVariable(CVariable &variable) override;
+    void GetChannelAttr(std::uint32_t keyword, std::uint32_t &value) override;
+    bool SetChannelAttr(std::uint32_t keyword, std::uint32_t number, std::string_view text, bool &matched) override;
+    void RegisterChannels() override;
+    void ParameterChanged(const CVariable *variable, const TParValue &value, bool &ok) override;
+    bool HasUndefinedChannelNumber() const override;
+    void Done() override;
+
+    const std::vector<std::unique_ptr<CKeyDef>> &Keys() const { return keys_; }
+    /// `depend_on`: the variable that brings instances to life; in definitions only.
+    const CVarRefItem *DependOn() const { return depend_on_.get(); }
+    void SetDependOn(std::unique_ptr<CVarRefItem> variable) { depend_on_ = std::move(variable); }
+    /// In an instance, what it was cloned from; absent in a definition.
+    const CSectionDef *Definition() const { return definition_; }
+    CSectionDef *Definition() { return definition_; }
+    /// A handle that references keep; it expires when the section is released.
+    std::weak_ptr<CSectionDef *> Handle();
+
+    /// True once the reader has read a text into this instance.
+    bool WasTaken() const { return taken_; }
+    void SetTaken() { taken_ = true; }
+    /// Counts the instances in the order of their coming.
+    std::uint32_t Serial() const { return serial_; }
+    void SetSerial(std::uint32_t serial) { serial_ = serial; }
+
+private:
+    std::vector<std::unique_ptr<CKeyDef>> keys_;
+    std::unique_ptr<CVarRefItem> depend_on_;
+    bool uniform_ = false;
+    bool has_multiple_keys_ = false;
+    std::uint32_t columns_ = kNoNumber;
+    CSectionDef *definition_ = nullptr;
+    std::shared_ptr<CSectionDef *> handle_;
+    bool taken_ = false;
+    std::uint32_t serial_ = 0;
+};
+
+using CSectionList = std::vector<std::unique_ptr<CSectionDef>>;
+
+}  // namespace kq_pdt

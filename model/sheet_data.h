@@ -1,0 +1,154 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "driver/channel_range_table.h"
+#include "model/dll_item.h"
+#include "model/instance_index.h"
+#include "model/report_window.h"
+#include "model/section_def.h"
+#include "template/compiler.h"
+
+class CTextOut;
+class CTextView;
+
+namespace kq_pdt {
+
+/// The root of a session's model: the compiled template, the instances read from a parameter file, the table of
+/// channels and the variables. It works without a window; reports and commands are dropped then. One sheet data is the
+/// current one, which channel code reaches.
+class CParSheetData final : public CExpressionContext {
+public:
+    /// How deep assignments may set each other off.
+    static constexpr std::uint32_t kMaxAssignDepth = 100;
+    /// How many sections one assignment may bring to life, with all that it sets off.
+    static constexpr std::uint32_t kMaxSectionsBorn = 100;
+    /// How deep the templates of modules may load each other.
+    static constexpr std::uint32_t kMaxModuleDepth = 8;
+    /// How many templates one module may bring along, with all that they load.
+    static constexpr std::uint32_t kMaxModuleLoads = 100;
+
+    CParSheetData();
+    ~CParSheetData() override;
+    CParSheetData(const CParSheetData &) = delete;
+    CParSheetData &operator=(const CParSheetData &) = delete;
+
+    static CParSheetData *Current();
+    static void SetCurrent(CParSheetData *data);
+
+    /// Attaches the window that takes messages and commands, or none.
+    void SetWindow(CReportWindow *window);
+    CReportWindow *Window() const { return window_; }
+
+    /// Compiles the template at a path into a list of sections that share this model's variables, words and channels.
+    /// On failure what was read before the error stays.
+    bool CompileTemplate(std::string_view path, CSectionList &sections, TCompileResult &result);
+    /// The same for a template's text.
+    bool CompileTemplateText(std::string_view text, CSectionList &sections, TCompileResult &result);
+    /// Compiles a template into the model.
+    bool LoadTemplate(std::string_view path, TCompileResult &result);
+    bool LoadTemplateText(std::string_view text, TCompileResult &result);
+
+    /// Reads a parameter file into instances; the old ones go first. Whatever there is to say goes to the window.
+    void ReadPar(std::string_view text);
+    /// Writes all instances out.
+    void WriteParText(CTextOut &out);
+
+    /// Carries an assignment out: the value is stored and all that depends on the variable follows. Gives the section
+    /// that came to life, or none. If anything refuses, the old value comes back and ok is false.
+    CSectionDef *AssignVariable(CVariable &variable, const TParValue &value, bool &ok);
+    /// Lets instances and dependent sections follow a changed value. Without a variable a bound value has changed.
+    CSectionDef *VariableAssigned(CVariable *variable, const TParValue &value, bool &ok);
+    /// A module was chosen in a `dll` value: what the previous one brought along goes, and the module's own template is
+    /// loaded. An empty name only releases. A template that fails shows a box.
+    void LoadModuleTemplate(CSectionRefs &loaded, std::string_view name);
+
+    /// The table of channels through the sheet data, which keeps the window informed.
+    bool ChangeChannelParameter(std::uint32_t key, std::uint32_t keyword, const TParValue &old_value,
+                                const TParValue &new_value);
+    void RemoveChannelRange(std::uint32_t first);
+    void AppendChannelRange(std::uint32_t type, std::uint32_t direction, std::uint32_t &first, std::uint32_t &last,
+                            bool defined);
+    bool AddUnnamedChannelRange(std::uint32_t first, std::uint32_t last, std::uint32_t type, std::uint32_t direction);
+    bool AddChannelRangeIfFree(std::uint32_t first, std::uint32_t last, std::uint32_t type, std::uint32_t direction);
+    /// Reserves count channels behind all others, of no type and direction; gives the first number.
+    std::uint32_t NewChannelRange(bool defined, std::uint32_t count);
+    void SelectChannelRange(std::uint32_t first);
+
+    /// Tells the user that a channel number won't do.
+    void ShowBadChannel();
+    /// An error without a place.
+    void ReportError(std::string_view text);
+    void Post(TWindowCommand command, std::uint32_t parameter = 0);
+
+    /// The next id for a table of the sheet. Ids count up from 2 and are used once.
+    std::uint32_t AllocTableId() { return next_table_id_++; }
+    /// The instance that a table shows: a section, or a key with its section. Both null for an unknown id.
+    void FindByTable(std::uint32_t id, CSectionDef *&section, CKeyDef *&key);
+    /// An instance by its place from 0; none behind the last.
+    CSectionDef *GetSection(std::size_t index) const;
+    bool HasInstance(const CSectionDef &definition) const { return index_.FirstOf(&definition) != nullptr; }
+    /// Puts an instance at the end of the list.
+    CSectionDef &AppendInstance(std::unique_ptr<CSectionDef> section);
+    /// An instance's name shows another text now.
+    void SectionRenamed(CSectionDef &section);
+    CSectionDef &AppendDefinition(std::unique_ptr<CSectionDef> section);
+    void ClearInstances();
+    /// Forgets template and instances.
+    void ClearData();
+    /// Releases everything.
+    void Done();
+
+    CVarScope &RootScope() { return root_scope_; }
+    CChannelRangeTable &Ranges() { return ranges_; }
+    const CSectionList &Definitions() const { return definitions_; }
+    const CSectionList &Instances() const { return instances_; }
+    const CInstanceIndex &Index() const { return index_; }
+    const CNameList &KeywordWords() const { return keyword_words_; }
+    bool CanAddMultiple() const { return can_add_multiple_; }
+    bool NoChannels() const { return no_channels_; }
+    /// True while a parameter file is read: instances don't follow changed variables then.
+    bool IsReading() const { return reading_; }
+    void SetReading(bool reading) { reading_ = reading; }
+
+    void ReadVariable(std::string_view name, TParValue &value) override;
+    CVariable *FindVariable(std::string_view name) override;
+    std::uint32_t NewChannels(std::uint32_t count) override;
+
+private:
+    void NotifyInstances(const CVariable *variable, const TParValue &value, bool &ok);
+    void ReleaseInstancesOf(const CSectionDef &definition);
+    void ReleaseDefinition(const CSectionDef &definition);
+    void Release(std::unique_ptr<CSectionDef> section);
+    void ReleaseDying();
+    void FindDependents();
+    void TakeModuleSections(CSectionList &sections, CSectionRefs &loaded);
+    void ShowTemplateBox(std::string_view path, const TCompileResult &result);
+
+    CVarScope root_scope_;
+    CChannelRangeTable ranges_;
+    CSectionList definitions_;
+    bool can_add_multiple_ = false;
+    bool no_channels_ = false;
+    CSectionList instances_;
+    CInstanceIndex index_;
+    std::uint32_t next_table_id_ = 2;
+    CReportWindow *window_ = nullptr;
+    CNameList keyword_words_;
+    bool reading_ = false;
+
+    std::vector<CSectionDef *> dependents_;  ///< definitions with `depend_on`, in order
+    std::vector<std::size_t *> walks_;       ///< places of the walks over the instances that are under way
+    CSectionList dying_;                     ///< released during a walk; they end with the outermost one
+    std::uint32_t assign_depth_ = 0;
+    std::uint32_t sections_born_ = 0;
+    std::uint32_t module_depth_ = 0;
+    std::uint32_t module_loads_ = 0;
+    std::uint32_t next_serial_ = 1;
+};
+
+}  // namespace kq_pdt

@@ -1,0 +1,52 @@
+#pragma once
+
+#include <memory>
+
+#include "model/item.h"
+#include "model/variable.h"
+
+namespace kq_pdt {
+
+/// A reference to a variable by its name, which is looked up anew at each use: one reference can reach different
+/// variables at different times. It stands in a name or a line as `%name%`, and behind `id`, `ch_type`, `depend_on`
+/// and the tail of a list.
+///
+/// In the name of a dependent section a reference is bound: it keeps the value for which the section was made, though
+/// the variable goes on to others.
+class CVarRefItem final : public CItem {
+public:
+    CVarRefItem(std::string_view name, CVarScope &scope);
+
+    std::string_view Name() const { return name_.View(); }
+    /// The variable that the name means now, or none.
+    CVariable *Variable() const { return scope_->Find(name_.View()); }
+    bool IsCaptured() const { return captured_; }
+
+    /// Assigns to the variable. The first value that brings a section to life ties it to this reference; later values
+    /// only rename that section. ok becomes false if the value was refused.
+    void Assign(const TParValue &value, bool &ok);
+    /// Goes on with the section that another reference brought to life, unless this one has its own. True if it did.
+    bool AdoptDependent(const CVarRefItem &source);
+    bool HasDependent() const { return !dependent_.expired(); }
+    /// The same reference, tied to the same section.
+    std::unique_ptr<CVarRefItem> CloneReference();
+
+    void GetValue(TParValue &value) override;
+    bool AppendText(kq_base::CTextBuffer &text) override;
+    void AppendCellText(kq_base::CTextBuffer &text, bool &disabled) override;
+    std::unique_ptr<CItem> Clone() override;
+    void BindVariable(CVariable &variable) override;
+    void CapturedValueChanged(const TParValue &value, const CVariable *variable) override;
+    bool Match(std::string_view text, std::uint32_t position, TMatchStep &step) override;
+
+private:
+    bool AppendShownText(kq_base::CTextBuffer &text);
+
+    kq_base::TText name_;
+    CVarScope *scope_;
+    std::weak_ptr<CSectionDef *> dependent_;
+    bool captured_ = false;
+    TParValue captured_value_;
+};
+
+}  // namespace kq_pdt

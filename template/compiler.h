@@ -1,0 +1,131 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string_view>
+#include <vector>
+
+#include "model/dll_item.h"
+#include "model/section_def.h"
+#include "template/expression_builder.h"
+#include "template/keyword_reader.h"
+
+namespace kq_pdt {
+
+class CChannelRangeTable;
+
+/// What a compile says. Line and position are the reader's, behind the look-ahead, without an error too.
+struct TCompileResult {
+    kq_base::TText message;  ///< empty without an error, and for errors that have no text
+    std::uint32_t line = 0;
+    std::uint32_t position = 0;
+    bool no_channels = false;
+};
+
+/// Turns the text of one template into definitions: recursive descent with one token of look-ahead. What a statement
+/// creates is created as the statement is read, and the first error ends everything; what was made before it stays.
+///
+/// What a text can't be cut into tokens counts as its end, which at the top level is no error.
+class CPdtCompiler : public CKeywordReader {
+public:
+    /// The newest version of the language that this compiler knows, for `ver_from`.
+    static constexpr std::uint32_t kLanguageVersion = 50040;
+
+    /// The text must live until the compile is over. New sections go to the list.
+    void Init(CParSheetData &sheet_data, std::string_view text, CVarScope &root_scope, CSectionList &sections);
+    /// Compiles. ranges takes the channels of the top level; without it nothing happens and the result is false.
+    /// keywords takes the words to be coloured and may be absent.
+    bool Compile(CChannelRangeTable *ranges, CNameList *keywords, TCompileResult &result);
+
+    /// Parts of the language on their own: a value list as behind `name =`, and an expression. Both are to be the whole
+    /// text; what follows them is an error.
+    bool CompileValueList(std::unique_ptr<CItemList> &list, TCompileResult &result);
+    bool CompileExpression(std::unique_ptr<CExpression> &expression, TCompileResult &result);
+
+private:
+    // Top level, sections and keys: compiler.cpp
+    void ParseTopLevel();
+    void ParseKeywords();
+    void ParseVersion();
+    void ParseFixedChannels();
+    bool ParseChannelNumber(std::uint32_t &number);
+    bool ParseOneOf(bool (*is_one)(std::uint32_t), std::initializer_list<std::uint32_t> expected, std::uint32_t &code);
+    void ParseSection();
+    bool ParseSectionStatement();
+    void ParseKey();
+    bool ParseKeyStatement();
+    void ParseName(CDefNode &node);
+    void ParseFlag(CDefNode &node, TNodeFlag flag);
+    void ParseDependOn();
+    void ParseGroup(CDefNode &node);
+    void Finish(TCompileResult &result);
+
+    // Value lists, texts and `var`: compiler_values.cpp
+    void ParseValueList();
+    void ParseListEnd();
+    void ParseValueItem();
+    std::unique_ptr<CItem> ParseItemWord();
+    std::unique_ptr<CItem> ParseReference();
+    void ParseText();
+    void ParseTextItem();
+    void ParseVar(CDefNode &node);
+    void ParseVarAttributes();
+    void ParseInitValue();
+
+    // Attribute blocks: compiler_attributes.cpp
+    void ParseAttributes();
+    bool ParseAttribute();
+    void ParseBareAttribute(std::uint32_t keyword);
+    void ParseRange(std::uint32_t keyword);
+    void ParseId();
+    void ParseOption();
+    void ParseTextAttribute(std::uint32_t keyword);
+    void ParseDefault();
+    void ParseGroupRow(std::uint32_t keyword);
+    void ParseChannelMap(std::uint32_t keyword);
+    void ParseChannelBound(std::uint32_t keyword);
+    void ParseChannelCount();
+    void ParseEnableIf();
+    void SetAttribute(std::uint32_t keyword, std::uint32_t form, std::string_view text);
+
+    // Expressions: compiler_expressions.cpp
+    std::unique_ptr<CExpression> ParseWholeExpression();
+    void ParseExpression();
+    void ParseAnd();
+    void ParseNot();
+    void ParseEquality();
+    void ParseRelation();
+    void ParseSum();
+    void ParseProduct();
+    void ParseFactor();
+    void ParseParentheses();
+    void ParseFunction();
+    void ParseMinus();
+    void ParseVariable();
+    void AddLiteral(TParValue value);
+    bool TakeOperator(TExprKind kind);
+    bool Accept(CExpressionBuilder::TResult result);
+    void Attach() { Accept(builder_.Attach()); }
+
+    void EnterScopes();
+    void LeaveScopes();
+    /// A reference to the look-ahead identifier from inside the present section and key; fails if it isn't declared.
+    std::unique_ptr<CVarRefItem> ReferenceHere();
+
+    CNameList *keywords_ = nullptr;
+    CParSheetData *sheet_data_ = nullptr;
+    CVarScope *scope_ = nullptr;
+    CSectionList *sections_ = nullptr;
+    CChannelRangeTable *ranges_ = nullptr;
+    bool no_channels_ = false;
+    CSectionDef *section_ = nullptr;  ///< stays until the next one begins
+    CKeyDef *key_ = nullptr;
+    CItemList *item_list_ = nullptr;
+    CItem *item_ = nullptr;
+    CChannelsGroupItem *group_ = nullptr;  ///< the last one so far: bounds in later blocks reach it
+    CVariable *variable_ = nullptr;
+    kq_base::TText text_;
+    CExpressionBuilder builder_;
+};
+
+}  // namespace kq_pdt

@@ -1,0 +1,285 @@
+// Expressions. The grammar looks as usual, the trees don't: see CExpressionBuilder. Which level puts the cursor back
+// and which doesn't is what templates rest on, so the order of steps here must stay.
+
+#include "model/sheet_data.h"
+#include "platform/base/number_text.h"
+#include "template/compiler.h"
+#include "template/texts.h"
+
+namespace kq_pdt {
+
+using par_scanner::kEqual;
+using par_scanner::kGreater;
+using par_scanner::kGreaterEqual;
+using par_scanner::kIdentifier;
+using par_scanner::kLeftParenthesis;
+using par_scanner::kLess;
+using par_scanner::kLessEqual;
+using par_scanner::kMinus;
+using par_scanner::kNotEqual;
+using par_scanner::kNumber;
+using par_scanner::kPercent;
+using par_scanner::kPlus;
+using par_scanner::kRightParenthesis;
+using par_scanner::kSlash;
+using par_scanner::kStar;
+using par_scanner::kString;
+
+namespace {
+
+constexpr std::string_view kNewChannel = "new_channel";
+
+}  // namespace
+
+/// Fails if the tree didn't take a node.
+bool CPdtCompiler::Accept(CExpressionBuilder::TResult result) {
+    if (result == CExpressionBuilder::TResult::kFull) {
+        Fail(texts::kAmbiguous);
+    } else if (result == CExpressionBuilder::TResult::kTooDeep) {
+        Fail(texts::kTooComplex);
+    }
+    return !Failed();
+}
+
+/// Steps over the operator first, so that an error is found at the operand behind it.
+bool CPdtCompiler::TakeOperator(TExprKind kind) {
+    NextToken();
+    return !Failed() && Accept(builder_.SetNodeKind(kind));
+}
+
+std::unique_ptr<CExpression> CPdtCompiler::ParseWholeExpression() {
+    builder_.Clear();
+    ParseExpression();
+    return Failed() ? nullptr : builder_.Finish(*sheet_data_);
+}
+
+void CPdtCompiler::ParseExpression() {
+    if (Failed()) {
+        return;
+    }
+    Attach();
+    ParseAnd();
+    while (!Failed() && Kind() == kwOr && TakeOperator(TExprKind::kOr)) {
+        Attach();
+        ParseAnd();
+    }
+}
+
+void CPdtCompiler::ParseAnd() {
+    if (Failed()) {
+        return;
+    }
+    const auto cursor = builder_.Cursor();
+    Attach();
+    ParseNot();
+    while (!Failed() && Kind() == kwAnd && TakeOperator(TExprKind::kAnd)) {
+        Attach();
+        ParseNot();
+    }
+    builder_.SetCursor(cursor);
+}
+
+void CPdtCompiler::ParseNot() {
+    if (Failed()) {
+        return;
+    }
+    if (Kind() != kwNot) {
+        ParseEquality();
+        return;
+    }
+    const auto cursor = builder_.Cursor();
+    NextToken();
+    Attach();
+    if (!Failed()) {
+        Accept(builder_.SetNodeKind(TExprKind::kNot));
+    }
+    ParseEquality();
+    builder_.SetCursor(cursor);
+}
+
+void CPdtCompiler::ParseEquality() {
+    if (Failed()) {
+        return;
+    }
+    const auto cursor = builder_.Cursor();
+    Attach();
+    ParseRelation();
+    while (!Failed() && (Kind() == kEqual || Kind() == kNotEqual) &&
+           TakeOperator(Kind() == kEqual ? TExprKind::kEqual : TExprKind::kNotEqual)) {
+        Attach();
+        ParseRelation();
+    }
+    builder_.SetCursor(cursor);
+}
+
+void CPdtCompiler::ParseRelation() {
+    if (Failed()) {
+        return;
+    }
+    Attach();
+    ParseSum();
+    while (!Failed()) {
+        TExprKind kind = TExprKind::kGroup;
+        switch (Kind()) {
+            case kLess:
+                kind = TExprKind::kLess;
+                break;
+            case kLessEqual:
+                kind = TExprKind::kLessEqual;
+                break;
+            case kGreater:
+                kind = TExprKind::kGreater;
+                break;
+            case kGreaterEqual:
+                kind = TExprKind::kGreaterEqual;
+                break;
+            default:
+                return;
+        }
+        if (TakeOperator(kind)) {
+            Attach();
+            ParseSum();
+        }
+    }
+}
+
+void CPdtCompiler::ParseSum() {
+    if (Failed()) {
+        return;
+    }
+    Attach();
+    ParseProduct();
+    while (!Failed() && (Kind() == kPlus || Kind() == kMinus) &&
+           TakeOperator(Kind() == kPlus ? TExprKind::kAdd : TExprKind::kSubtract)) {
+        ParseProduct();
+    }
+}
+
+void CPdtCompiler::ParseProduct() {
+    if (Failed()) {
+        return;
+    }
+    Attach();
+    ParseFactor();
+    while (!Failed() && (Kind() == kStar || Kind() == kSlash || Kind() == kwMod)) {
+        const TExprKind kind = Kind() == kStar    ? TExprKind::kMultiply
+                               : Kind() == kSlash ? TExprKind::kDivide
+                                                  : TExprKind::kModulo;
+        if (TakeOperator(kind)) {
+            ParseFactor();
+        }
+    }
+}
+
+void CPdtCompiler::ParseFactor() {
+    if (Failed()) {
+        return;
+    }
+    std::uint32_t number = 0;
+    switch (Kind()) {
+        case kLeftParenthesis:
+            ParseParentheses();
+            return;
+        case kIdentifier:
+            ParseFunction();
+            return;
+        case kMinus:
+            ParseMinus();
+            return;
+        case kNumber:
+            if (kq_base::ParseDecimal(TokenText(), number)) {
+                AddLiteral(TParValue::Number(number));
+                return;
+            }
+            break;
+        case kwTrue:
+        case kwFalse:
+            AddLiteral(TParValue::Bool(Kind() == kwTrue));
+            return;
+        case kwNedef:
+            AddLiteral(TParValue::Undefined());
+            return;
+        case kString:
+            AddLiteral(TParValue::Text(TokenText()));
+            return;
+        case kPercent:
+            ParseVariable();
+            return;
+        default:
+            break;
+    }
+    Fail(texts::kExpectedOneOf, {kNumber, kString, kPercent, kLeftParenthesis, kwTrue, kwFalse});
+}
+
+void CPdtCompiler::AddLiteral(TParValue value) {
+    if (Accept(builder_.AddOperand(TExprKind::kLiteral, std::move(value)))) {
+        NextToken();
+    }
+}
+
+void CPdtCompiler::ParseParentheses() {
+    if (!builder_.HasPlace()) {
+        Fail(texts::kAmbiguous);
+        return;
+    }
+    NextToken();
+    const auto cursor = builder_.Cursor();
+    Accept(builder_.AttachParentheses());
+    ParseExpression();
+    builder_.SetCursor(cursor);
+    Expect(kRightParenthesis);
+}
+
+/// The argument is a tree of its own, which an operator behind the function doesn't reach.
+void CPdtCompiler::ParseFunction() {
+    if (TokenText() != kNewChannel) {
+        Fail(texts::kFunctionExpected);
+        return;
+    }
+    if (!builder_.HasPlace()) {
+        Fail(texts::kAmbiguous);
+        return;
+    }
+    NextToken();
+    const CExpressionBuilder::TSavedTree saved = builder_.BeginArgument();
+    if (Expect(kLeftParenthesis)) {
+        ParseExpression();
+        Expect(kRightParenthesis);
+    }
+    if (!Failed()) {
+        Accept(builder_.EndArgument(saved));
+    }
+}
+
+void CPdtCompiler::ParseMinus() {
+    if (!builder_.HasPlace()) {
+        Fail(texts::kAmbiguous);
+        return;
+    }
+    NextToken();
+    Attach();
+    if (!Failed() && Accept(builder_.SetNodeKind(TExprKind::kNegate))) {
+        ParseFactor();
+    }
+}
+
+void CPdtCompiler::ParseVariable() {
+    if (!builder_.HasPlace()) {
+        Fail(texts::kAmbiguous);
+        return;
+    }
+    NextToken();
+    if (Failed() || Kind() != kIdentifier) {
+        Fail(texts::kExpectedOneOf, {kIdentifier});
+        return;
+    }
+    if (!ReferenceHere()) {
+        return;
+    }
+    if (Accept(builder_.AddOperand(TExprKind::kReference, TParValue::Text(TokenText())))) {
+        NextToken();
+        Expect(kPercent);
+    }
+}
+
+}  // namespace kq_pdt
