@@ -252,14 +252,15 @@ bool CElfSymbols::FindInGnuHash(std::string_view name) const {
 }
 
 // The counts of buckets and symbols, the first symbol of each bucket, and for each symbol the next one; 0 ends a chain.
-// A chain that runs in a circle is left after as many steps as there are symbols.
+// A chain that runs in a circle is left after as many steps as there are symbols, and that many have room in the file.
 template <typename TFormat>
 bool CElfSymbols::FindInClassicHash(std::string_view name) const {
     struct {
         std::uint32_t bucket_count;
         std::uint32_t symbol_count;
     } head = {};
-    if (!ReadAt(image_, hash_at_, head) || head.bucket_count == 0) {
+    if (!ReadAt(image_, hash_at_, head) || head.bucket_count == 0 ||
+        head.symbol_count > image_.size() / sizeof(std::uint32_t)) {
         return false;
     }
     const std::uint64_t buckets_at = hash_at_ + sizeof(head);

@@ -137,6 +137,7 @@ struct TChange {
     unsigned char byte_order = ELFDATA2LSB;
     std::uint16_t kind = ET_DYN;
     std::uint32_t buckets = 1;
+    std::uint32_t symbols = kSymbolCount;
     std::uint32_t names_cut = 0;    ///< bytes that the table of names is said to lack
     bool circle = false;            ///< the classic chain runs back into itself
     bool tables_elsewhere = false;  ///< the tables' addresses lie in no segment
@@ -171,7 +172,7 @@ std::string MakeLibrary(bool gnu_hash, const TChange &change) {
             AppendRecord(hash, &row == std::end(kSymbols) - 1 ? value | 1U : value & ~1U);
         }
     } else {
-        for (const std::uint32_t number : {change.buckets, kSymbolCount, 1U, 0U}) {
+        for (const std::uint32_t number : {change.buckets, change.symbols, 1U, 0U}) {
             AppendRecord(hash, number);
         }
         for (std::uint32_t next = 2; next <= kSymbolCount; ++next) {
@@ -252,6 +253,16 @@ TEST(ElfSymbols, CountsDefinedNamesOfBothWidthsAndHashes) {
             }
         }
     }
+}
+
+TEST(ElfSymbols, AChainWithoutEndIsLeftHoweverManySymbolsAreClaimed) {
+    TChange change;
+    change.circle = true;
+    change.symbols = 0xFFFFFFFF;
+    const std::string image = MakeLibrary<TFormat32>(false, change);
+    CElfSymbols symbols;
+    symbols.Open(image);
+    EXPECT_FALSE(symbols.Exports("absent"));
 }
 
 TEST(ElfSymbols, HostileLibraries) {

@@ -52,7 +52,7 @@ public:
     bool Delete(std::string_view path, std::string &error) override {
         return !Fails(path, error) && files_.erase(Key(path)) != 0;
     }
-    bool Exists(std::string_view path) override { return files_.count(Key(path)) != 0 || IsDirectory(path); }
+    bool Exists(std::string_view path) override { return files_.contains(Key(path)) || IsDirectory(path); }
     bool IsDirectory(std::string_view path) override {
         const std::string prefix = Key(path) + '/';
         const auto found = files_.lower_bound(prefix);
@@ -87,7 +87,7 @@ private:
             error = failure->second;
             return true;
         }
-        const bool missing = missing_fails && files_.count(Key(path)) == 0;
+        const bool missing = missing_fails && !files_.contains(Key(path));
         if (missing) {
             error = "Soubor neexistuje";
         }
