@@ -70,7 +70,7 @@ struct TReport {
     std::optional<std::uint32_t> dmf_end;
 
     /// True if the template compiled and neither an error nor a box with the stop icon was reported.
-    bool Good() const;
+    KQ_API bool Good() const;
 };
 
 /// One range of the table of channels.
