@@ -27,7 +27,7 @@ std::string OpenText(const TChannel &channel) {
 }
 
 TRow RowOf(const TChannel &channel) {
-    std::string state = channel.defined ? "defined" : "in map file only";
+    std::string state = channel.defined ? "defined" : "not defined";
     const std::string open = OpenText(channel);
     if (!open.empty()) {
         state += ", open: " + open;

@@ -34,9 +34,9 @@ std::string RangeText(const TItem &item) {
 }
 
 std::string EntriesText(const TItem &item) {
-    std::vector<std::string> texts;
-    for (std::size_t at = 0; at < std::min(item.entries.size(), kShownEntries); ++at) {
-        texts.push_back(QuotedText(item.entries[at].text));
+    std::vector<std::string> texts(std::min(item.entries.size(), kShownEntries));
+    for (std::size_t at = 0; at < texts.size(); ++at) {
+        texts[at] = QuotedText(item.entries[at].text);
     }
     if (item.entries.size() > kShownEntries) {
         texts.push_back("... " + std::to_string(item.entries.size()) + " in all");
@@ -50,9 +50,9 @@ std::string MapText(std::string_view what, const std::vector<TMapRow> &rows,
         return std::string(what) + " by %" + kq_base::ToUtf8(*variable) + "%";
     }
     std::vector<std::string> texts;
-    for (const TMapRow &row : rows) {
-        texts.push_back(row.text.empty() ? row.word : QuotedText(row.text) + ": " + row.word);
-    }
+    std::transform(rows.begin(), rows.end(), std::back_inserter(texts), [](const TMapRow &row) {
+        return row.text.empty() ? row.word : QuotedText(row.text) + ": " + row.word;
+    });
     return rows.empty() ? "" : std::string(what) + " " + Joined(texts, ", ");
 }
 

@@ -2,7 +2,6 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
-#include <cctype>
 #include <sstream>
 
 #include "tools/arguments.h"
@@ -117,12 +116,11 @@ private:
     TCommand command_ = nullptr;
 };
 
-/// An argument that begins with a minus but can't be an option, such as the expression -(%n%), goes past the parser of
-/// the command line behind a NUL, which no argument holds.
+/// -h and -o are the only options of one minus. Any other argument that begins with one, such as the expression -%n%,
+/// goes past the parser of the command line behind a NUL, which no argument holds.
 std::string Guarded(const std::string &argument) {
-    const bool minus = argument.size() > 1 && argument[0] == '-' && argument[1] != '-' &&
-                       std::isalpha(static_cast<unsigned char>(argument[1])) == 0;
-    return minus ? '\0' + argument : argument;
+    const bool option = argument.starts_with("--") || argument.starts_with("-o") || argument == "-h";
+    return argument.size() > 1 && argument.starts_with('-') && !option ? '\0' + argument : argument;
 }
 
 void Unguard(std::string &argument) {
@@ -132,10 +130,14 @@ void Unguard(std::string &argument) {
 }
 
 TArguments Unguarded(TArguments arguments) {
-    Unguard(arguments.pdt);
-    Unguard(arguments.par);
-    Unguard(arguments.expression);
-    Unguard(arguments.text);
+    for (std::string *argument : {&arguments.pdt, &arguments.par, &arguments.expression, &arguments.text}) {
+        Unguard(*argument);
+    }
+    for (std::optional<std::string> *argument : {&arguments.dmf, &arguments.modules, &arguments.output}) {
+        if (*argument) {
+            Unguard(**argument);
+        }
+    }
     return arguments;
 }
 
@@ -161,7 +163,9 @@ int RunCommandLine(const std::vector<std::string> &arguments, TConsole &console)
             console.out.Write(shown.str());
             return kDone;
         }
-        return UsageError(console, reason.str());
+        std::string text = reason.str();
+        text.erase(std::remove(text.begin(), text.end(), '\0'), text.end());
+        return UsageError(console, text);
     }
     const TArguments parsed = Unguarded(line.Arguments());
     if ((parsed.pdt == kStandardInput) + (parsed.par == kStandardInput) + (parsed.dmf == kStandardInput) > 1) {

@@ -1,14 +1,10 @@
 #include "tools/par_surface.h"
 
 #include <algorithm>
-#include <array>
 
 #include "scanner/par_scanner.h"
 
 namespace {
-
-constexpr std::uint32_t kHigh = 255;
-using TBuffer = std::array<char, kHigh + 1>;
 
 /// The scanner over a text in memory.
 class CTextParScanner : public par_scanner::CParScanner {
@@ -24,19 +20,19 @@ private:
     const std::string &text_;
 };
 
-TSurfaceKey ReadKey(CTextParScanner &scanner, const char *name) {
+TSurfaceKey ReadKey(CTextParScanner &scanner) {
     TSurfaceKey key;
-    key.name = name;
+    key.name = scanner.KeyName();
     key.line = scanner.GetKeyLine();
-    TBuffer buffer{};
-    if (scanner.GetKeyPars(kHigh, buffer.data())) {
-        key.text = buffer.data();
+    std::string_view text;
+    if (scanner.KeyPars(text)) {
+        key.text = text;
     }
-    std::uint32_t separator = 0;
-    if (scanner.GetFirstPar(kHigh, buffer.data())) {
-        key.values.push_back({buffer.data(), std::nullopt});
-        while (scanner.GetNextPar(kHigh, buffer.data(), separator)) {
-            key.values.push_back({buffer.data(), separator});
+    if (scanner.FirstValue(text)) {
+        key.values.push_back({std::string(text), std::nullopt});
+        std::uint32_t separator = 0;
+        while (scanner.NextValue(text, separator)) {
+            key.values.push_back({std::string(text), separator});
         }
     }
     return key;
@@ -46,17 +42,13 @@ TSurfaceKey ReadKey(CTextParScanner &scanner, const char *name) {
 
 void WalkSurface(const std::string &text, CSurfaceSink &sink) {
     CTextParScanner scanner(text);
-    TBuffer name{};
-    if (scanner.Init(0)) {
-        for (bool section = scanner.GetFirstSection(kHigh, name.data()); section;
-             section = scanner.GetNextSection(kHigh, name.data())) {
-            sink.BeginSection(name.data(), scanner.GetSectionLine());
-            for (bool key = scanner.GetFirstKey(kHigh, name.data()); key;
-                 key = scanner.GetNextKey(kHigh, name.data())) {
-                sink.Key(ReadKey(scanner, name.data()));
-            }
-            sink.EndSection();
+    bool section = scanner.Init(0) && scanner.FirstSection();
+    for (; section; section = scanner.NextSection()) {
+        sink.BeginSection(std::string(scanner.SectionName()), scanner.GetSectionLine());
+        for (bool key = scanner.FirstKey(); key; key = scanner.NextKey()) {
+            sink.Key(ReadKey(scanner));
         }
+        sink.EndSection();
     }
     scanner.Done();
 }

@@ -30,7 +30,7 @@ TEST(Arguments, WrongUsageIsToldAndGivesTwo) {
         {{""}, "there is no command"},
         {{"inspect", "a.dll"}, "there is no command inspect"},
         {{"--json", "check", "a", "b"}, "--json"},
-        {{"check"}, "PAR is required"},
+        {{"check"}, "PDT is required"},
         {{"check", "a.pdt"}, "PAR is required"},
         {{"check", "a", "b", "c"}, "not expected: c"},
         {{"check", "a", "b", "--jsno"}, "not expected: --jsno"},
@@ -54,7 +54,8 @@ TEST(Arguments, WrongUsageIsToldAndGivesTwo) {
         {{"match", "'a'"}, "TEXT is required"},
         {{"match", "'a'", "\xE2\x98\x83"}, "code page 1250"},
         {{"match", "'\xE2\x98\x83'", "a"}, "code page 1250"},
-        {{"match", "'a'", "-a"}, "not expected: -a"},
+        {{"match", "'a'", "--a"}, "TEXT is required"},
+        {{"eval", "1", "-a"}, "not expected: -a"},
     };
     for (const TRow &row : rows) {
         const TRunResult result = RunProgram(row.arguments);
