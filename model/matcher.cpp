@@ -45,14 +45,23 @@ void TakePiece(CItem &clone, std::string_view text, std::uint32_t first, std::ui
     }
 }
 
+/// Match without the detour through the virtual call for the items that take one character after the other.
+bool MatchItem(CItem &item, std::string_view text, std::uint32_t position, TMatchStep &step) {
+    if (!HasVariableLength(item)) {
+        return item.Match(text, position, step);
+    }
+    step.position = position + 1;
+    step.complete = false;
+    step.may_be_empty = true;
+    return position < text.size() &&
+           (item.Code() == TItemCode::kString || (text[position] >= '0' && text[position] <= '9'));
+}
+
 }  // namespace
 
 void CMatcher::Begin(std::string_view text) {
     text_ = text;
     patterns_.clear();
-    queue_.clear();
-    pieces_.clear();
-    won_ = TCandidate();
 }
 
 void CMatcher::AddPattern(const CItemSeq &items, CDefNode *scope1, CDefNode *scope2) {
@@ -62,21 +71,21 @@ void CMatcher::AddPattern(const CItemSeq &items, CDefNode *scope1, CDefNode *sco
 void CMatcher::Prepare(bool everything_cheaply) {
     std::size_t bits = 0;
     for (TPattern &pattern : patterns_) {
-        const auto &items = *pattern.items;
-        pattern.with_scopes =
-            std::any_of(items.begin(), items.end(), [](const auto &item) { return Publishes(*item); });
+        std::size_t variable_lengths = 0;
+        for (const auto &item : *pattern.items) {
+            pattern.with_scopes = pattern.with_scopes || Publishes(*item);
+            variable_lengths += HasVariableLength(*item) ? 1 : 0;
+        }
         pattern.publishes = pattern.with_scopes && !everything_cheaply;
-        pattern.bits = kNone;
-        const bool can_meet =
-            std::count_if(items.begin(), items.end(), [](const auto &item) { return HasVariableLength(*item); }) > 1;
-        if (!pattern.publishes && can_meet) {
+        if (!pattern.publishes && variable_lengths > 1) {
             pattern.bits = static_cast<std::uint32_t>(bits);
-            bits += 2 * items.size() * (text_.size() + 1);
+            bits += 2 * pattern.items->size() * (text_.size() + 1);
         }
     }
     marks_.assign((bits + 63) / 64, 0);
     queue_.clear();
     pieces_.clear();
+    loads_.clear();
     steps_ = 0;
     overrun_ = false;
 }
@@ -107,27 +116,25 @@ bool CMatcher::Run() {
 bool CMatcher::Search() {
     for (std::uint32_t place = 0; place < patterns_.size(); ++place) {
         TCandidate started;
-        if (!patterns_[place].items->empty() && Start(place, 0, 0, nullptr, kNone, started)) {
-            queue_.push_back(std::move(started));
+        if (Start(place, 0, 0, kNone, started)) {
+            queue_.push_back(started);
         }
     }
     while (!queue_.empty()) {
         std::size_t kept = 0;
         for (std::size_t place = 0; place < queue_.size(); ++place) {
             const TStep step = Step(place);
-            if (step == TStep::kMatched) {
-                won_ = std::move(queue_[place]);
-                winner_ = won_.pattern;
+            if (step == TStep::matched) {
+                won_ = queue_[place];
                 return true;
             }
             if (overrun_) {
                 return false;
             }
-            if (step == TStep::kGoesOn) {
-                if (kept != place) {
-                    queue_[kept] = std::move(queue_[place]);
-                }
-                ++kept;
+            if (step == TStep::goesOn) {
+                queue_[kept++] = queue_[place];
+            } else {
+                Drop(queue_[place]);
             }
         }
         queue_.resize(kept);
@@ -140,7 +147,7 @@ bool CMatcher::Search() {
 bool CMatcher::SkipEmpty(const TPattern &pattern, std::uint32_t &item, std::uint32_t position, TMatchStep &step) {
     const auto &items = *pattern.items;
     for (; item < items.size() && Mark(pattern, true, item, position); ++item) {
-        if (items[item]->Match(text_, position, step)) {
+        if (MatchItem(*items[item], text_, position, step)) {
             return true;
         }
         if (!step.may_be_empty) {
@@ -150,137 +157,133 @@ bool CMatcher::SkipEmpty(const TPattern &pattern, std::uint32_t &item, std::uint
     return false;
 }
 
+/// Clones what a candidate carries, and behind it the item that it goes on in.
+std::uint32_t CMatcher::Carry(CItem &item, std::uint32_t from) {
+    TLoad load{std::make_unique<CItemSeq>()};
+    if (from != kNone) {
+        loads_[from].results->CloneInto(*load.results);
+    }
+    load.results->Append(item.Clone());
+    loads_.push_back(std::move(load));
+    return static_cast<std::uint32_t>(loads_.size() - 1);
+}
+
+void CMatcher::Drop(const TCandidate &candidate) {
+    if (patterns_[candidate.pattern].publishes) {
+        loads_[candidate.trace].results.reset();
+    }
+}
+
 /// Starts a candidate in an item. An item that may be empty leaves its place at once also to the one behind it, and
 /// that fork joins the queue ahead of the candidate that is being started; a chain of such forks is followed to its end
 /// before the first of them goes on. The forks carry the clones made so far, without what these are about to take.
-bool CMatcher::Start(std::uint32_t pattern_place, std::uint32_t item, std::uint32_t position, const CItemSeq *results,
-                     std::uint32_t piece, TCandidate &started) {
+bool CMatcher::Start(std::uint32_t pattern_place, std::uint32_t item, std::uint32_t position, std::uint32_t trace,
+                     TCandidate &started) {
     const TPattern &pattern = patterns_[pattern_place];
     const auto &items = *pattern.items;
     const CScopeGuard outer(pattern.with_scopes ? pattern.scope1 : nullptr);
     const CScopeGuard inner(pattern.with_scopes ? pattern.scope2 : nullptr);
-    const std::size_t base = starting_.size();
+    starting_.clear();
     for (TMatchStep step; SkipEmpty(pattern, item, position, step); ++item) {
-        TCandidate candidate;
-        candidate.pattern = pattern_place;
-        candidate.item = item;
-        candidate.position = step.position;
-        candidate.complete = step.complete;
         if (pattern.publishes) {
-            candidate.results = std::make_unique<CItemSeq>();
-            if (results != nullptr) {
-                results->CloneInto(*candidate.results);
-            }
-            candidate.results->Append(items[item]->Clone());
-            candidate.clone = candidate.results->Items().back().get();
+            trace = Carry(*items[item], trace);
         } else {
             items[item]->ForceIntoRange();
-            pieces_.push_back({piece, position, item, position});
-            piece = static_cast<std::uint32_t>(pieces_.size() - 1);
-            candidate.piece = piece;
+            pieces_.push_back({trace, position, item, position});
+            trace = static_cast<std::uint32_t>(pieces_.size() - 1);
         }
-        starting_.push_back(std::move(candidate));
-        results = starting_.back().results.get();
+        starting_.push_back({pattern_place, item, step.position, trace, step.complete});
         if (!step.may_be_empty || item + 1 == items.size()) {
             break;
         }
     }
-    for (std::size_t place = starting_.size(); place > base; --place) {
-        TCandidate &candidate = starting_[place - 1];
-        if (candidate.clone != nullptr) {
-            candidate.clone->ParseValue(text_, position, candidate.position);
+    for (std::size_t place = starting_.size(); place > 0; --place) {
+        started = starting_[place - 1];
+        if (pattern.publishes) {
+            loads_[started.trace].Clone().ParseValue(text_, position, started.position);
         }
-        if (place - 1 != base) {
-            queue_.push_back(std::move(candidate));
+        if (place != 1) {
+            queue_.push_back(started);
         }
     }
-    const bool any = starting_.size() > base;
-    if (any) {
-        started = std::move(starting_[base]);
-    }
-    starting_.resize(base);
-    return any;
+    return !starting_.empty();
 }
 
 bool CMatcher::RestMayBeEmpty(const TPattern &pattern, std::uint32_t item) const {
     const auto &items = *pattern.items;
     return std::all_of(items.begin() + item + 1, items.end(), [this](const auto &rest) {
         TMatchStep step;
-        rest->Match(text_, 0, step);
+        MatchItem(*rest, text_, 0, step);
         return step.may_be_empty;
     });
 }
 
 CMatcher::TStep CMatcher::Step(std::size_t place) {
-    const std::uint32_t pattern_place = queue_[place].pattern;
-    const TPattern &pattern = patterns_[pattern_place];
-    const std::uint32_t item = queue_[place].item;
-    const std::uint32_t position = queue_[place].position;
-    const bool has_next = item + 1 < pattern.items->size();
-    if (position == text_.size() && !has_next) {
-        return TStep::kMatched;
+    TCandidate candidate = queue_[place];
+    const TPattern &pattern = patterns_[candidate.pattern];
+    const bool has_next = candidate.item + 1 < pattern.items->size();
+    const bool at_end = candidate.position == text_.size();
+    if (at_end && !has_next) {
+        return TStep::matched;
     }
     if (pattern.publishes && (++steps_ > kMaxSteps || queue_.size() > kMaxWaiting)) {
         overrun_ = true;
-        return TStep::kFailed;
+        return TStep::failed;
     }
-    if (!Mark(pattern, false, item, position)) {
-        return TStep::kFailed;
+    if (!Mark(pattern, false, candidate.item, candidate.position)) {
+        return TStep::failed;
     }
     const CScopeGuard outer(pattern.with_scopes ? pattern.scope1 : nullptr);
     const CScopeGuard inner(pattern.with_scopes ? pattern.scope2 : nullptr);
-    if (position == text_.size() && RestMayBeEmpty(pattern, item)) {
-        return TStep::kMatched;
+    if (at_end && RestMayBeEmpty(pattern, candidate.item)) {
+        return TStep::matched;
     }
-    if (has_next) {
-        TCandidate fork;
-        const CItemSeq *results = queue_[place].results.get();
-        if (Start(pattern_place, item + 1, position, results, queue_[place].piece, fork)) {
-            queue_.push_back(std::move(fork));
-        }
+    TCandidate fork;
+    if (has_next && Start(candidate.pattern, candidate.item + 1, candidate.position, candidate.trace, fork)) {
+        queue_.push_back(fork);
     }
     TMatchStep step;
-    if (queue_[place].complete || !(*pattern.items)[item]->Match(text_, position, step)) {
-        return TStep::kFailed;
+    if (candidate.complete || !MatchItem(*(*pattern.items)[candidate.item], text_, candidate.position, step)) {
+        return TStep::failed;
     }
-    TCandidate &candidate = queue_[place];
-    candidate.position = step.position;
-    candidate.complete = step.complete;
-    if (candidate.clone != nullptr) {
-        candidate.clone->ParseValue(text_, position, step.position);
+    if (pattern.publishes) {
+        loads_[candidate.trace].Clone().ParseValue(text_, candidate.position, step.position);
     }
-    return TStep::kGoesOn;
+    queue_[place].position = step.position;
+    queue_[place].complete = step.complete;
+    return TStep::goesOn;
+}
+
+const std::vector<CMatcher::TCut> &CMatcher::Cuts() {
+    cuts_.clear();
+    if (patterns_[won_.pattern].publishes) {
+        return cuts_;
+    }
+    std::uint32_t end = won_.position;
+    for (std::uint32_t place = won_.trace; place != kNone; place = pieces_[place].previous) {
+        cuts_.push_back({pieces_[place].item, pieces_[place].first, end});
+        end = pieces_[place].previous_end;
+    }
+    std::reverse(cuts_.begin(), cuts_.end());
+    return cuts_;
 }
 
 std::unique_ptr<CItemSeq> CMatcher::TakeResults() {
-    std::unique_ptr<CItemSeq> results = won_.results ? std::move(won_.results) : BuildResults(won_);
-    won_ = TCandidate();
-    return results;
+    return patterns_[won_.pattern].publishes ? std::move(loads_[won_.trace].results) : BuildResults();
 }
 
 /// Makes the clones that the candidate would have carried.
-std::unique_ptr<CItemSeq> CMatcher::BuildResults(const TCandidate &winner) {
-    struct TTaken {
-        std::uint32_t item;
-        std::uint32_t first;
-        std::uint32_t end;
-    };
-    std::vector<TTaken> taken;
-    std::uint32_t end = winner.position;
-    for (std::uint32_t place = winner.piece; place != kNone; place = pieces_[place].previous) {
-        taken.push_back({pieces_[place].item, pieces_[place].first, end});
-        end = pieces_[place].previous_end;
-    }
-    const TPattern &pattern = patterns_[winner.pattern];
+std::unique_ptr<CItemSeq> CMatcher::BuildResults() {
+    const TPattern &pattern = patterns_[won_.pattern];
     const CScopeGuard outer(pattern.with_scopes ? pattern.scope1 : nullptr);
     const CScopeGuard inner(pattern.with_scopes ? pattern.scope2 : nullptr);
     const auto &items = *pattern.items;
     auto results = std::make_unique<CItemSeq>();
-    for (auto piece = taken.rbegin(); piece != taken.rend(); ++piece) {
-        const bool last = piece + 1 == taken.rend();
-        const bool has_next = piece->item + 1 < items.size();
-        std::unique_ptr<CItem> clone = items[piece->item]->Clone();
-        TakePiece(*clone, text_, piece->first, piece->end, last, has_next);
+    Cuts();
+    for (std::size_t place = 0; place < cuts_.size(); ++place) {
+        const TCut &cut = cuts_[place];
+        std::unique_ptr<CItem> clone = items[cut.item]->Clone();
+        TakePiece(*clone, text_, cut.first, cut.end, place + 1 == cuts_.size(), cut.item + 1 < items.size());
         results->Append(std::move(clone));
     }
     return results;

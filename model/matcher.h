@@ -29,6 +29,13 @@ class CDefNode;
 /// the cheap way, so that only the winner publishes.
 class CMatcher {
 public:
+    /// The characters of one item: from first up to but not including end.
+    struct TCut {
+        std::uint32_t item = 0;
+        std::uint32_t first = 0;
+        std::uint32_t end = 0;
+    };
+
     static constexpr std::uint32_t kMaxSteps = 1'000'000;
     static constexpr std::size_t kMaxWaiting = 50'000;
 
@@ -40,7 +47,10 @@ public:
     /// Runs the match; true if a pattern matched the whole text.
     bool Run();
     /// The place of the pattern that won, in the order of adding.
-    std::size_t Winner() const { return winner_; }
+    std::size_t Winner() const { return won_.pattern; }
+    /// Where the winner was cut: a piece for each item that took part, in order. Only for patterns in which nothing
+    /// publishes and no variable shows; empty for others.
+    const std::vector<TCut> &Cuts();
     /// Clones of the items that took part, each with its piece. An item that took nothing may be missing, so results
     /// don't always line up with the pattern. To be called at most once, and before the pattern's items change.
     std::unique_ptr<CItemSeq> TakeResults();
@@ -69,31 +79,39 @@ private:
         std::uint32_t pattern = 0;
         std::uint32_t item = 0;
         std::uint32_t position = 0;
+        std::uint32_t trace = kNone;  ///< its piece, or its load if it carries clones
         bool complete = false;
-        std::uint32_t piece = kNone;
-        std::unique_ptr<CItemSeq> results;  ///< only with clones
-        CItem *clone = nullptr;
     };
 
-    enum class TStep { kGoesOn, kFailed, kMatched };
+    /// The clones of a candidate whose pattern publishes; the last one is that of its item.
+    struct TLoad {
+        std::unique_ptr<CItemSeq> results;
+
+        CItem &Clone() const { return *results->Items().back(); }
+    };
+
+    enum class TStep { goesOn, failed, matched };
 
     void Prepare(bool everything_cheaply);
     bool Search();
     bool SkipEmpty(const TPattern &pattern, std::uint32_t &item, std::uint32_t position, TMatchStep &step);
-    bool Start(std::uint32_t pattern, std::uint32_t item, std::uint32_t position, const CItemSeq *results,
-               std::uint32_t piece, TCandidate &started);
+    bool Start(std::uint32_t pattern, std::uint32_t item, std::uint32_t position, std::uint32_t trace,
+               TCandidate &started);
+    std::uint32_t Carry(CItem &item, std::uint32_t from);
     TStep Step(std::size_t place);
+    void Drop(const TCandidate &candidate);
     bool RestMayBeEmpty(const TPattern &pattern, std::uint32_t item) const;
     bool Mark(const TPattern &pattern, bool starting, std::uint32_t item, std::uint32_t position);
-    std::unique_ptr<CItemSeq> BuildResults(const TCandidate &winner);
+    std::unique_ptr<CItemSeq> BuildResults();
 
     std::string_view text_;
     std::vector<TPattern> patterns_;
     std::vector<TCandidate> queue_;
     std::vector<TCandidate> starting_;
     std::vector<TPiece> pieces_;
+    std::vector<TLoad> loads_;
     std::vector<std::uint64_t> marks_;
-    std::size_t winner_ = 0;
+    std::vector<TCut> cuts_;
     TCandidate won_;
     std::uint32_t steps_ = 0;
     bool overrun_ = false;
