@@ -3,11 +3,11 @@
 namespace kq_drv {
 
 bool CChannelBlockSet::Find(std::uint32_t channel, CChannelBlock &block) const {
-    CRangeTree::CPlace place;
-    if (!blocks_.FindContaining(channel, place)) {
+    TRangeRecord record;
+    if (!blocks_.FindContaining(channel, record)) {
         return false;
     }
-    block = BlockOf(blocks_.At(place));
+    block = BlockOf(record);
     return true;
 }
 

@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include "driver/channel_range_note.h"
 #include "driver/channel_range_table.h"
 
@@ -20,7 +22,7 @@ bool GivesWay(const TRangeRecord &range, const TRangeRecord &taker) {
 
 bool CChannelRangeTable::ChangeParameter(std::uint32_t key, std::uint32_t keyword, const TParValue &old_value,
                                          const TParValue &new_value) {
-    row_known_ = false;
+    next_row_ = kNoNumber;
     const std::uint32_t old_number = old_value.number;
     const std::uint32_t new_number = new_value.number;
     CPlace place;
@@ -79,9 +81,7 @@ bool CChannelRangeTable::MoveWhole(const CPlace &place, std::uint32_t first, std
         in_the_way.push_back(at);
         rows_below += at < row ? 1 : 0;
     }
-    for (auto at = in_the_way.rbegin(); at != in_the_way.rend(); ++at) {
-        ranges_.Erase(ranges_.AtRow(*at));
-    }
+    EraseRows(in_the_way);
     SetBounds(row - rows_below, first, last);
     return true;
 }
@@ -161,6 +161,11 @@ bool CChannelRangeTable::ClearUp(std::uint32_t row, std::uint32_t edge) {
     }
     EraseRows(row + 1, highest);
     return true;
+}
+
+/// The rows ascend.
+void CChannelRangeTable::EraseRows(const std::vector<std::uint32_t> &rows) {
+    std::for_each(rows.rbegin(), rows.rend(), [this](std::uint32_t row) { ranges_.Erase(ranges_.AtRow(row)); });
 }
 
 void CChannelRangeTable::EraseRows(std::uint32_t from, std::uint32_t to) {

@@ -30,7 +30,7 @@ bool CChannelRangeTable::AddDefined(std::uint32_t first, std::uint32_t last, std
     if (first > last) {
         return true;
     }
-    row_known_ = false;
+    next_row_ = kNoNumber;
     TDefinition rest = {first, last, type, direction, name};
     TStep step = TStep::kMore;
     while (step == TStep::kMore) {
@@ -52,7 +52,7 @@ CChannelRangeTable::TStep CChannelRangeTable::LayStep(TDefinition &rest) {
     TRecord laid = {rest.first, rest.last, rest.type, rest.direction, NoteFlags(true, rest.type, rest.direction)};
     if (ranges_.IsEnd(place) || ranges_.FirstAt(place) > rest.last) {
         laid.note |= NameBits(rest.name);
-        ranges_.InsertAhead(place, laid);
+        ranges_.Insert(place, laid);
         return TStep::kDone;
     }
     if (ranges_.FindContaining(rest.last, place)) {
@@ -64,7 +64,7 @@ CChannelRangeTable::TStep CChannelRangeTable::LayStep(TDefinition &rest) {
 }
 
 /// A range holds the first channel: it is taken over from there on.
-CChannelRangeTable::TStep CChannelRangeTable::LayFromFirst(const CPlace &place, TDefinition &rest) {
+CChannelRangeTable::TStep CChannelRangeTable::LayFromFirst(CPlace &place, TDefinition &rest) {
     const TRecord range = ranges_.At(place);
     const std::uint32_t name = NameBits(rest.name);
     const bool from_start = range.first == rest.first;
@@ -81,7 +81,7 @@ CChannelRangeTable::TStep CChannelRangeTable::LayFromFirst(const CPlace &place, 
         ranges_.SetRest(place, taken);
     } else {
         ranges_.SetLast(place, rest.first - 1);
-        ranges_.Insert(taken);
+        ranges_.Insert(place, taken);
     }
     if (rest.last < range.last) {
         TRecord behind = range;
@@ -89,7 +89,7 @@ CChannelRangeTable::TStep CChannelRangeTable::LayFromFirst(const CPlace &place, 
         if (!from_start) {
             behind.note = WithName(range.note, name);
         }
-        ranges_.Insert(behind);
+        ranges_.Insert(place, behind);
     }
     if (rest.last <= range.last) {
         return TStep::kDone;
@@ -100,7 +100,7 @@ CChannelRangeTable::TStep CChannelRangeTable::LayFromFirst(const CPlace &place, 
 }
 
 /// A range holds the last channel, none the first: the range is taken over up to there.
-CChannelRangeTable::TStep CChannelRangeTable::LayFromLast(const CPlace &place, TDefinition &rest) {
+CChannelRangeTable::TStep CChannelRangeTable::LayFromLast(CPlace &place, TDefinition &rest) {
     const TRecord range = ranges_.At(place);
     const std::uint32_t name = NameBits(rest.name);
     TRecord taken = range;
@@ -120,7 +120,7 @@ CChannelRangeTable::TStep CChannelRangeTable::LayFromLast(const CPlace &place, T
         ranges_.SetLast(place, taken.last);
         ranges_.SetRest(place, taken);
         behind.note = WithName(range.note, name);
-        ranges_.Insert(behind);
+        ranges_.Insert(place, behind);
     }
     rest.last = range.first - 1;
     rest.name = {};

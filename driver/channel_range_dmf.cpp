@@ -106,7 +106,7 @@ bool CChannelRangeTable::SaveDmf(std::string_view path, std::string &error) cons
 }
 
 void CChannelRangeTable::CheckOverlaps() {
-    row_known_ = false;
+    next_row_ = kNoNumber;
     CPlace lower = ranges_.Begin();
     CPlace upper = lower;
     std::vector<std::uint32_t> gone;
@@ -125,7 +125,7 @@ void CChannelRangeTable::CheckOverlaps() {
             gone.push_back(row);  // no number is left below 0 at which it could end
         }
     }
-    std::for_each(gone.rbegin(), gone.rend(), [this](std::uint32_t row) { ranges_.Erase(ranges_.AtRow(row)); });
+    EraseRows(gone);
     Changed();
 }
 

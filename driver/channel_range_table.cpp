@@ -29,16 +29,16 @@ void CChannelRangeTable::Clear() {
     names_.clear();
     aside_.Clear();
     dmf_stop_line_ = 0;
-    row_known_ = false;
+    next_row_ = kNoNumber;
 }
 
 bool CChannelRangeTable::AddIfFree(std::uint32_t first, std::uint32_t last, std::uint32_t type,
                                    std::uint32_t direction) {
-    const CPlace place = ranges_.FirstEndingFrom(first);
+    CPlace place = ranges_.FirstEndingFrom(first);
     if (first > last || (!ranges_.IsEnd(place) && last >= ranges_.FirstAt(place))) {
         return false;
     }
-    ranges_.InsertAhead(place, {first, last, type, direction, NoteFlags(true, type, direction)});
+    ranges_.Insert(place, {first, last, type, direction, NoteFlags(true, type, direction)});
     Changed();
     return true;
 }
@@ -65,10 +65,10 @@ void CChannelRangeTable::RemoveRange(std::uint32_t first) {
 }
 
 bool CChannelRangeTable::FindContaining(std::uint32_t number, CChannelRange &range) const {
-    CPlace place;
-    const bool found = ranges_.FindContaining(number, place);
+    TRecord record;
+    const bool found = ranges_.FindContaining(number, record);
     if (found) {
-        range = RangeOf(ranges_.At(place));
+        Show(record, range);
     }
     return found;
 }
@@ -77,7 +77,7 @@ bool CChannelRangeTable::FindByFirst(std::uint32_t first, CChannelRange &range) 
     CPlace place;
     const bool found = ranges_.FindByFirst(first, place);
     if (found) {
-        range = RangeOf(ranges_.At(place));
+        Show(ranges_.At(place), range);
     }
     return found;
 }
@@ -103,7 +103,7 @@ bool CChannelRangeTable::GetRow(std::uint32_t row, CChannelRange &range) const {
     if (!GoToRow(row)) {
         return false;
     }
-    range = RangeOf(ranges_.At(row_place_));
+    Show(ranges_.At(row_place_), range);
     return true;
 }
 
@@ -174,8 +174,7 @@ void CChannelRangeTable::SelectRow(std::uint32_t first) const {
     }
 }
 
-CChannelRange CChannelRangeTable::RangeOf(const TRecord &record) const {
-    CChannelRange range;
+void CChannelRangeTable::Show(const TRecord &record, CChannelRange &range) const {
     range.first = record.first;
     range.last = record.last;
     range.type = record.type;
@@ -185,21 +184,23 @@ CChannelRange CChannelRangeTable::RangeOf(const TRecord &record) const {
     range.directionFree = (record.note & kNoteDirectionFree) != 0;
     if (const std::uint32_t name = record.note >> kNoteNameShift; name != 0) {
         range.name = names_[name - 1];
+    } else if (!range.name.IsEmpty()) {
+        range.name.Clear();
     }
-    return range;
 }
 
 bool CChannelRangeTable::GoToRow(std::uint32_t row) const {
+    if (row == next_row_ && ranges_.NextInLeaf(row_place_)) {
+        ++next_row_;
+        return true;
+    }
     if (row >= ranges_.Size()) {
         return false;
     }
-    if (row_known_ && row == row_ + 1) {
-        ranges_.Next(row_place_);
-    } else if (!row_known_ || row != row_) {
+    if (row + 1 != next_row_) {
         row_place_ = ranges_.AtRow(row);
+        next_row_ = row + 1;
     }
-    row_ = row;
-    row_known_ = true;
     return true;
 }
 
@@ -216,7 +217,7 @@ void CChannelRangeTable::ReportError(std::string_view text1, std::string_view te
 }
 
 void CChannelRangeTable::Changed() {
-    row_known_ = false;
+    next_row_ = kNoNumber;
     if (owner_ != nullptr) {
         owner_->ChannelsChanged();
     }

@@ -103,8 +103,8 @@ private:
     enum class TStep : std::uint8_t { kDone, kMore, kRefused };
 
     TStep LayStep(TDefinition &rest);
-    TStep LayFromFirst(const CPlace &place, TDefinition &rest);
-    TStep LayFromLast(const CPlace &place, TDefinition &rest);
+    TStep LayFromFirst(CPlace &place, TDefinition &rest);
+    TStep LayFromLast(CPlace &place, TDefinition &rest);
     std::uint32_t NameBits(std::string_view name);
     bool ReportConflict(const TRecord &range, const TDefinition &rest) const;
     bool ReportSecondDefinition(const TRecord &range, const TDefinition &rest) const;
@@ -119,11 +119,12 @@ private:
     bool MoveLast(const CPlace &place, std::uint32_t old_last, std::uint32_t last);
     bool ClearDown(std::uint32_t &row, std::uint32_t edge);
     bool ClearUp(std::uint32_t row, std::uint32_t edge);
+    void EraseRows(const std::vector<std::uint32_t> &rows);
     void EraseRows(std::uint32_t from, std::uint32_t to);
     void SetBounds(std::uint32_t row, std::uint32_t first, std::uint32_t last);
 
     void WriteAside(CTextOut &out) const;
-    CChannelRange RangeOf(const TRecord &record) const;
+    void Show(const TRecord &record, CChannelRange &range) const;
     bool GoToRow(std::uint32_t row) const;
     void Changed();
 
@@ -134,9 +135,9 @@ private:
     std::uint32_t dmf_stop_line_ = 0;
     CChannelRangeOwner *owner_ = nullptr;
 
-    // The row that was read last, so that the next one is a step away. Any change of the ranges loses it.
-    mutable bool row_known_ = false;
-    mutable std::uint32_t row_ = 0;
+    // The row that was read last stands ahead of this one, so that the next one is a step away. Any change of the
+    // ranges forgets it.
+    mutable std::uint32_t next_row_ = kNoNumber;
     mutable CPlace row_place_;
 };
 

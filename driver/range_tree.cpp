@@ -4,20 +4,10 @@
 #include <cassert>
 #include <utility>
 
-#include "driver/range_tree_nodes.h"
-
 // A tree of nodes with up to 64 slots each, the ranges in its leaves. Nodes split when they are full and vanish when
 // they are empty; they are never merged. Whoever changes a leaf carries what changed (sizes, highest last numbers) up
 // the place's way to the root.
 namespace kq_drv {
-
-void CRangeTree::TDeleter::operator()(TNode *node) const {
-    if (node->is_leaf) {
-        delete static_cast<TLeaf *>(node);
-    } else {
-        delete static_cast<TInner *>(node);
-    }
-}
 
 CRangeTree::CRangeTree() = default;
 CRangeTree::~CRangeTree() = default;
@@ -38,24 +28,24 @@ void CRangeTree::Clear() { *this = CRangeTree(); }
 template <class TChoose>
 CRangeTree::CPlace CRangeTree::Descend(TChoose choose) const {
     CPlace place;
-    TNode *node = root_.get();
+    TRangeNode *node = root_.get();
     for (std::uint32_t level = height_; level-- > 0;) {
         const std::uint32_t slot = choose(*node);
         place.nodes_[level] = node;
         place.slots_[level] = slot;
         if (level > 0) {
-            node = static_cast<TInner *>(node)->child[slot].get();
+            node = static_cast<TRangeInner *>(node)->child[slot].get();
         }
     }
     return place;
 }
 
 CRangeTree::CPlace CRangeTree::Begin() const {
-    return Descend([](const TNode &) { return 0U; });
+    return Descend([](const TRangeNode &) { return 0U; });
 }
 
 CRangeTree::CPlace CRangeTree::FirstEndingFrom(std::uint32_t number) const {
-    return Descend([number](const TNode &node) {
+    return Descend([number](const TRangeNode &node) {
         const std::uint32_t slot = node.FirstEndingFrom(number);
         return node.is_leaf || slot < node.count ? slot : node.count - 1;
     });
@@ -67,8 +57,28 @@ bool CRangeTree::FindContaining(std::uint32_t number, CPlace &place) const {
     return !IsEnd(place) && FirstAt(place) <= number;
 }
 
+bool CRangeTree::FindContaining(std::uint32_t number, TRangeRecord &record) const {
+    const TRangeNode *node = root_.get();
+    if (node == nullptr) {
+        return false;
+    }
+    while (!node->is_leaf) {
+        const std::uint32_t slot = node->FirstEndingFrom(number);
+        if (slot == node->count) {
+            return false;
+        }
+        node = static_cast<const TRangeInner *>(node)->child[slot].get();
+    }
+    const std::uint32_t slot = node->FirstEndingFrom(number);
+    if (slot == node->count || node->first[slot] > number) {
+        return false;
+    }
+    record = static_cast<const TRangeLeaf *>(node)->At(slot);
+    return true;
+}
+
 bool CRangeTree::FindByFirst(std::uint32_t first, CPlace &place) const {
-    place = Descend([first](const TNode &node) {
+    place = Descend([first](const TRangeNode &node) {
         const std::uint32_t slots = node.SlotsBelow(first);
         return node.is_leaf || slots == 0 ? slots : slots - 1;
     });
@@ -80,11 +90,11 @@ bool CRangeTree::FindByFirst(std::uint32_t first, CPlace &place) const {
 }
 
 CRangeTree::CPlace CRangeTree::AtRow(std::uint32_t row) const {
-    return Descend([&row](const TNode &node) {
+    return Descend([&row](const TRangeNode &node) {
         if (node.is_leaf) {
             return row < node.count ? row : node.count;
         }
-        const auto &sizes = static_cast<const TInner &>(node).size;
+        const auto &sizes = static_cast<const TRangeInner &>(node).size;
         std::uint32_t slot = 0;
         while (slot + 1 < node.count && row >= sizes[slot]) {
             row -= sizes[slot++];
@@ -93,12 +103,8 @@ CRangeTree::CPlace CRangeTree::AtRow(std::uint32_t row) const {
     });
 }
 
-bool CRangeTree::IsEnd(const CPlace &place) const { return height_ == 0 || place.slots_[0] >= place.nodes_[0]->count; }
-
-void CRangeTree::Next(CPlace &place) const {
-    if (++place.slots_[0] < place.nodes_[0]->count) {
-        return;
-    }
+/// The place has just left its leaf.
+void CRangeTree::NextLeaf(CPlace &place) const {
     std::uint32_t level = 1;
     while (level < height_ && place.slots_[level] + 1 >= place.nodes_[level]->count) {
         ++level;
@@ -108,7 +114,7 @@ void CRangeTree::Next(CPlace &place) const {
     }
     ++place.slots_[level];
     for (; level > 0; --level) {
-        const auto *inner = static_cast<const TInner *>(place.nodes_[level]);
+        const auto *inner = static_cast<const TRangeInner *>(place.nodes_[level]);
         place.nodes_[level - 1] = inner->child[place.slots_[level]].get();
         place.slots_[level - 1] = 0;
     }
@@ -117,24 +123,13 @@ void CRangeTree::Next(CPlace &place) const {
 std::uint32_t CRangeTree::RowOf(const CPlace &place) const {
     std::uint32_t row = height_ > 0 ? place.slots_[0] : 0;
     for (std::uint32_t level = 1; level < height_; ++level) {
-        const auto *inner = static_cast<const TInner *>(place.nodes_[level]);
+        const auto *inner = static_cast<const TRangeInner *>(place.nodes_[level]);
         for (std::uint32_t slot = 0; slot < place.slots_[level]; ++slot) {
             row += inner->size[slot];
         }
     }
     return row;
 }
-
-TRangeRecord CRangeTree::At(const CPlace &place) const {
-    const auto *leaf = static_cast<const TLeaf *>(place.nodes_[0]);
-    const std::uint32_t slot = place.slots_[0];
-    const TLeaf::TRest &rest = leaf->rest[slot];
-    return {leaf->first[slot], leaf->last[slot], rest.type, rest.direction, rest.note};
-}
-
-std::uint32_t CRangeTree::FirstAt(const CPlace &place) const { return place.nodes_[0]->first[place.slots_[0]]; }
-
-std::uint32_t CRangeTree::LastAt(const CPlace &place) const { return place.nodes_[0]->last[place.slots_[0]]; }
 
 void CRangeTree::SetLast(const CPlace &place, std::uint32_t last) {
     place.nodes_[0]->last[place.slots_[0]] = last;
@@ -143,30 +138,44 @@ void CRangeTree::SetLast(const CPlace &place, std::uint32_t last) {
 }
 
 void CRangeTree::SetRest(const CPlace &place, const TRangeRecord &record) {
-    static_cast<TLeaf *>(place.nodes_[0])->rest[place.slots_[0]] = {record.type, record.direction, record.note};
+    static_cast<TRangeLeaf *>(place.nodes_[0])->rest[place.slots_[0]] = {record.type, record.direction, record.note};
+}
+
+/// Where a range that starts at a number goes in.
+CRangeTree::CPlace CRangeTree::PlaceFor(std::uint32_t first) const {
+    return Descend([first](const TRangeNode &node) {
+        const std::uint32_t slots = node.SlotsUpTo(first);
+        return node.is_leaf || slots == 0 ? slots : slots - 1;
+    });
 }
 
 void CRangeTree::Insert(const TRangeRecord &record) {
-    CPlace place = Descend([&record](const TNode &node) {
-        const std::uint32_t slots = node.SlotsUpTo(record.first);
-        return node.is_leaf || slots == 0 ? slots : slots - 1;
-    });
+    CPlace place = PlaceFor(record.first);
     InsertAt(place, record);
 }
 
-void CRangeTree::InsertAhead(const CPlace &place, const TRangeRecord &record) {
-    const std::uint32_t slot = height_ > 0 ? place.slots_[0] : 0;
-    if (slot == 0 || place.nodes_[0]->first[slot - 1] > record.first) {
-        Insert(record);
-        return;
+void CRangeTree::Insert(CPlace &near, const TRangeRecord &record) {
+    const TRangeNode *leaf = height_ > 0 ? near.nodes_[0] : nullptr;
+    const auto starts_above = [&](std::uint32_t slot) {
+        return slot < leaf->count && leaf->first[slot] > record.first;
+    };
+    const std::uint32_t slot = near.slots_[0];
+    // The ranges on both sides must stand in the same leaf: beyond its bounds only a search knows.
+    const bool behind_left = leaf != nullptr && slot > 0 && leaf->first[slot - 1] <= record.first;
+    if (behind_left && starts_above(slot)) {
+        InsertAt(near, record);
+    } else if (leaf != nullptr && starts_above(slot + 1) && leaf->first[slot] <= record.first) {
+        ++near.slots_[0];
+        InsertAt(near, record);
+    } else {
+        near = PlaceFor(record.first);
+        InsertAt(near, record);
     }
-    CPlace target = place;
-    InsertAt(target, record);
 }
 
 void CRangeTree::InsertAt(CPlace &place, const TRangeRecord &record) {
     if (height_ == 0) {
-        root_.reset(new TLeaf);
+        root_.reset(new TRangeLeaf);
         place.nodes_[0] = root_.get();
         place.slots_[0] = 0;
         height_ = 1;
@@ -174,10 +183,10 @@ void CRangeTree::InsertAt(CPlace &place, const TRangeRecord &record) {
     if (place.nodes_[0]->IsFull()) {
         Split(place, 0);
     }
-    static_cast<TLeaf *>(place.nodes_[0])->Insert(place.slots_[0], record);
+    static_cast<TRangeLeaf *>(place.nodes_[0])->Insert(place.slots_[0], record);
     ++size_;
     for (std::uint32_t level = 1; level < height_; ++level) {
-        auto *inner = static_cast<TInner *>(place.nodes_[level]);
+        auto *inner = static_cast<TRangeInner *>(place.nodes_[level]);
         const std::uint32_t slot = place.slots_[level];
         ++inner->size[slot];
         inner->first[slot] = std::min(inner->first[slot], record.first);
@@ -193,16 +202,16 @@ void CRangeTree::Split(CPlace &place, std::uint32_t level) {
     } else if (place.nodes_[level + 1]->IsFull()) {
         Split(place, level + 1);
     }
-    TNode *node = place.nodes_[level];
-    auto *parent = static_cast<TInner *>(place.nodes_[level + 1]);
+    TRangeNode *node = place.nodes_[level];
+    auto *parent = static_cast<TRangeInner *>(place.nodes_[level + 1]);
     std::uint32_t &slot = place.slots_[level];
     std::uint32_t &parent_slot = place.slots_[level + 1];
 
     // Ranges that come in ascending order leave full nodes behind, not half empty ones.
     const bool at_end = slot + 1 >= node->count;
     const std::uint32_t kept = at_end ? node->count - 1 : node->count / 2;
-    parent->Insert(parent_slot + 1, node->is_leaf ? static_cast<TLeaf *>(node)->SplitOff(kept)
-                                                  : static_cast<TInner *>(node)->SplitOff(kept));
+    parent->Insert(parent_slot + 1, node->is_leaf ? static_cast<TRangeLeaf *>(node)->SplitOff(kept)
+                                                  : static_cast<TRangeInner *>(node)->SplitOff(kept));
     parent->Describe(parent_slot);
     if (slot > kept || (slot == kept && !node->is_leaf)) {
         slot -= kept;
@@ -213,8 +222,8 @@ void CRangeTree::Split(CPlace &place, std::uint32_t level) {
 
 void CRangeTree::GrowRoot(CPlace &place) {
     assert(height_ < CPlace::kMaxHeight);
-    auto *root = new TInner;
-    TNodePointer owner(root);
+    auto *root = new TRangeInner;
+    TRangeNode::TPointer owner(root);
     root->Insert(0, std::move(root_));
     root_ = std::move(owner);
     place.nodes_[height_] = root;
@@ -223,10 +232,10 @@ void CRangeTree::GrowRoot(CPlace &place) {
 }
 
 void CRangeTree::Erase(const CPlace &place) {
-    static_cast<TLeaf *>(place.nodes_[0])->Erase(place.slots_[0]);
+    static_cast<TRangeLeaf *>(place.nodes_[0])->Erase(place.slots_[0]);
     --size_;
     for (std::uint32_t level = 1; level < height_; ++level) {
-        --static_cast<TInner *>(place.nodes_[level])->size[place.slots_[level]];
+        --static_cast<TRangeInner *>(place.nodes_[level])->size[place.slots_[level]];
     }
     DropEmptyNodes(place);
 }
@@ -240,11 +249,11 @@ void CRangeTree::DropEmptyNodes(const CPlace &place) {
     std::uint32_t level = 0;
     while (place.nodes_[level]->count == 0) {
         ++level;
-        static_cast<TInner *>(place.nodes_[level])->Erase(place.slots_[level]);
+        static_cast<TRangeInner *>(place.nodes_[level])->Erase(place.slots_[level]);
     }
     RefreshMaxima(place, level);
     while (!root_->is_leaf && root_->count == 1) {
-        root_ = std::move(static_cast<TInner *>(root_.get())->child[0]);
+        root_ = std::move(static_cast<TRangeInner *>(root_.get())->child[0]);
         --height_;
     }
 }
