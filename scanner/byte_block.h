@@ -114,7 +114,21 @@ public:
     }
 };
 
-/// The place of the lowest bit of a mask that isn't 0.
+/// The place of the lowest bit of a mask, the mask's width if there is none.
 inline std::uint32_t LowestBit(std::uint32_t mask) { return static_cast<std::uint32_t>(std::countr_zero(mask)); }
+inline std::uint32_t LowestBit(std::uint64_t mask) { return static_cast<std::uint32_t>(std::countr_zero(mask)); }
+
+/// How many bytes WideMask looks at.
+inline constexpr std::uint32_t kWideSize = 64;
+
+/// The mask of 64 bytes; the question takes a block and gives its flags.
+template <class Question>
+std::uint64_t WideMask(const char *bytes, Question question) {
+    std::uint64_t mask = 0;
+    for (std::uint32_t at = 0; at < kWideSize; at += CByteBlock::kSize) {
+        mask |= std::uint64_t{question(CByteBlock(bytes + at)).Mask()} << at;
+    }
+    return mask;
+}
 
 }  // namespace par_scanner::detail

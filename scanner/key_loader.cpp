@@ -1,12 +1,14 @@
-// Reads key lines. A plain line that ends with a line feed is measured in blocks; any other is cut token by token.
+// Reads key lines. Plain lines are measured in blocks, odd ones cut token by token.
 //
 // A header with a comment ahead of it ends the keys of no section: the lines behind it belong to both. Were each
 // section read by itself, a text of such headers would cost its length squared; so sections that are joined in this
 // way are read in one go and share the list.
 
+#include <algorithm>
 #include <limits>
 
 #include "scanner/line_scan.h"
+#include "scanner/plain_text.h"
 #include "scanner/scanned_text.h"
 #include "scanner/text_cutter.h"
 
@@ -14,29 +16,31 @@ namespace par_scanner::detail {
 
 namespace {
 
+bool GoesWithEqual(char character) { return character == ':' || character == '<' || character == '>'; }
+
 class CKeyLoader {
 public:
     CKeyLoader(TScannedText &text, CTapeReader &tape, std::size_t first_section)
-        : text_(text), tape_(tape), section_(first_section), keys_(text.keys_read) {}
+        : text_(text), tape_(tape), section_(first_section), keys_(text.keys_read) {
+        const TPosition &place = text.sections[first_section].position;
+        place_ = place;
+        odd_ = std::lower_bound(text.odd_lines.begin(), text.odd_lines.end(), place.index);
+    }
 
     void Run() {
         const std::size_t first = section_;
+        auto list = std::make_shared<TKeyList>();
         keys_.clear();
-        list_ = std::make_shared<TKeyList>();
-        tape_.SetPosition(text_.sections[first].position);
         bool more = true;
         while (more) {
             EnterSection();
-            const char *begin = text_.text.get() + tape_.GetPosition().index;
-            const TLine line = MeasureLine(begin);
-            const bool fast = line.plain && line.line_feed < text_.End() && !tape_.CarriesOver();
-            more = fast ? ReadPlainLine(begin, line) : ReadLine();
+            more = IsOdd() ? ReadOddLine() : ReadPlainLine();
         }
-        list_->keys.assign(keys_.begin(), keys_.end());
-        list_->end = tape_.GetPosition();
+        list->keys.assign(keys_.begin(), keys_.end());
+        list->end = place_;
         for (std::size_t at = first; at != section_; ++at) {
             CSection &section = text_.sections[at];
-            section.list = list_;
+            section.list = list;
             section.current_key = section.first_key < keys_.size() ? section.KeysEnd() - 1 : CSection::kNone;
         }
         if (keys_.size() > kKeptRoom) {
@@ -47,61 +51,79 @@ public:
 private:
     static constexpr std::size_t kKeptRoom = 4096;  ///< keys
 
+    const char *Begin() const { return text_.text.get() + place_.index; }
+
     /// At the start of a line: notes if a section begins here.
     void EnterSection() {
-        if (section_ < text_.sections.size() && text_.sections[section_].position.index == tape_.GetPosition().index) {
+        if (section_ < text_.sections.size() && text_.sections[section_].position.index == place_.index) {
             text_.sections[section_++].first_key = static_cast<std::uint32_t>(keys_.size());
         }
     }
 
-    /// False if the keys end in this line.
-    bool ReadPlainLine(const char *begin, const TLine &line) {
-        const char *stop = line.equal != nullptr ? line.equal : line.line_feed;
-        const TPosition place = tape_.GetPosition();
-        if (*line.first == '[') {
-            SetBehind(place, line.equal != nullptr ? line.equal - begin : line.line_feed - begin,
-                      line.equal == nullptr);
-            return false;
+    bool IsOdd() {
+        while (odd_ != text_.odd_lines.end() && *odd_ < place_.index) {
+            ++odd_;
         }
-        const char *last = stop;
-        if (line.equal == nullptr && last != begin && last[-1] == '\r') {
-            --last;
+        return (odd_ != text_.odd_lines.end() && *odd_ == place_.index) || tape_.CarriesOver();
+    }
+
+    // Each way of reading a line gives false if the keys end in it, and sets the place behind what it has read.
+
+    bool ReadPlainLine() {
+        const TLine line = MeasureLine(Begin());
+        if (line.equal != nullptr && line.equal != Begin() && GoesWithEqual(line.equal[-1])) {
+            return ReadTokens();
+        }
+        const char *last = line.equal;
+        if (last == nullptr) {
+            last = line.line_feed != line.first && line.line_feed[-1] == '\r' ? line.line_feed - 1 : line.line_feed;
         }
         while (last > line.first && last[-1] == ' ') {
             --last;
         }
         if (last > line.first) {
-            CKey key = MakeKey(place, BoundText(line.first, last));
+            CKey &key = AddKey(PlainText(line.first, last));
             const std::ptrdiff_t equal = line.equal != nullptr ? line.equal - line.first : 0;
             key.plain = equal <= std::numeric_limits<std::uint16_t>::max();
             key.equal = static_cast<std::uint16_t>(equal);
-            keys_.push_back(key);
         }
-        SetBehind(place, line.line_feed - begin, true);
+        place_ = {text_.OffsetOf(line.line_feed) + 1, place_.line + 1, 1};
         return true;
     }
 
-    void SetBehind(const TPosition &place, std::ptrdiff_t distance, bool line_end) {
-        const std::uint32_t moved = static_cast<std::uint32_t>(distance) + 1;
-        tape_.SetPosition({place.index + moved, place.line + (line_end ? 1 : 0), line_end ? 1 : moved + 1});
+    /// Most odd lines are the header of the next section, and that is mostly plain but for its bracket.
+    bool ReadOddLine() {
+        const char *first = SkipBlanks(Begin());
+        if (*first != '[' || tape_.CarriesOver()) {
+            return ReadTokens();
+        }
+        const TLine line = MeasureLine(Begin());
+        if (line.equal != nullptr || line.line_feed >= text_.End() ||
+            FindConspicuous(first + 1, line.line_feed) != line.line_feed) {
+            return ReadTokens();
+        }
+        place_ = {text_.OffsetOf(line.line_feed) + 1, place_.line + 1, 1};
+        return false;
     }
 
-    bool ReadLine() {
-        const TPosition place = tape_.GetPosition();
-        const TCut key = CutText(tape_, text_.View(), KindSet(kEqual) | KindSet(kLineEnd));
-        if (key.end || key.text.starts_with('[')) {
-            return false;
+    bool ReadTokens() {
+        tape_.SetPosition(place_);
+        const TCut cut = CutText(tape_, text_.View(), KindSet(kEqual) | KindSet(kLineEnd));
+        bool more = !cut.end && !cut.text.starts_with('[');
+        if (more && !cut.text.empty()) {
+            AddKey(cut.text);
         }
-        if (!key.text.empty()) {
-            keys_.push_back(MakeKey(place, key.text));
+        if (more && cut.stop == kEqual) {
+            more = FindKind(tape_, kLineEnd, kNoToken);
         }
-        return key.stop != kEqual || FindKind(tape_, kLineEnd, kNoToken);
+        place_ = tape_.GetPosition();
+        return more;
     }
 
-    CKey MakeKey(const TPosition &place, std::string_view name) const {
-        CKey key;
-        key.index = place.index;
-        key.line = place.line;
+    CKey &AddKey(std::string_view name) {
+        CKey &key = keys_.emplace_back();
+        key.index = place_.index;
+        key.line = place_.line;
         key.name = text_.OffsetOf(name.data());
         key.name_length = static_cast<std::uint8_t>(name.size());
         return key;
@@ -111,7 +133,8 @@ private:
     CTapeReader &tape_;
     std::size_t section_;  ///< the next one to begin
     std::vector<CKey> &keys_;
-    std::shared_ptr<TKeyList> list_;
+    TPosition place_;  ///< the start of the line
+    std::vector<std::uint32_t>::const_iterator odd_;
 };
 
 }  // namespace

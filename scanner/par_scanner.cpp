@@ -6,7 +6,7 @@
 #include "platform/base/bounded_text.h"
 #include "platform/base/files.h"
 #include "scanner/byte_block.h"
-#include "scanner/line_scan.h"
+#include "scanner/plain_text.h"
 #include "scanner/scanned_text.h"
 #include "scanner/text_cutter.h"
 
@@ -113,8 +113,9 @@ bool CParScanner::Enter(std::uint32_t section) {
 }
 
 std::string_view CParScanner::SectionName() const {
-    const CSection *section = ActSection();
-    return section != nullptr ? text_->View().substr(section->name, section->name_length) : std::string_view();
+    const CSection *section = text_->CurrentSection();
+    return section != nullptr ? std::string_view(text_->text.get() + section->name, section->name_length)
+                              : std::string_view();
 }
 
 void CParScanner::LoadSectionData(CSection *section) {
@@ -138,7 +139,7 @@ void CParScanner::SetActSectionHandle(std::uint32_t handle) {
 }
 
 std::uint32_t CParScanner::GetSectionLine() const {
-    const CSection *section = ActSection();
+    const CSection *section = text_->CurrentSection();
     return section != nullptr ? section->line : 0;
 }
 
@@ -159,7 +160,7 @@ bool CParScanner::GetNextKey(std::uint32_t high, char *name) {
 }
 
 bool CParScanner::FirstKey() {
-    CSection *section = ActSection();
+    CSection *section = text_->CurrentSection();
     if (section == nullptr || section->first_key == section->KeysEnd()) {
         return false;
     }
@@ -168,7 +169,7 @@ bool CParScanner::FirstKey() {
 }
 
 bool CParScanner::NextKey() {
-    CSection *section = ActSection();
+    CSection *section = text_->CurrentSection();
     if (section == nullptr || section->current_key == CSection::kNone) {
         return false;
     }
@@ -177,18 +178,13 @@ bool CParScanner::NextKey() {
     return found;
 }
 
-const CKey *CParScanner::CurrentKey() const {
-    const CSection *section = ActSection();
-    return section != nullptr ? section->CurrentKey() : nullptr;
-}
-
 std::string_view CParScanner::KeyName() const {
-    const CKey *key = CurrentKey();
-    return key != nullptr ? text_->View().substr(key->name, key->name_length) : std::string_view();
+    const CKey *key = text_->CurrentKey();
+    return key != nullptr ? std::string_view(text_->text.get() + key->name, key->name_length) : std::string_view();
 }
 
 std::uint32_t CParScanner::GetKeyLine() const {
-    const CKey *key = CurrentKey();
+    const CKey *key = text_->CurrentKey();
     return key != nullptr ? key->line : 0;
 }
 
@@ -202,7 +198,7 @@ bool CParScanner::GetKeyPars(std::uint32_t /*high*/, char *text) {
 bool CParScanner::KeyPars(std::string_view &text) {
     plain_index_ = kNoPlace;
     text = {};
-    const CKey *key = CurrentKey();
+    const CKey *key = text_->CurrentKey();
     if (key == nullptr || !GoBehindEqual(*key)) {
         return false;
     }
@@ -210,19 +206,9 @@ bool CParScanner::KeyPars(std::string_view &text) {
         text = detail::CutText(tape_, text_->View(), KindSet(kLineEnd)).text;
         return true;
     }
-    const char *first = text_->text.get() + tape_.GetPosition().index;
-    GoBehindLine();
-    const char *last = text_->text.get() + tape_.GetPosition().index - 1;
-    if (last != first && last[-1] == '\r') {
-        --last;
-    }
-    while (last != first && last[-1] == ' ') {
-        --last;
-    }
-    while (first != last && *first == ' ') {
-        ++first;
-    }
-    text = detail::BoundText(first, last);
+    const detail::TPlainRest rest = detail::CutPlainRest(text_->text.get() + tape_.GetPosition().index, text_->End());
+    GoToLine(rest.next);
+    text = rest.text;
     return true;
 }
 
@@ -233,7 +219,7 @@ bool CParScanner::GoBehindEqual(const CKey &key) {
     }
     if (key.equal == 0) {
         tape_.SetPosition(key.Position());
-        GoBehindLine();
+        GoToLine(detail::CutPlainRest(text_->text.get() + key.name, text_->End()).next);
         return false;
     }
     const std::uint32_t index = key.name + key.equal + 1;
@@ -241,12 +227,7 @@ bool CParScanner::GoBehindEqual(const CKey &key) {
     return true;
 }
 
-void CParScanner::GoBehindLine() {
-    const TPosition place = tape_.GetPosition();
-    const char *begin = text_->text.get() + place.index;
-    const void *line_feed = std::memchr(begin, '\n', static_cast<std::size_t>(text_->End() - begin));
-    tape_.SetPosition({text_->OffsetOf(static_cast<const char *>(line_feed)) + 1, place.line + 1, 1});
-}
+void CParScanner::GoToLine(const char *begin) { tape_.SetPosition({text_->OffsetOf(begin), tape_.GetLine() + 1, 1}); }
 
 bool CParScanner::GetFirstPar(std::uint32_t /*high*/, char *value) {
     std::string_view text;
@@ -259,7 +240,7 @@ bool CParScanner::GetFirstPar(std::uint32_t /*high*/, char *value) {
 
 bool CParScanner::FirstValue(std::string_view &value) {
     plain_index_ = kNoPlace;
-    const CKey *key = CurrentKey();
+    const CKey *key = text_->CurrentKey();
     if (key == nullptr || !GoBehindEqual(*key)) {
         return false;
     }
@@ -288,16 +269,16 @@ bool CParScanner::NextValue(std::string_view &value, std::uint32_t &separator) {
 
 std::string_view CParScanner::CutPlainValue() {
     const TPosition place = tape_.GetPosition();
-    const detail::TPlainValue value = detail::CutPlainValue(text_->text.get() + place.index);
+    const detail::CPlainValues::TValue value = text_->values.Cut(text_->text.get(), place.index);
     separator_ = value.separator;
     last_value_ = value.separator == kLineEnd;
-    plain_index_ = text_->OffsetOf(value.next);
+    plain_index_ = value.next;
     if (last_value_) {
-        tape_.SetPosition({plain_index_, place.line + 1, 1});
+        tape_.SetPosition({value.next, place.line + 1, 1});
     } else {
-        tape_.SetPosition({plain_index_, place.line, place.lineIndex + (plain_index_ - place.index)});
+        tape_.SetPosition({value.next, place.line, place.lineIndex + (value.next - place.index)});
     }
-    return detail::BoundText(value.first, value.last);
+    return value.text;
 }
 
 std::string_view CParScanner::CutValue() {

@@ -112,12 +112,11 @@ public:
 
 private:
     bool Enter(std::uint32_t section);
-    const CKey *CurrentKey() const;
     bool IsPlain(const CKey &key) const { return key.plain && !tape_.CarriesOver(); }
     /// Moves the tape behind the `=` of a key, or behind its line and gives false.
     bool GoBehindEqual(const CKey &key);
-    /// From inside a plain line.
-    void GoBehindLine();
+    /// Moves the tape to the beginning of the next line.
+    void GoToLine(const char *begin);
     std::string_view CutPlainValue();
     std::string_view CutValue();
 

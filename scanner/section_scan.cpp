@@ -22,6 +22,7 @@ public:
             if (!tape_.CarriesOver() && tape_.GetLineIndex() == 1) {
                 SkipPlainLines();
             }
+            text_.odd_lines.push_back(tape_.GetPosition().index);
             more = ReadLine();
         }
     }
