@@ -33,8 +33,9 @@ std::string WhyNoRead(std::string_view path) {
 TEST(Files, AFileIsFoundUnderItsNameInEitherCodingThenInAnyCase) {
     const CTemporaryDirectory directory;
     std::filesystem::create_directories("složka/Sub");
-    const char *const names[] = {"plain.txt",         "Case.Txt", "čidlo.dll", kRawName, "日本.dll",
-                                 "složka/Řídicí.par", "two.A",    "two.a",     "TWO.a"};
+    std::filesystem::create_directory("\xE8");
+    const char *const names[] = {"plain.txt",         "Case.Txt",   "čidlo.dll", kRawName, "日本.dll",
+                                 "složka/Řídicí.par", "\xE8/x.par", "two.A",     "two.a",  "TWO.a"};
     for (const char *name : names) {
         WriteBytes(name, name);
     }
@@ -62,6 +63,7 @@ TEST(Files, AFileIsFoundUnderItsNameInEitherCodingThenInAnyCase) {
              {"nový.par"_cp, "nový.par"},
              {"nový.par", "nový.par"},
              {"složka\\nový.par"_cp, "složka/nový.par"},
+             {"\xE8/X.par", "\xE8/x.par"},
              {"SLOŽKA/x"_cp, "SLOŽKA/x"},
              {"plain.tx", "plain.tx"},
              {".\\sLUB/x", "./sLUB/x"},
