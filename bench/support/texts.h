@@ -15,6 +15,9 @@ struct TTemplateSize {
     int pars = 3;
 };
 
+/// Parameters and the constant names of sections and keys.
+inline int ItemCount(const TTemplateSize &size) { return size.sections * (1 + size.keys * (1 + size.pars)); }
+
 inline std::string SectionName(int section) { return "Section" + std::to_string(section); }
 inline std::string KeyName(int key) { return "Key" + std::to_string(key); }
 inline std::string ParLabel(int section, int key, int par) {
