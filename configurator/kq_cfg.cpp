@@ -240,7 +240,8 @@ TMatch MatchValueList(std::string_view value_list, std::string_view text) {
     matcher.AddPattern(list->Items(), nullptr, nullptr);
     result.matched = matcher.Run();
     if (result.matched) {
-        for (const auto &item : matcher.TakeResults()->Items()) {
+        const auto results = matcher.TakeResults();
+        for (const auto &item : results->Items()) {
             kq_base::CTextBuffer shown;
             const bool writes = item->AppendText(shown);
             result.items.push_back({KindOf(*item), writes ? std::optional<std::string>(shown.View()) : std::nullopt});
