@@ -32,8 +32,12 @@ private:
     /// False at the end of the text and at a failure, which is noted.
     bool Read(const TPosition &place) {
         std::uint32_t error = 0;
+        if (failed_) {
+            return false;
+        }
         if (!tape_.ReadToken(error, token_, true)) {
             found_.push_back({place.line, place.lineIndex, TUnreadReason::readerFailure});
+            failed_ = true;
             return false;
         }
         return token_.kind != kEndOfInput && tape_.ReadToken(error, token_, false);
@@ -69,6 +73,7 @@ private:
     TToken token_;
     bool in_section_ = false;
     bool noted_ahead_ = false;
+    bool failed_ = false;
     std::vector<TUnreadText> found_;
 };
 
