@@ -8,15 +8,14 @@
 #include <algorithm>
 #include <utility>
 
+#include "model/const_item.h"
 #include "model/def_node.h"
 
 namespace kq_pdt {
 
 namespace {
 
-bool HasVariableLength(const CItem &item) {
-    return item.Code() == TItemCode::kNumber || item.Code() == TItemCode::kString;
-}
+bool HasVariableLength(TItemCode code) { return code == TItemCode::kNumber || code == TItemCode::kString; }
 
 /// True if matching the item has effects, or depends on what variables hold at that moment.
 bool Publishes(const CItem &item) {
@@ -45,18 +44,6 @@ void TakePiece(CItem &clone, std::string_view text, std::uint32_t first, std::ui
     }
 }
 
-/// Match without the detour through the virtual call for the items that take one character after the other.
-bool MatchItem(CItem &item, std::string_view text, std::uint32_t position, TMatchStep &step) {
-    if (!HasVariableLength(item)) {
-        return item.Match(text, position, step);
-    }
-    step.position = position + 1;
-    step.complete = false;
-    step.may_be_empty = true;
-    return position < text.size() &&
-           (item.Code() == TItemCode::kString || (text[position] >= '0' && text[position] <= '9'));
-}
-
 }  // namespace
 
 void CMatcher::Begin(std::string_view text) {
@@ -65,16 +52,26 @@ void CMatcher::Begin(std::string_view text) {
 }
 
 void CMatcher::AddPattern(const CItemSeq &items, CDefNode *scope1, CDefNode *scope2) {
-    patterns_.push_back({&items.Items(), scope1, scope2, false, false, kNone});
+    patterns_.push_back({&items.Items(), scope1, scope2, 0, 0, false, false, kNone});
 }
 
 void CMatcher::Prepare(bool everything_cheaply) {
     std::size_t bits = 0;
+    operations_.clear();
     for (TPattern &pattern : patterns_) {
+        pattern.first = static_cast<std::uint32_t>(operations_.size());
+        pattern.count = static_cast<std::uint32_t>(pattern.items->size());
         std::size_t variable_lengths = 0;
         for (const auto &item : *pattern.items) {
+            TOperation operation{item.get(), item->Code(), false, '\0'};
+            if (operation.code == TItemCode::kConst && item->Attributes().case_sensitive) {
+                const std::string_view text = static_cast<const CConstItem &>(*item).Text();
+                operation.begins_with = !text.empty();
+                operation.character = text.empty() ? '\0' : text.front();
+            }
+            operations_.push_back(operation);
             pattern.with_scopes = pattern.with_scopes || Publishes(*item);
-            variable_lengths += HasVariableLength(*item) ? 1 : 0;
+            variable_lengths += HasVariableLength(operation.code) ? 1 : 0;
         }
         pattern.publishes = pattern.with_scopes && !everything_cheaply;
         if (!pattern.publishes && variable_lengths > 1) {
@@ -90,12 +87,26 @@ void CMatcher::Prepare(bool everything_cheaply) {
     overrun_ = false;
 }
 
+/// CItem::Match, without the way through the virtual call where one character decides.
+inline bool CMatcher::Match(const TOperation &operation, std::uint32_t position, TMatchStep &step) const {
+    if (HasVariableLength(operation.code)) {
+        step = {position + 1, false, true};
+        return position < text_.size() &&
+               (operation.code == TItemCode::kString || (text_[position] >= '0' && text_[position] <= '9'));
+    }
+    if (operation.begins_with && (position >= text_.size() || text_[position] != operation.character)) {
+        step = {position, false, false};
+        return false;
+    }
+    return operation.item->Match(text_, position, step);
+}
+
 /// True if nobody was here before; always for patterns whose candidates can't meet.
 bool CMatcher::Mark(const TPattern &pattern, bool starting, std::uint32_t item, std::uint32_t position) {
     if (pattern.bits == kNone) {
         return true;
     }
-    const std::size_t rows = pattern.items->size();
+    const std::size_t rows = pattern.count;
     const std::size_t bit = pattern.bits + ((starting ? rows : 0) + item) * (text_.size() + 1) + position;
     const std::uint64_t mask = std::uint64_t{1} << (bit % 64);
     const bool fresh = (marks_[bit / 64] & mask) == 0;
@@ -115,10 +126,10 @@ bool CMatcher::Run() {
 
 bool CMatcher::Search() {
     for (std::uint32_t place = 0; place < patterns_.size(); ++place) {
-        TCandidate started;
-        if (Start(place, 0, 0, kNone, started)) {
-            queue_.push_back(started);
-        }
+        const TPattern &pattern = patterns_[place];
+        const CScopeGuard outer(pattern.with_scopes ? pattern.scope1 : nullptr);
+        const CScopeGuard inner(pattern.with_scopes ? pattern.scope2 : nullptr);
+        Start(place, 0, 0, kNone);
     }
     while (!queue_.empty()) {
         std::size_t kept = 0;
@@ -145,9 +156,8 @@ bool CMatcher::Search() {
 /// Goes past the items that take nothing here and may do so; false at one that must take something and can't, or at the
 /// end of the chain.
 bool CMatcher::SkipEmpty(const TPattern &pattern, std::uint32_t &item, std::uint32_t position, TMatchStep &step) {
-    const auto &items = *pattern.items;
-    for (; item < items.size() && Mark(pattern, true, item, position); ++item) {
-        if (MatchItem(*items[item], text_, position, step)) {
+    for (; item < pattern.count && Mark(pattern, true, item, position); ++item) {
+        if (Match(operations_[pattern.first + item], position, step)) {
             return true;
         }
         if (!step.may_be_empty) {
@@ -177,73 +187,76 @@ void CMatcher::Drop(const TCandidate &candidate) {
 /// Starts a candidate in an item. An item that may be empty leaves its place at once also to the one behind it, and
 /// that fork joins the queue ahead of the candidate that is being started; a chain of such forks is followed to its end
 /// before the first of them goes on. The forks carry the clones made so far, without what these are about to take.
-bool CMatcher::Start(std::uint32_t pattern_place, std::uint32_t item, std::uint32_t position, std::uint32_t trace,
-                     TCandidate &started) {
+void CMatcher::Start(std::uint32_t pattern_place, std::uint32_t item, std::uint32_t position, std::uint32_t trace) {
     const TPattern &pattern = patterns_[pattern_place];
-    const auto &items = *pattern.items;
-    const CScopeGuard outer(pattern.with_scopes ? pattern.scope1 : nullptr);
-    const CScopeGuard inner(pattern.with_scopes ? pattern.scope2 : nullptr);
-    starting_.clear();
+    const std::size_t begin = queue_.size();
     for (TMatchStep step; SkipEmpty(pattern, item, position, step); ++item) {
+        const TOperation &operation = operations_[pattern.first + item];
         if (pattern.publishes) {
-            trace = Carry(*items[item], trace);
+            trace = Carry(*operation.item, trace);
         } else {
-            items[item]->ForceIntoRange();
+            if (operation.code == TItemCode::kNumber) {
+                operation.item->ForceIntoRange();
+            }
             pieces_.push_back({trace, position, item, position});
             trace = static_cast<std::uint32_t>(pieces_.size() - 1);
         }
-        starting_.push_back({pattern_place, item, step.position, trace, step.complete});
-        if (!step.may_be_empty || item + 1 == items.size()) {
+        queue_.push_back({pattern_place, item, step.position, trace, step.complete});
+        if (!step.may_be_empty || item + 1 == pattern.count) {
             break;
         }
     }
-    for (std::size_t place = starting_.size(); place > 0; --place) {
-        started = starting_[place - 1];
-        if (pattern.publishes) {
-            loads_[started.trace].Clone().ParseValue(text_, position, started.position);
-        }
-        if (place != 1) {
-            queue_.push_back(started);
-        }
+    std::reverse(queue_.begin() + static_cast<std::ptrdiff_t>(begin), queue_.end());
+    for (std::size_t place = begin; pattern.publishes && place < queue_.size(); ++place) {
+        loads_[queue_[place].trace].Clone().ParseValue(text_, position, queue_[place].position);
     }
-    return !starting_.empty();
 }
 
 bool CMatcher::RestMayBeEmpty(const TPattern &pattern, std::uint32_t item) const {
-    const auto &items = *pattern.items;
-    return std::all_of(items.begin() + item + 1, items.end(), [this](const auto &rest) {
+    const auto first = operations_.begin() + pattern.first;
+    return std::all_of(first + item + 1, first + pattern.count, [this](const TOperation &rest) {
         TMatchStep step;
-        MatchItem(*rest, text_, 0, step);
+        Match(rest, 0, step);
         return step.may_be_empty;
     });
 }
 
+/// One step of a candidate, inside its pattern's scopes.
 CMatcher::TStep CMatcher::Step(std::size_t place) {
-    TCandidate candidate = queue_[place];
-    const TPattern &pattern = patterns_[candidate.pattern];
-    const bool has_next = candidate.item + 1 < pattern.items->size();
-    const bool at_end = candidate.position == text_.size();
-    if (at_end && !has_next) {
-        return TStep::matched;
+    const TPattern &pattern = patterns_[queue_[place].pattern];
+    if (!pattern.with_scopes) {
+        return StepInScope(pattern, place);
     }
     if (pattern.publishes && (++steps_ > kMaxSteps || queue_.size() > kMaxWaiting)) {
         overrun_ = true;
         return TStep::failed;
     }
-    if (!Mark(pattern, false, candidate.item, candidate.position)) {
+    const CScopeGuard outer(pattern.scope1);
+    const CScopeGuard inner(pattern.scope2);
+    return StepInScope(pattern, place);
+}
+
+CMatcher::TStep CMatcher::StepInScope(const TPattern &pattern, std::size_t place) {
+    const TCandidate candidate = queue_[place];
+    const bool has_next = candidate.item + 1 < pattern.count;
+    if (candidate.position == text_.size()) {
+        if (!has_next) {
+            return TStep::matched;
+        }
+        if (!Mark(pattern, false, candidate.item, candidate.position)) {
+            return TStep::failed;
+        }
+        if (RestMayBeEmpty(pattern, candidate.item)) {
+            return TStep::matched;
+        }
+    } else if (!Mark(pattern, false, candidate.item, candidate.position)) {
         return TStep::failed;
     }
-    const CScopeGuard outer(pattern.with_scopes ? pattern.scope1 : nullptr);
-    const CScopeGuard inner(pattern.with_scopes ? pattern.scope2 : nullptr);
-    if (at_end && RestMayBeEmpty(pattern, candidate.item)) {
-        return TStep::matched;
-    }
-    TCandidate fork;
-    if (has_next && Start(candidate.pattern, candidate.item + 1, candidate.position, candidate.trace, fork)) {
-        queue_.push_back(fork);
+    if (has_next) {
+        Start(candidate.pattern, candidate.item + 1, candidate.position, candidate.trace);
     }
     TMatchStep step;
-    if (candidate.complete || !MatchItem(*(*pattern.items)[candidate.item], text_, candidate.position, step)) {
+    if (candidate.complete || !Match(operations_[pattern.first + candidate.item], candidate.position, step)) {
         return TStep::failed;
     }
     if (pattern.publishes) {

@@ -58,10 +58,20 @@ public:
 private:
     static constexpr std::uint32_t kNone = 0xFFFFFFFF;
 
+    /// An item, with what most often decides whether it accepts a character.
+    struct TOperation {
+        CItem *item;
+        TItemCode code;
+        bool begins_with;  ///< the item accepts nothing that doesn't begin with this character
+        char character;
+    };
+
     struct TPattern {
         const std::vector<std::unique_ptr<CItem>> *items;
         CDefNode *scope1;
         CDefNode *scope2;
+        std::uint32_t first;  ///< its first operation
+        std::uint32_t count;
         bool with_scopes;    ///< matching depends on variables, or changes them
         bool publishes;      ///< candidates carry clones
         std::uint32_t bits;  ///< where its marks begin; kNone if no two candidates can meet
@@ -94,11 +104,12 @@ private:
 
     void Prepare(bool everything_cheaply);
     bool Search();
+    bool Match(const TOperation &operation, std::uint32_t position, TMatchStep &step) const;
     bool SkipEmpty(const TPattern &pattern, std::uint32_t &item, std::uint32_t position, TMatchStep &step);
-    bool Start(std::uint32_t pattern, std::uint32_t item, std::uint32_t position, std::uint32_t trace,
-               TCandidate &started);
+    void Start(std::uint32_t pattern, std::uint32_t item, std::uint32_t position, std::uint32_t trace);
     std::uint32_t Carry(CItem &item, std::uint32_t from);
     TStep Step(std::size_t place);
+    TStep StepInScope(const TPattern &pattern, std::size_t place);
     void Drop(const TCandidate &candidate);
     bool RestMayBeEmpty(const TPattern &pattern, std::uint32_t item) const;
     bool Mark(const TPattern &pattern, bool starting, std::uint32_t item, std::uint32_t position);
@@ -107,7 +118,7 @@ private:
     std::string_view text_;
     std::vector<TPattern> patterns_;
     std::vector<TCandidate> queue_;
-    std::vector<TCandidate> starting_;
+    std::vector<TOperation> operations_;
     std::vector<TPiece> pieces_;
     std::vector<TLoad> loads_;
     std::vector<std::uint64_t> marks_;
