@@ -74,14 +74,23 @@ bool HandOut(const TArguments &arguments, TConsole &console, const TReport &repo
     return true;
 }
 
+/// How a line would have to change to stand as it is written.
+std::string ChangeText(std::string_view line, std::string_view written, bool behind_end) {
+    if (behind_end) {
+        return "this line and what follows would go";
+    }
+    return line == written ? "this line would end with CR LF"
+                           : "this line would be \"" + kq_base::ToUtf8(written) + "\"";
+}
+
 void PrintFirstDifference(TConsole &console, const CSourceText &par, const std::string &written) {
     const std::string &text = par.Text();
     const auto [in_text, in_written] = std::mismatch(text.begin(), text.end(), written.begin(), written.end());
     const auto line = static_cast<std::uint32_t>(1 + std::count(text.begin(), in_text, '\n'));
-    const CSourceText written_lines("", written);
+    const CSourceText lines("", written);
     PrintDiagnostic(console, par,
-                    {.text = "the file isn't in the form that is written; this line would be \"" +
-                             kq_base::ToUtf8(written_lines.Line(line)) + "\"",
+                    {.text = "the file isn't in the form that is written; " +
+                             ChangeText(par.Line(line), lines.Line(line), in_written == written.end()),
                      .line = line});
 }
 
@@ -95,7 +104,7 @@ int RunCheck(const TArguments &arguments, TConsole &console) {
     translation.Translate(arguments, console, false);
     console.out.Write(arguments.json
                           ? ReportJson(translation.Report()).dump(2) + "\n"
-                          : translation.Sources().par.Name() + ": " + CountsText(translation.Report()) + "\n");
+                          : translation.Sources().par.Name() + ": " + VerdictText(translation.Report()) + "\n");
     return translation.ExitCode();
 }
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
 
 #include "platform/base/code_page.h"
 #include "tools/expression_text.h"
@@ -17,6 +18,8 @@ namespace {
 
 constexpr std::size_t kShownEntries = 6;  ///< options that are shown; of more only how many there are
 
+constexpr std::uint32_t kLastChannel = 0x7FFFFFFF;
+
 std::string Joined(const std::vector<std::string> &parts, std::string_view separator) {
     std::string text;
     for (const std::string &part : parts) {
@@ -28,6 +31,9 @@ std::string Joined(const std::vector<std::string> &parts, std::string_view separ
 std::string RangeText(const TItem &item) {
     if (item.range_from == 0 && item.range_to == 0) {
         return "";
+    }
+    if (item.range_from == 1 && item.range_to == kLastChannel) {
+        return "any channel";
     }
     const std::string from = std::to_string(item.range_from);
     return item.range_to < item.range_from ? "from " + from : from + " to " + std::to_string(item.range_to);
@@ -85,7 +91,7 @@ std::vector<std::string> Properties(const TItem &item) {
     add(MapText("type", item.type_map, item.type_variable));
     add(MapText("direction", item.direction_map, item.direction_variable));
     add(item.fixed_count ? std::to_string(*item.fixed_count) + " channels" : "");
-    add(item.optional ? "optional" : "");
+    add(item.optional && item.kind != TItemKind::kConst ? "optional" : "");
     add(item.case_sensitive ? "" : "any case");
     add(item.id ? "id %" + kq_base::ToUtf8(*item.id) + "%" : "");
     add(item.enable_if ? "if " + ExprText(*item.enable_if) : "");

@@ -116,15 +116,18 @@ private:
     TCommand command_ = nullptr;
 };
 
+constexpr char kGuard = '\x01';
+
 /// -h and -o are the only options of one minus. Any other argument that begins with one, such as the expression -%n%,
-/// goes past the parser of the command line behind a NUL, which no argument holds.
+/// goes past the parser of the command line behind a guard.
 std::string Guarded(const std::string &argument) {
     const bool option = argument.starts_with("--") || argument.starts_with("-o") || argument == "-h";
-    return argument.size() > 1 && argument.starts_with('-') && !option ? '\0' + argument : argument;
+    const bool minus = argument.size() > 1 && argument.starts_with('-') && !option;
+    return minus || argument.starts_with(kGuard) ? kGuard + argument : argument;
 }
 
 void Unguard(std::string &argument) {
-    if (argument.starts_with('\0')) {
+    if (argument.starts_with(kGuard)) {
         argument.erase(0, 1);
     }
 }
@@ -164,7 +167,7 @@ int RunCommandLine(const std::vector<std::string> &arguments, TConsole &console)
             return kDone;
         }
         std::string text = reason.str();
-        text.erase(std::remove(text.begin(), text.end(), '\0'), text.end());
+        text.erase(std::remove(text.begin(), text.end(), kGuard), text.end());
         return UsageError(console, text);
     }
     const TArguments parsed = Unguarded(line.Arguments());

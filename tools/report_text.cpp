@@ -1,5 +1,7 @@
 #include "tools/report_text.h"
 
+#include <algorithm>
+
 #include "platform/base/code_page.h"
 #include "scanner/unread_text.h"
 #include "tools/diagnostics.h"
@@ -40,6 +42,18 @@ void PrintBox(TConsole &console, const CSourceText &source, const TMessageBox &b
         {.kind = box.stop ? TDiagnosticKind::kError : TDiagnosticKind::kWarning, .text = kq_base::ToUtf8(text)});
 }
 
+std::string_view UnreadText(par_scanner::TUnreadReason reason) {
+    switch (reason) {
+        case par_scanner::TUnreadReason::aheadOfHeader:
+            return "text ahead of the first section isn't read";
+        case par_scanner::TUnreadReason::malformedHeader:
+            return "this is no section header; nothing from here to the next one is read";
+        case par_scanner::TUnreadReason::readerFailure:
+            break;
+    }
+    return "an open string or comment, or a malformed number: nothing from here on is read";
+}
+
 std::string Counted(std::uint32_t count, const std::string &noun) {
     return (count == 0 ? "no" : std::to_string(count)) + " " + noun + (count == 1 ? "" : "s");
 }
@@ -60,8 +74,8 @@ void PrintReport(TConsole &console, const TSources &sources, const TReport &repo
     if (report.dmf_end) {
         PrintDiagnostic(console, sources.dmf,
                         {.kind = TDiagnosticKind::kNote,
-                         .text = "the table of channels takes no more from this line on; the channels that follow are "
-                                 "kept aside and written back",
+                         .text = "the table of channels takes no more from here on; the channels that follow are kept "
+                                 "aside and written back",
                          .line = report.dmf_end});
     }
     if (par_given && report.result.ok) {
@@ -69,8 +83,23 @@ void PrintReport(TConsole &console, const TSources &sources, const TReport &repo
     }
 }
 
-std::string CountsText(const TReport &report) {
-    std::string text = Counted(report.errors, "error");
+void PrintUnreadText(TConsole &console, const CSourceText &par) {
+    for (const par_scanner::TUnreadText &unread : par_scanner::FindUnreadText(par.Text())) {
+        PrintDiagnostic(console, par,
+                        {.kind = TDiagnosticKind::kNote,
+                         .text = std::string(UnreadText(unread.reason)),
+                         .line = unread.line,
+                         .column = unread.column});
+    }
+}
+
+std::string VerdictText(const TReport &report) {
+    if (!report.result.ok) {
+        return "not read, since the template has an error";
+    }
+    const auto stops =
+        std::count_if(report.boxes.begin(), report.boxes.end(), [](const auto &box) { return box.stop; });
+    std::string text = Counted(report.errors + static_cast<std::uint32_t>(stops), "error");
     if (report.warnings > 0) {
         text += ", " + Counted(report.warnings, "warning");
     }

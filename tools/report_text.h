@@ -15,5 +15,5 @@ struct TSources {
 void PrintReport(TConsole &console, const TSources &sources, const kq_cfg::TReport &report);
 /// Notes the places from which on the text of a parameter file isn't read.
 void PrintUnreadText(TConsole &console, const CSourceText &par);
-/// "no errors", "2 errors, 1 warning"
-std::string CountsText(const kq_cfg::TReport &report);
+/// The verdict in a few words: "no errors", "2 errors, 1 warning". A box with the stop icon is an error here.
+std::string VerdictText(const kq_cfg::TReport &report);

@@ -22,7 +22,7 @@ std::string VariablesText(const TVariables &variables) {
     std::string text;
     for (const auto &[name, value] : variables) {
         text += (text.empty() ? "%" : ", %") + kq_base::ToUtf8(name) + "%";
-        if (value.kind != TValueKind::kUndefined) {
+        if (value.kind != TValueKind::kNone && value.kind != TValueKind::kUndefined) {
             text += " = " + ValueText(value);
         }
     }
