@@ -46,6 +46,9 @@ std::string Shown(std::string text) {
 
 /// A JSON text, or the part of it that a pointer names, in a layout that puts differences into few lines.
 std::string JsonLayout(const std::string &text, const std::string &pointer) {
+    if (text.empty()) {
+        return "";
+    }
     TJson json = TJson::parse(text, nullptr, false);
     if (json.is_discarded()) {
         return "no JSON:\n" + text;
@@ -103,7 +106,7 @@ private:
 
     void CheckOutput(const TCaseRun &run, const std::string &output) {
         const bool json = Has(run, "--json");
-        const bool produced = !json && (Has(run, "format") || Has(run, "dmf"));
+        const bool produced = !json && (run.arguments.front() == "format" || run.arguments.front() == "dmf");
         for (const auto &[pointer, text] : run.outputs) {
             if (json) {
                 Expect(run, "JSON " + pointer, JsonLayout(text, ""), JsonLayout(output, pointer));
