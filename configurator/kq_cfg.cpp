@@ -17,7 +17,7 @@ namespace {
 /// A host that knows a language and a directory of modules, and nothing else.
 class CDirectoryHost final : public CAbstractPdtIdeCallBack {
 public:
-    explicit CDirectoryHost(const TOptions &options) : options_(options) {}
+    explicit CDirectoryHost(TOptions options) : options_(std::move(options)) {}
 
     void FindPdtFile(std::uint32_t high, const char *name, std::uint32_t path_high, char *path) override {
         kq_base::CopyToBuffer(kq_base::JoinPath(options_.modules.value_or(""), kq_base::ViewOfPair(high, name)),

@@ -69,9 +69,10 @@ CVariable &CVarScope::Declare(std::string_view name) {
 }
 
 CVariable *CVarScope::Find(std::string_view name) const {
-    for (auto scope = stack_.rbegin(); scope != stack_.rend(); ++scope) {
-        const auto place = (*scope)->variables_.find(name);
-        if (place != (*scope)->variables_.end()) {
+    for (std::size_t depth = stack_.size(); depth > 0; --depth) {
+        const TVariables &variables = stack_[depth - 1]->variables_;
+        const auto place = variables.find(name);
+        if (place != variables.end()) {
             return place->second.get();
         }
     }
