@@ -3,6 +3,7 @@
 #include <bit>
 #include <cstdint>
 #include <cstring>
+#include <limits>
 
 #if defined(__SSE2__)
 #include <emmintrin.h>
@@ -114,19 +115,22 @@ public:
     }
 };
 
-/// The place of the lowest bit of a mask, the mask's width if there is none.
-inline std::uint32_t LowestBit(std::uint32_t mask) { return static_cast<std::uint32_t>(std::countr_zero(mask)); }
-inline std::uint32_t LowestBit(std::uint64_t mask) { return static_cast<std::uint32_t>(std::countr_zero(mask)); }
+/// The place of the lowest bit of a mask that isn't 0.
+template <class Mask>
+std::uint32_t LowestBit(Mask mask) {
+    if (mask == 0) {
+        __builtin_unreachable();
+    }
+    return static_cast<std::uint32_t>(std::countr_zero(mask));
+}
 
-/// How many bytes WideMask looks at.
-inline constexpr std::uint32_t kWideSize = 64;
-
-/// The mask of 64 bytes; the question takes a block and gives its flags.
-template <class Question>
-std::uint64_t WideMask(const char *bytes, Question question) {
-    std::uint64_t mask = 0;
-    for (std::uint32_t at = 0; at < kWideSize; at += CByteBlock::kSize) {
-        mask |= std::uint64_t{question(CByteBlock(bytes + at)).Mask()} << at;
+/// The mask of as many bytes as Mask has bits; the question takes a block and gives its flags.
+template <class Mask, class Question>
+Mask WideMask(const char *bytes, Question question) {
+    constexpr std::uint32_t kWidth = std::numeric_limits<Mask>::digits;
+    Mask mask = 0;
+    for (std::uint32_t at = 0; at < kWidth; at += CByteBlock::kSize) {
+        mask |= Mask{question(CByteBlock(bytes + at)).Mask()} << at;
     }
     return mask;
 }

@@ -22,9 +22,10 @@ class CKeyLoader {
 public:
     CKeyLoader(TScannedText &text, CTapeReader &tape, std::size_t first_section)
         : text_(text), tape_(tape), section_(first_section), keys_(text.keys_read) {
-        const TPosition &place = text.sections[first_section].position;
-        place_ = place;
-        odd_ = std::lower_bound(text.odd_lines.begin(), text.odd_lines.end(), place.index);
+        place_ = text.sections[first_section].position;
+        odd_ = std::lower_bound(text.odd_lines.begin(), text.odd_lines.end(), place_.index);
+        next_odd_ = odd_ != text.odd_lines.end() ? *odd_ : kNever;
+        next_section_ = place_.index;
     }
 
     void Run() {
@@ -38,10 +39,14 @@ public:
         }
         list->keys.assign(keys_.begin(), keys_.end());
         list->end = place_;
+        const auto total = static_cast<std::uint32_t>(keys_.size());
         for (std::size_t at = first; at != section_; ++at) {
+            // Until now key_count told how many keys stand ahead. The cursor stands on the key read last.
             CSection &section = text_.sections[at];
             section.list = list;
-            section.current_key = section.first_key < keys_.size() ? section.KeysEnd() - 1 : CSection::kNone;
+            section.keys = list->keys.data() + section.key_count;
+            section.key_count = total - section.key_count;
+            section.current_key = section.key_count != 0 ? section.key_count - 1 : 0;
         }
         if (keys_.size() > kKeptRoom) {
             keys_ = {};
@@ -49,41 +54,46 @@ public:
     }
 
 private:
-    static constexpr std::size_t kKeptRoom = 4096;  ///< keys
+    static constexpr std::size_t kKeptRoom = 4096;              ///< keys
+    static constexpr std::uint64_t kNever = ~std::uint64_t{0};  ///< no offset
 
     const char *Begin() const { return text_.text.get() + place_.index; }
 
     /// At the start of a line: notes if a section begins here.
     void EnterSection() {
-        if (section_ < text_.sections.size() && text_.sections[section_].position.index == place_.index) {
-            text_.sections[section_++].first_key = static_cast<std::uint32_t>(keys_.size());
+        if (place_.index == next_section_) {
+            text_.sections[section_++].key_count = static_cast<std::uint32_t>(keys_.size());
+            next_section_ = section_ < text_.sections.size() ? text_.sections[section_].position.index : kNever;
         }
     }
 
     bool IsOdd() {
-        while (odd_ != text_.odd_lines.end() && *odd_ < place_.index) {
+        while (next_odd_ < place_.index) {
             ++odd_;
+            next_odd_ = odd_ != text_.odd_lines.end() ? *odd_ : kNever;
         }
-        return (odd_ != text_.odd_lines.end() && *odd_ == place_.index) || tape_.CarriesOver();
+        return next_odd_ == place_.index || tape_.CarriesOver();
     }
 
     // Each way of reading a line gives false if the keys end in it, and sets the place behind what it has read.
 
     bool ReadPlainLine() {
-        const TLine line = MeasureLine(Begin());
-        if (line.equal != nullptr && line.equal != Begin() && GoesWithEqual(line.equal[-1])) {
+        const char *begin = Begin();
+        const TLine line = MeasureLine(begin);
+        if (line.equal != nullptr && line.equal != begin && GoesWithEqual(line.equal[-1])) {
             return ReadTokens();
         }
-        const char *last = line.equal;
-        if (last == nullptr) {
-            last = line.line_feed != line.first && line.line_feed[-1] == '\r' ? line.line_feed - 1 : line.line_feed;
-        }
-        while (last > line.first && last[-1] == ' ') {
+        const char *first = *begin == ' ' ? SkipBlanks(begin) : begin;
+        const char *last = line.equal != nullptr ? line.equal : line.line_feed;
+        if (line.equal == nullptr && last != begin && last[-1] == '\r') {
             --last;
         }
-        if (last > line.first) {
-            CKey &key = AddKey(PlainText(line.first, last));
-            const std::ptrdiff_t equal = line.equal != nullptr ? line.equal - line.first : 0;
+        while (last > first && last[-1] == ' ') {
+            --last;
+        }
+        if (last > first) {
+            CKey &key = AddKey(PlainText(first, last));
+            const std::ptrdiff_t equal = line.equal != nullptr ? line.equal - first : 0;
             key.plain = equal <= std::numeric_limits<std::uint16_t>::max();
             key.equal = static_cast<std::uint16_t>(equal);
         }
@@ -135,6 +145,8 @@ private:
     std::vector<CKey> &keys_;
     TPosition place_;  ///< the start of the line
     std::vector<std::uint32_t>::const_iterator odd_;
+    std::uint64_t next_odd_ = kNever;      ///< the next odd line, here or further on
+    std::uint64_t next_section_ = kNever;  ///< where the next section begins
 };
 
 }  // namespace

@@ -8,7 +8,8 @@ namespace par_scanner::detail {
 
 namespace {
 
-static_assert(kMargin > kWideSize);
+constexpr std::ptrdiff_t kStep = 64;
+static_assert(kMargin > kStep);
 
 /// The conspicuous bytes of a block; behind is the block one byte further. The slash lies between the dot and the
 /// digits: it only costs a closer look.
@@ -45,15 +46,12 @@ std::uint32_t CountLineFeeds(const char *begin, const char *end) {
 }
 
 TLine MeasureLine(const char *begin) {
-    TLine line{nullptr, nullptr, nullptr};
-    for (const char *at = begin;; at += kWideSize) {
-        const std::uint64_t ends = WideMask(at, [](const CByteBlock &block) { return block.Equal('\n'); });
-        const std::uint64_t others = ~WideMask(at, [](const CByteBlock &block) { return block.Equal(' '); });
+    TLine line{nullptr, nullptr};
+    for (const char *at = begin;; at += kStep) {
+        const std::uint64_t ends =
+            WideMask<std::uint64_t>(at, [](const CByteBlock &block) { return block.Equal('\n'); });
         const std::uint64_t equals =
-            WideMask(at, [](const CByteBlock &block) { return block.Equal('='); }) & (ends ^ (ends - 1));
-        if (line.first == nullptr && others != 0) {
-            line.first = at + LowestBit(others);
-        }
+            WideMask<std::uint64_t>(at, [](const CByteBlock &block) { return block.Equal('='); }) & (ends ^ (ends - 1));
         if (line.equal == nullptr && equals != 0) {
             line.equal = at + LowestBit(equals);
         }

@@ -20,7 +20,6 @@ std::uint32_t CountLineFeeds(const char *begin, const char *end);
 
 /// Where things are in a line.
 struct TLine {
-    const char *first;      ///< the first character that is no blank
     const char *equal;      ///< the first `=`, or null
     const char *line_feed;  ///< the line's end, or the text's
 };

@@ -45,12 +45,27 @@ void CopyName(std::string_view name, std::uint32_t high, char *target) {
 
 }  // namespace
 
+[[gnu::always_inline]] inline std::string_view CParScanner::CutPlainValue() {
+    const TPosition place = tape_.GetPosition();
+    const detail::TPlainValue value = text_->values.Cut(text_->text.get(), place.index);
+    separator_ = value.separator;
+    last_value_ = value.separator == kLineEnd;
+    in_plain_line_ = true;
+    if (last_value_) {
+        tape_.SetPosition({value.next, place.line + 1, 1});
+    } else {
+        tape_.SetPosition({value.next, place.line, place.lineIndex + (value.next - place.index)});
+    }
+    return {text_->text.get() + value.first, value.length};
+}
+
 CParScanner::CParScanner() : text_(std::make_shared<TScannedText>()) {}
 
 void CParScanner::Done() {
     text_ = std::make_shared<TScannedText>();
+    section_ = nullptr;
     tape_.InitBuffer(nullptr, 0);
-    plain_index_ = kNoPlace;
+    in_plain_line_ = false;
 }
 
 std::uint32_t CParScanner::GetDataSize() { return 0; }
@@ -70,10 +85,14 @@ bool CParScanner::Init(std::uint32_t source) {
     std::memset(text->text.get() + size, '\n', detail::kMargin);
     text_ = std::move(text);
     tape_.InitBuffer(text_->text.get(), size);
-    plain_index_ = kNoPlace;
+    in_plain_line_ = false;
     detail::ScanSections(*text_, tape_);
+    // The list's cursor stands on what was appended last; a walk begins with FirstSection anyway.
+    section_ = text_->sections.empty() ? nullptr : &text_->sections.back();
     return true;
 }
+
+CSection *CParScanner::SectionsEnd() const { return text_->sections.data() + text_->sections.size(); }
 
 bool CParScanner::GetFirstSection(std::uint32_t high, char *name) {
     const bool found = FirstSection();
@@ -93,55 +112,51 @@ bool CParScanner::GetNextSection(std::uint32_t high, char *name) {
 
 bool CParScanner::FirstSection() {
     section_handle_ = 0;
-    return Enter(0);
+    return Enter(text_->sections.data());
 }
 
 bool CParScanner::NextSection() {
     ++section_handle_;
-    return Enter(text_->current == CSection::kNone ? CSection::kNone : text_->current + 1);
+    return Enter(section_ != nullptr ? section_ + 1 : SectionsEnd());
 }
 
-bool CParScanner::Enter(std::uint32_t section) {
-    if (section >= text_->sections.size()) {
-        text_->current = CSection::kNone;
+bool CParScanner::Enter(CSection *section) {
+    if (section == SectionsEnd()) {
+        section_ = nullptr;
         section_handle_ = kNoSection;
         return false;
     }
-    text_->current = section;
-    LoadSectionData(&text_->sections[section]);
+    section_ = section;
+    LoadSectionData(section);
     return true;
 }
 
 std::string_view CParScanner::SectionName() const {
-    const CSection *section = text_->CurrentSection();
-    return section != nullptr ? std::string_view(text_->text.get() + section->name, section->name_length)
-                              : std::string_view();
+    return section_ != nullptr ? std::string_view(text_->text.get() + section_->name, section_->name_length)
+                               : std::string_view();
 }
 
 void CParScanner::LoadSectionData(CSection *section) {
     if (section != nullptr && !section->loaded) {
         section->loaded = true;
+        in_plain_line_ = false;
         detail::LoadKeys(*text_, tape_, *section);
     }
 }
-
-CSection *CParScanner::ActSection() const { return text_->CurrentSection(); }
 
 void CParScanner::SetActSectionHandle(std::uint32_t handle) {
     if (handle == kNoSection) {
         return;
     }
     section_handle_ = handle;
-    text_->current = handle < text_->sections.size() ? handle : CSection::kNone;
-    if (const CSection *section = ActSection()) {
-        tape_.SetPosition(section->position);
+    section_ = handle < text_->sections.size() ? &text_->sections[handle] : nullptr;
+    if (section_ != nullptr) {
+        tape_.SetPosition(section_->position);
+        in_plain_line_ = false;
     }
 }
 
-std::uint32_t CParScanner::GetSectionLine() const {
-    const CSection *section = text_->CurrentSection();
-    return section != nullptr ? section->line : 0;
-}
+std::uint32_t CParScanner::GetSectionLine() const { return section_ != nullptr ? section_->line : 0; }
 
 bool CParScanner::GetFirstKey(std::uint32_t high, char *name) {
     const bool found = FirstKey();
@@ -160,31 +175,28 @@ bool CParScanner::GetNextKey(std::uint32_t high, char *name) {
 }
 
 bool CParScanner::FirstKey() {
-    CSection *section = text_->CurrentSection();
-    if (section == nullptr || section->first_key == section->KeysEnd()) {
+    if (section_ == nullptr || section_->key_count == 0) {
         return false;
     }
-    section->current_key = section->first_key;
+    section_->current_key = 0;
     return true;
 }
 
 bool CParScanner::NextKey() {
-    CSection *section = text_->CurrentSection();
-    if (section == nullptr || section->current_key == CSection::kNone) {
+    if (CurrentKey() == nullptr) {
         return false;
     }
-    const bool found = section->current_key + 1 < section->KeysEnd();
-    section->current_key = found ? section->current_key + 1 : CSection::kNone;
-    return found;
+    ++section_->current_key;
+    return section_->current_key != section_->key_count;
 }
 
 std::string_view CParScanner::KeyName() const {
-    const CKey *key = text_->CurrentKey();
+    const CKey *key = CurrentKey();
     return key != nullptr ? std::string_view(text_->text.get() + key->name, key->name_length) : std::string_view();
 }
 
 std::uint32_t CParScanner::GetKeyLine() const {
-    const CKey *key = text_->CurrentKey();
+    const CKey *key = CurrentKey();
     return key != nullptr ? key->line : 0;
 }
 
@@ -196,9 +208,9 @@ bool CParScanner::GetKeyPars(std::uint32_t /*high*/, char *text) {
 }
 
 bool CParScanner::KeyPars(std::string_view &text) {
-    plain_index_ = kNoPlace;
+    in_plain_line_ = false;
     text = {};
-    const CKey *key = text_->CurrentKey();
+    const CKey *key = CurrentKey();
     if (key == nullptr || !GoBehindEqual(*key)) {
         return false;
     }
@@ -239,8 +251,8 @@ bool CParScanner::GetFirstPar(std::uint32_t /*high*/, char *value) {
 }
 
 bool CParScanner::FirstValue(std::string_view &value) {
-    plain_index_ = kNoPlace;
-    const CKey *key = text_->CurrentKey();
+    in_plain_line_ = false;
+    const CKey *key = CurrentKey();
     if (key == nullptr || !GoBehindEqual(*key)) {
         return false;
     }
@@ -262,30 +274,15 @@ bool CParScanner::NextValue(std::string_view &value, std::uint32_t &separator) {
         return false;
     }
     separator = separator_;
-    const bool plain = plain_index_ == tape_.GetPosition().index && !tape_.CarriesOver();
-    value = plain ? CutPlainValue() : CutValue();
+    value = in_plain_line_ ? CutPlainValue() : CutValue();
     return true;
-}
-
-std::string_view CParScanner::CutPlainValue() {
-    const TPosition place = tape_.GetPosition();
-    const detail::CPlainValues::TValue value = text_->values.Cut(text_->text.get(), place.index);
-    separator_ = value.separator;
-    last_value_ = value.separator == kLineEnd;
-    plain_index_ = value.next;
-    if (last_value_) {
-        tape_.SetPosition({value.next, place.line + 1, 1});
-    } else {
-        tape_.SetPosition({value.next, place.line, place.lineIndex + (value.next - place.index)});
-    }
-    return value.text;
 }
 
 std::string_view CParScanner::CutValue() {
     detail::SkipKinds(tape_, KindSet(kBlank));
     const detail::TCut value =
         detail::CutText(tape_, text_->View(), KindSet(kComma) | KindSet(kLineEnd) | KindSet(kBlank));
-    plain_index_ = kNoPlace;
+    in_plain_line_ = false;
     separator_ = value.stop;
     last_value_ = value.stop == kLineEnd;
     if (value.stop == kBlank && (detail::SkipKinds(tape_, KindSet(kBlank) | KindSet(kComma)) & KindSet(kComma)) != 0) {
@@ -295,13 +292,18 @@ std::string_view CParScanner::CutValue() {
 }
 
 bool CParScanner::ReadToken(std::uint32_t &error, TToken &token, bool peek) {
+    in_plain_line_ = false;
     return tape_.ReadToken(error, token, peek);
 }
 
-bool CParScanner::TapeFind(std::uint32_t kind1, std::uint32_t kind2) { return detail::FindKind(tape_, kind1, kind2); }
+bool CParScanner::TapeFind(std::uint32_t kind1, std::uint32_t kind2) {
+    in_plain_line_ = false;
+    return detail::FindKind(tape_, kind1, kind2);
+}
 
 bool CParScanner::AppendStrUntilToken(std::uint32_t /*high*/, char *text, std::uint32_t stop1, std::uint32_t stop2,
                                       std::uint32_t good, bool &end) {
+    in_plain_line_ = false;
     const detail::TCut cut = detail::CutText(tape_, text_->View(), KindSet(stop1) | KindSet(stop2));
     CopyOut(cut.text, text);
     end = cut.end;
@@ -309,6 +311,7 @@ bool CParScanner::AppendStrUntilToken(std::uint32_t /*high*/, char *text, std::u
 }
 
 std::uint32_t CParScanner::AppendStrUntilTokenEx(std::uint32_t /*high*/, char *text, std::uint64_t stops, bool &end) {
+    in_plain_line_ = false;
     const detail::TCut cut = detail::CutText(tape_, text_->View(), stops);
     CopyOut(cut.text, text);
     end = cut.end;

@@ -35,7 +35,8 @@ struct TScannedText;
 /// A text goes out twofold: into a buffer with its highest valid index, or as a view that stays valid until Done. Names
 /// are cut at the high index. The buffer of any other text must hold 256 characters, whatever the high index says.
 ///
-/// A copy shares text and sections, cursors included, with its original, and has a tape of its own.
+/// A copy shares the text, the sections and their keys with its original, the cursor in a section's keys included, and
+/// has a tape and a current section of its own.
 class KQ_API CParScanner {
 public:
     static constexpr std::uint32_t kNoSection = 0xFFFFFFFF;
@@ -62,7 +63,7 @@ public:
     /// Reads the keys of a section, once; the walk does so by itself.
     void LoadSectionData(CSection *section);
     /// The current section, null if there is none.
-    CSection *ActSection() const;
+    CSection *ActSection() const { return section_; }
     /// The index of the current section from 0, or kNoSection.
     std::uint32_t GetActSectionHandle() const { return section_handle_; }
     /// Comes back to a section that the walk has visited. kNoSection does nothing; an index behind the last leaves no
@@ -111,7 +112,9 @@ public:
     void PopPosition() {}
 
 private:
-    bool Enter(std::uint32_t section);
+    bool Enter(CSection *section);
+    CSection *SectionsEnd() const;
+    const CKey *CurrentKey() const { return section_ != nullptr ? section_->CurrentKey() : nullptr; }
     bool IsPlain(const CKey &key) const { return key.plain && !tape_.CarriesOver(); }
     /// Moves the tape behind the `=` of a key, or behind its line and gives false.
     bool GoBehindEqual(const CKey &key);
@@ -120,14 +123,13 @@ private:
     std::string_view CutPlainValue();
     std::string_view CutValue();
 
-    static constexpr std::uint32_t kNoPlace = 0xFFFFFFFF;
-
     std::uint32_t source_ = 0;
     std::shared_ptr<TScannedText> text_;  ///< never absent
+    CSection *section_ = nullptr;         ///< the current one
     CTapeReader tape_;
-    bool last_value_ = false;               ///< the last value delivered ended the line
-    std::uint32_t separator_ = kNoToken;    ///< what ended it
-    std::uint32_t plain_index_ = kNoPlace;  ///< where the last value left the tape, if that was in a plain line
+    bool last_value_ = false;             ///< the last value delivered ended the line
+    std::uint32_t separator_ = kNoToken;  ///< what ended it
+    bool in_plain_line_ = false;  ///< the tape stands behind a value of a plain line, where the last value left it
     std::uint32_t section_handle_ = kNoSection;
 };
 

@@ -28,25 +28,21 @@ struct TKeyList {
     TPosition end;  ///< where reading them left the tape
 };
 
-/// A section. Its keys are those of a list from first_key on: a header with a comment ahead of it is a key line too, so
-/// the section ahead reads on beyond it and the two lists have one end.
+/// A section. Its keys are the last key_count ones of a list: a header with a comment ahead of it is a key line too, so
+/// the section ahead reads on beyond it, and the two have one list.
 struct CSection {
-    static constexpr std::uint32_t kNone = 0xFFFFFFFF;
-
-    TPosition position;            ///< the start of the line behind the header
-    std::uint32_t line = 0;        ///< the line of the header, from 1
-    std::uint32_t name = 0;        ///< offset of the text between the brackets
-    std::uint8_t name_length = 0;  ///< at most 255
-    bool loaded = false;           ///< the keys have been read
-    bool joined = false;           ///< the section ahead reads on through this one
     std::shared_ptr<const TKeyList> list;
-    std::uint32_t first_key = 0;
-    std::uint32_t current_key = kNone;  ///< the cursor, an index of list
+    const CKey *keys = nullptr;  ///< the first of its keys in the list
+    std::uint32_t key_count = 0;
+    std::uint32_t current_key = 0;  ///< the cursor; key_count if no key is current
+    TPosition position;             ///< the start of the line behind the header
+    std::uint32_t line = 0;         ///< the line of the header, from 1
+    std::uint32_t name = 0;         ///< offset of the text between the brackets
+    std::uint8_t name_length = 0;   ///< at most 255
+    bool loaded = false;            ///< the keys have been read
+    bool joined = false;            ///< the section ahead reads on through this one
 
-    std::uint32_t KeysEnd() const {
-        return list != nullptr ? static_cast<std::uint32_t>(list->keys.size()) : first_key;
-    }
-    const CKey *CurrentKey() const { return current_key != kNone ? &list->keys[current_key] : nullptr; }
+    const CKey *CurrentKey() const { return current_key < key_count ? keys + current_key : nullptr; }
 };
 
 }  // namespace par_scanner

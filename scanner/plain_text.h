@@ -50,70 +50,92 @@ inline TPlainRest CutPlainRest(const char *first, const char *end) {
     return {PlainText(first, last), line_feed + 1};
 }
 
-/// Cuts the values of a text one after the other. A value ends at a blank, a comma or the line's end. Sixty-four bytes
-/// are looked at in one go, so a line's values mostly cost one look.
+/// A value: it ends at a blank, a comma or the line's end.
+struct TPlainValue {
+    std::uint32_t first;  ///< offset of the value
+    std::uint32_t length;
+    std::uint32_t next;       ///< offset behind the separator: the next value, or the next line
+    std::uint32_t separator;  ///< the token kind: kComma, kBlank or kLineEnd
+};
+
+/// Cuts the values of a text one after the other. Sixty-four bytes are looked at in one go, so a line's values mostly
+/// cost one look.
 class CPlainValues {
 public:
-    struct TValue {
-        std::string_view text;
-        std::uint32_t next;       ///< offset behind the separator: the next value, or the next line
-        std::uint32_t separator;  ///< the token kind: kComma, kBlank or kLineEnd
-    };
-
     /// The value at an offset of the text, blanks ahead of it skipped.
-    TValue Cut(const char *text, std::uint32_t offset) {
-        std::uint32_t ahead = offset - window_;
-        if (!EndsInWindow(ahead)) {
-            Open(text, offset);
-            ahead = 0;
-            if (!EndsInWindow(ahead)) {
-                return CutLong(text, offset);
-            }
+    TPlainValue Cut(const char *text, std::uint32_t offset) {
+        const std::uint32_t ahead = offset - window_;
+        TPlainValue value;
+        if (ahead < kWidth && CutInWindow(text, ahead, value)) {
+            return value;
         }
-        const std::uint32_t first = SkipInWindow(ahead);
-        const std::uint32_t last = first + LowestBit(stops_ >> first);
-        return Behind(text, text + window_ + first, text + window_ + last);
+        return CutOutside(text, offset);
     }
 
 private:
-    void Open(const char *text, std::uint32_t offset) {
-        const char *begin = text + offset;
-        window_ = offset;
-        blanks_ = WideMask(begin, [](const CByteBlock &block) { return block.Equal(' '); });
-        stops_ = blanks_ | WideMask(begin, [](const CByteBlock &block) { return block.AnyOf(',', '\n', '\r'); });
-    }
-    std::uint32_t SkipInWindow(std::uint32_t ahead) const { return ahead + LowestBit(~(blanks_ >> ahead)); }
-    bool EndsInWindow(std::uint32_t ahead) const {
-        return ahead < kWideSize && SkipInWindow(ahead) < kWideSize && (stops_ >> SkipInWindow(ahead)) != 0;
-    }
+    using TMask = std::uint64_t;
+    static constexpr std::uint32_t kWidth = 64;
 
-    static TValue CutLong(const char *text, std::uint32_t offset) {
-        const char *first = SkipBlanks(text + offset);
-        for (const char *last = first;; last += CByteBlock::kSize) {
-            const std::uint32_t stops = CByteBlock(last).AnyOf(' ', ',', '\n', '\r').Mask();
-            if (stops != 0) {
-                return Behind(text, first, last + LowestBit(stops));
-            }
+    bool CutInWindow(const char *text, std::uint32_t ahead, TPlainValue &value) const {
+        const TMask others = others_ >> ahead;
+        if (others == 0) {
+            return false;
         }
+        const std::uint32_t first = ahead + LowestBit(others);
+        const TMask stops = stops_ >> first;
+        if (stops == 0) {
+            return false;
+        }
+        value.first = window_ + first;
+        value.length = LowestBit(stops);
+        ReadSeparator(text, value);
+        return true;
     }
 
-    static TValue Behind(const char *text, const char *first, const char *last) {
-        TValue value{PlainText(first, last), static_cast<std::uint32_t>(last - text) + 1, kComma};
-        if (*last == ' ') {
+    [[gnu::noinline]] TPlainValue CutOutside(const char *text, std::uint32_t offset) {
+        const char *begin = text + offset;
+        const TMask blanks = WideMask<TMask>(begin, [](const CByteBlock &block) { return block.Equal(' '); });
+        window_ = offset;
+        others_ = ~blanks;
+        stops_ = blanks | WideMask<TMask>(begin, [](const CByteBlock &block) { return block.AnyOf(',', '\n', '\r'); });
+        TPlainValue value;
+        return CutInWindow(text, 0, value) ? value : CutLong(text, offset);
+    }
+
+    static TPlainValue CutLong(const char *text, std::uint32_t offset) {
+        const char *first = SkipBlanks(text + offset);
+        const char *last = first;
+        std::uint32_t stops = 0;
+        while ((stops = CByteBlock(last).AnyOf(' ', ',', '\n', '\r').Mask()) == 0) {
+            last += CByteBlock::kSize;
+        }
+        last += LowestBit(stops);
+        TPlainValue value;
+        value.first = static_cast<std::uint32_t>(first - text);
+        value.length = static_cast<std::uint32_t>(last - first);
+        ReadSeparator(text, value);
+        value.length = static_cast<std::uint32_t>(PlainText(first, last).size());
+        return value;
+    }
+
+    static void ReadSeparator(const char *text, TPlainValue &value) {
+        const char stop = text[value.first + value.length];
+        value.next = value.first + value.length + 1;
+        value.separator = kComma;
+        if (stop == ' ') {
             value.separator = kBlank;
             for (; text[value.next] == ' ' || text[value.next] == ','; ++value.next) {
                 value.separator = text[value.next] == ',' ? std::uint32_t{kComma} : value.separator;
             }
-        } else if (*last != ',') {
+        } else if (stop != ',') {
             value.separator = kLineEnd;
-            value.next += *last == '\r' ? 1 : 0;
+            value.next += stop == '\r' ? 1 : 0;
         }
-        return value;
     }
 
     std::uint32_t window_ = 0;  ///< offset of the bytes that were looked at
-    std::uint64_t blanks_ = 0;
-    std::uint64_t stops_ = 0;  ///< blanks, commas and line ends
+    TMask others_ = 0;          ///< all but blanks
+    TMask stops_ = 0;           ///< blanks, commas and line ends
 };
 
 }  // namespace par_scanner::detail

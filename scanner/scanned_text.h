@@ -14,20 +14,14 @@ namespace par_scanner {
 struct TScannedText {
     std::unique_ptr<char[]> text;  ///< followed by detail::kMargin line feeds
     std::uint32_t size = 0;
-    std::vector<CSection> sections;           ///< in the order of the text
-    std::vector<std::uint32_t> odd_lines;     ///< offsets of the lines that aren't plain or hold a header
-    std::uint32_t current = CSection::kNone;  ///< the cursor
+    std::vector<CSection> sections;        ///< in the order of the text
+    std::vector<std::uint32_t> odd_lines;  ///< offsets of the lines that aren't plain or hold a header
     detail::CPlainValues values;
     std::vector<CKey> keys_read;  ///< room to read keys into, kept from list to list
 
     std::string_view View() const { return {text.get(), size}; }
     const char *End() const { return text.get() + size; }
     std::uint32_t OffsetOf(const char *place) const { return static_cast<std::uint32_t>(place - text.get()); }
-    CSection *CurrentSection() { return current != CSection::kNone ? &sections[current] : nullptr; }
-    const CKey *CurrentKey() {
-        const CSection *section = CurrentSection();
-        return section != nullptr ? section->CurrentKey() : nullptr;
-    }
 };
 
 namespace detail {

@@ -103,9 +103,6 @@ private:
 
 }  // namespace
 
-void ScanSections(TScannedText &text, CTapeReader &tape) {
-    CSectionScan(text, tape).Run();
-    text.current = static_cast<std::uint32_t>(text.sections.size()) - 1;
-}
+void ScanSections(TScannedText &text, CTapeReader &tape) { CSectionScan(text, tape).Run(); }
 
 }  // namespace par_scanner::detail
