@@ -253,6 +253,9 @@ CMatcher::TStep CMatcher::StepInScope(const TPattern &pattern, std::size_t place
         return TStep::failed;
     }
     if (has_next) {
+        if (pattern.publishes) {
+            loads_[candidate.trace].Clone().ForceIntoRange();  // whether a fork starts or not: it was tried
+        }
         Start(candidate.pattern, candidate.item + 1, candidate.position, candidate.trace);
     }
     TMatchStep step;

@@ -1,0 +1,296 @@
+#include "model/matcher.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "configurator/kq_cfg.h"
+#include "model/number_item.h"
+#include "model/sheet_data.h"
+#include "platform/base/code_page.h"
+#include "template/compiler.h"
+#include "tests/model/recorder.h"
+#include "tests/model/reference_matcher.h"
+
+namespace {
+
+using kq_pdt::CItemList;
+using kq_pdt::CItemSeq;
+using kq_pdt::CMatcher;
+
+/// Value lists of one model, as a template has them; the variables v and w stand in its root scope.
+class CPatterns {
+public:
+    CPatterns() { Reset(); }
+    void Reset() {
+        for (const char *name : {"v", "w"}) {
+            data.RootScope().Declare(name).Replace(TParValue());
+        }
+        recorder.log.clear();
+    }
+    void Add(const std::string &text) {
+        kq_pdt::CPdtCompiler compiler;
+        kq_pdt::CSectionList sections;
+        kq_pdt::TCompileResult result;
+        compiler.Init(data, text, data.RootScope(), sections);
+        lists.emplace_back();
+        ASSERT_TRUE(compiler.CompileValueList(lists.back(), result)) << text << result.message.View();
+    }
+    /// The numbers of all items: a match pulls them into their ranges.
+    std::string Numbers() const {
+        std::string numbers;
+        for (const auto &list : lists) {
+            for (const auto &item : list->Items().Items()) {
+                if (const auto *number = dynamic_cast<const kq_pdt::CNumberItem *>(item.get())) {
+                    numbers += std::to_string(number->Value()) + " ";
+                }
+            }
+        }
+        return numbers;
+    }
+
+    kq_pdt::CParSheetData data;
+    CRecorder &recorder = CRecorder::AddTo(data);
+    std::vector<std::unique_ptr<CItemList>> lists;
+};
+
+std::string Show(bool matched, std::size_t winner, const CItemSeq *results) {
+    std::string text = matched ? std::to_string(winner) + ":" : "no match";
+    if (results != nullptr) {
+        for (const auto &item : results->Items()) {
+            kq_base::CTextBuffer shown;
+            const bool writes = item->AppendText(shown);
+            text +=
+                " " + std::to_string(static_cast<int>(item->Code())) + (writes ? "=" : "?") + std::string(shown.View());
+        }
+    }
+    return text;
+}
+
+std::string RunMatcher(CMatcher &matcher, const CPatterns &patterns, std::string_view text) {
+    matcher.Begin(text);
+    for (const auto &list : patterns.lists) {
+        matcher.AddPattern(list->Items(), nullptr, nullptr);
+    }
+    const bool matched = matcher.Run();
+    const std::unique_ptr<CItemSeq> results = matched ? matcher.TakeResults() : nullptr;
+    return Show(matched, matcher.Winner(), results.get());
+}
+
+std::string RunReference(const CPatterns &patterns, std::string_view text) {
+    CReferenceMatcher matcher(text);
+    for (const auto &list : patterns.lists) {
+        matcher.AddPattern(list->Items());
+    }
+    const bool matched = matcher.Run();
+    return Show(matched, matcher.Winner(), matched ? &matcher.Results() : nullptr);
+}
+
+/// All texts up to a length over an alphabet, the empty one first.
+std::vector<std::string> AllTexts(std::size_t longest, const std::string &alphabet) {
+    std::vector<std::string> texts = {""};
+    for (std::size_t at = 0; at < texts.size() && texts[at].size() < longest; ++at) {
+        for (const char letter : alphabet) {
+            texts.push_back(texts[at] + letter);
+        }
+    }
+    return texts;
+}
+
+/// All chains of up to longest items.
+std::vector<std::string> AllChains(std::size_t longest, const std::vector<std::string> &items) {
+    std::vector<std::string> chains = items;
+    std::size_t from = 0;
+    for (std::size_t length = 2; length <= longest; ++length) {
+        const std::size_t to = chains.size();
+        for (; from < to; ++from) {
+            for (const std::string &item : items) {
+                chains.push_back(chains[from] + " + " + item);
+            }
+        }
+    }
+    return chains;
+}
+
+/// Runs both matchers over each set of patterns and each text, and compares all that can be seen.
+class CComparison {
+public:
+    void Compare(const std::vector<std::string> &set, const std::vector<std::string> &texts) {
+        CPatterns ours;
+        CPatterns reference;
+        for (const std::string &pattern : set) {
+            ours.Add(pattern);
+            reference.Add(pattern);
+        }
+        for (const std::string &text : texts) {
+            ours.Reset();
+            reference.Reset();
+            const std::string due = RunReference(reference, text);
+            matches_ += due == "no match" ? 0 : 1;
+            ASSERT_EQ(RunMatcher(matcher_, ours, text), due) << testing::PrintToString(set) << " on " << text;
+            ASSERT_EQ(ours.recorder.log, reference.recorder.log) << testing::PrintToString(set) << " on " << text;
+            ASSERT_EQ(ours.Numbers(), reference.Numbers()) << testing::PrintToString(set) << " on " << text;
+        }
+    }
+    void CompareAll(const std::vector<std::string> &chains, const std::vector<std::string> &texts) {
+        for (const std::string &chain : chains) {
+            Compare({chain}, texts);
+            if (testing::Test::HasFatalFailure()) {
+                return;
+            }
+        }
+    }
+    /// Sets of up to three patterns, by chance.
+    void CompareSets(const std::vector<std::string> &chains, const std::vector<std::string> &texts, int sets) {
+        std::mt19937 random(20241);
+        for (; sets > 0 && !testing::Test::HasFatalFailure(); --sets) {
+            std::vector<std::string> set;
+            for (std::size_t count = 2 + random() % 2; count > 0; --count) {
+                set.push_back(chains[random() % chains.size()]);
+            }
+            Compare(set, texts);
+        }
+    }
+    std::size_t Matches() const { return matches_; }
+
+private:
+    CMatcher matcher_;
+    std::size_t matches_ = 0;
+};
+
+const std::vector<std::string> kItems = {
+    "number",
+    "string",
+    "'1'",
+    "''",
+    "'A' { no_case_sensitive }",
+    "number { range_from = 2; range_to = 5; optional }",
+    "options { option = 'a'; option = '1a' label = 'L'; option = '1A' }",
+    "options { option = 'A'; option = ''; option = 'a'; no_case_sensitive }",
+};
+
+/// What takes part here tells a variable about each piece, or shows one.
+const std::vector<std::string> kPublishing = {
+    "number { id = %v% }",
+    "string { id = %v%; optional }",
+    "number { range_from = 2; range_to = 5; id = %w%; enable_if %v% = 1 }",
+    "options { option = '1'; option = '1a'; id = %w% }",
+    "%v%",
+    "'1'",
+    "string",
+};
+
+TEST(Matcher, AgreesWithTheReference) {
+    CComparison comparison;
+    comparison.CompareAll(AllChains(3, kItems), AllTexts(4, "1a."));
+    comparison.CompareAll(AllChains(4, {"number", "string", "'a'"}), AllTexts(5, "1a."));
+    comparison.CompareSets(AllChains(3, kItems), AllTexts(3, "1aA"), 1000);
+    EXPECT_GT(comparison.Matches(), 10000U);
+}
+
+TEST(Matcher, AgreesWithTheReferenceWhilePublishing) {
+    CComparison comparison;
+    comparison.CompareAll(AllChains(3, kPublishing), AllTexts(4, "1a"));
+    comparison.CompareSets(AllChains(3, kPublishing), AllTexts(3, "12a"), 300);
+    EXPECT_GT(comparison.Matches(), 3000U);
+}
+
+TEST(Matcher, NumbersBeyondTheirBounds) {
+    const std::vector<std::string> texts = {"4294967295",     "4294967296",   "4294967296x",
+                                            "99999999999999", "42949672951a", "00000000004",
+                                            "99999999999x",   "0x",           "6x"};
+    CComparison comparison;
+    for (const std::string attributes :
+         {"", "{ range_from = 5 }", "{ range_from = 2; range_to = 5 }", "{ range_to = 5; id = %w% }"}) {
+        const std::string number = "number " + attributes;
+        comparison.CompareAll(
+            {number, number + " + 'x'", number + " + string", number + " + number", number + " + %v%"}, texts);
+    }
+    EXPECT_GT(comparison.Matches(), 60U);
+}
+
+TEST(Matcher, KnownCuts) {
+    const std::vector<std::array<std::string, 3>> cases = {
+        {"'ch' + number", "ch12", "0: 3=ch 5=12"},
+        {"'ch' + number", "ch", "0: 3=ch"},
+        {"'a' + string + 'b'", "axxb", "0: 3=a 6=xx 3=b"},
+        {"'a' + string + 'b'", "ab", "0: 3=a 6= 3=b"},
+        {"number + 'x'", "12x", "0: 5=12 3=x"},
+        {"string + number", "ab12", "0: 6=ab 5=12"},
+        {"number + number", "123", "0: 5=1 5=23"},
+        {"string + string", "abc", "0: 6=a 6=bc"},
+        {"string + '.' + string", "a.b.c", "0: 6=a 3=. 6=b.c"},
+        {"number + string", "", "no match"},
+        {"''", "", "0: 3="},
+    };
+    CMatcher matcher;
+    for (const auto &[pattern, text, due] : cases) {
+        CPatterns patterns;
+        patterns.Add(pattern);
+        EXPECT_EQ(RunMatcher(matcher, patterns, text), due) << pattern << " on " << text;
+    }
+    for (const bool constant_first : {true, false}) {
+        CPatterns patterns;
+        patterns.Add(constant_first ? "'ab'" : "'a' + string");
+        patterns.Add(constant_first ? "'a' + string" : "'ab'");
+        EXPECT_EQ(RunMatcher(matcher, patterns, "ab"), constant_first ? "0: 3=ab" : "1: 3=ab");
+    }
+}
+
+/// Counts how often it is asked for a piece, and never has one.
+class CCounter final : public kq_pdt::CItem {
+public:
+    explicit CCounter(std::size_t &count) : CItem(kq_pdt::TItemCode::kOptions), count_(count) {}
+    bool Match(std::string_view /*text*/, std::uint32_t /*position*/, kq_pdt::TMatchStep & /*step*/) override {
+        ++count_;
+        return false;
+    }
+
+private:
+    std::size_t &count_;
+};
+
+TEST(Matcher, FourStringsCostNoMoreThanItemsTimesCharacters) {
+    for (const std::size_t length : {10U, 100U, 255U}) {
+        CPatterns patterns;
+        patterns.Add("string + string + string + string");
+        std::size_t count = 0;
+        patterns.lists[0]->Items().Append(std::make_unique<CCounter>(count));
+        CMatcher matcher;
+        EXPECT_EQ(RunMatcher(matcher, patterns, std::string(length, 'x')), "no match");
+        EXPECT_LE(count, length + 5);
+        EXPECT_GE(count, length - 4);
+    }
+}
+
+TEST(Matcher, TooManyPublishedCutsEndWithTheSameWinner) {
+    const std::string four =
+        "string { id = %v% } + string { id = %v% } + string { id = %v% } + string { id = %v% } + '.'";
+    CMatcher matcher;
+    CPatterns publishing;
+    CPatterns silent;
+    publishing.Add(four);
+    silent.Add("string + string + string + string + '.'");
+    const std::string text = std::string(254, 'x') + ".";
+    const std::string due = RunMatcher(matcher, silent, text);
+    EXPECT_TRUE(due.starts_with("0: 6=x 6=x 6=x 6=xxx")) << due;
+    EXPECT_EQ(RunMatcher(matcher, publishing, text), due);
+}
+
+TEST(Matcher, TheInterfaceForPeopleGivesTheSame) {
+    const kq_cfg::TMatch match =
+        kq_cfg::MatchValueList("'ch' + number { optional } + string { enable_if false }", "ch12a");
+    ASSERT_TRUE(match.ok && match.matched);
+    ASSERT_EQ(match.items.size(), 3U);
+    EXPECT_EQ(match.items[1].text, "1");
+    EXPECT_EQ(match.items[2].text, std::nullopt);
+    EXPECT_FALSE(kq_cfg::MatchValueList("'ch'", "c").matched);
+    EXPECT_TRUE(kq_cfg::MatchValueList("'ch';", "c").ok);
+    EXPECT_EQ(kq_base::ToUtf8(kq_cfg::MatchValueList("'ch' 'd'", "ch").message), "Očekáván  ");
+    EXPECT_FALSE(kq_cfg::MatchValueList("", "").ok);
+}
+
+}  // namespace
