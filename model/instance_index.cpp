@@ -16,13 +16,23 @@ void InsertInOrder(std::vector<CSectionDef *> &list, CSectionDef &section) {
     list.insert(place, &section);
 }
 
+/// The lists are in order, so neither taking the last instances first nor taking the first ones walks them.
+void EraseInOrder(std::vector<CSectionDef *> &list, const CSectionDef &section) {
+    const auto place =
+        std::lower_bound(list.begin(), list.end(), section.Serial(),
+                         [](const CSectionDef *other, std::uint32_t serial) { return other->Serial() < serial; });
+    if (place != list.end() && *place == &section) {
+        list.erase(place);
+    }
+}
+
 template <class Map, class Key>
-void EraseFrom(Map &map, const Key &key, CSectionDef &section) {
+void EraseFrom(Map &map, const Key &key, const CSectionDef &section) {
     const auto place = map.find(key);
     if (place == map.end()) {
         return;
     }
-    std::erase(place->second, &section);
+    EraseInOrder(place->second, section);
     if (place->second.empty()) {
         map.erase(place);
     }
@@ -49,7 +59,7 @@ CInstanceIndex::TEntry CInstanceIndex::Describe(CSectionDef &section) {
         publishes = publishes || item->IdVariable() != nullptr;
     }
     if (is_text && !publishes) {
-        return {TForm::kText, kq_base::ToUpper(text.View())};
+        return {TForm::kText, std::string(text.View())};
     }
     return {shows_variable || publishes ? TForm::kSingle : TForm::kPattern, {}};
 }
@@ -58,7 +68,7 @@ void CInstanceIndex::Insert(CSectionDef &section) {
     TEntry entry = Describe(section);
     switch (entry.form) {
         case TForm::kText:
-            InsertInOrder(by_text_[entry.text], section);
+            InsertInOrder(by_text_[kq_base::ToUpper(entry.text)], section);
             break;
         case TForm::kPattern:
             InsertInOrder(patterns_[section.Definition()], section);
@@ -79,11 +89,11 @@ void CInstanceIndex::Take(CSectionDef &section) {
     }
     const TEntry &entry = place->second;
     if (entry.form == TForm::kText) {
-        EraseFrom(by_text_, entry.text, section);
+        EraseFrom(by_text_, kq_base::ToUpper(entry.text), section);
     } else if (entry.form == TForm::kPattern) {
         EraseFrom(patterns_, section.Definition(), section);
     } else if (entry.form == TForm::kSingle) {
-        std::erase(singles_, &section);
+        EraseInOrder(singles_, section);
     }
     entries_.erase(place);
 }
@@ -127,9 +137,12 @@ void CInstanceIndex::FindCandidates(std::string_view text, std::vector<CSectionD
     if (place != by_text_.end()) {
         const std::size_t begin = candidates.size();
         for (CSectionDef *section : place->second) {
-            const auto same = std::find_if(
-                candidates.begin() + static_cast<std::ptrdiff_t>(begin), candidates.end(),
-                [section](const CSectionDef *other) { return other->Definition() == section->Definition(); });
+            const std::string &shown = entries_.at(section).text;
+            const auto same = std::find_if(candidates.begin() + static_cast<std::ptrdiff_t>(begin), candidates.end(),
+                                           [&](const CSectionDef *other) {
+                                               return other->Definition() == section->Definition() &&
+                                                      entries_.at(other).text == shown;
+                                           });
             if (same == candidates.end()) {
                 candidates.push_back(section);
             } else if ((*same)->WasTaken() && !section->WasTaken()) {

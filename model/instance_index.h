@@ -14,9 +14,9 @@ class CSectionDef;
 
 /// Finds instances without walking all of them: by their definition, and by a text that their name may match.
 ///
-/// A name of constants and bound references is one text, so a look-up of that text finds it. Other names are patterns,
-/// and all instances of one definition have the same; its first instance stands for them, unless the name publishes or
-/// shows a variable.
+/// A name of constants and bound references is one text, so a look-up of that text finds it, whatever the case of its
+/// letters: which of the names found is meant is the match's to decide. Other names are patterns, and all instances of
+/// one definition have the same; its first instance stands for them, unless the name publishes or shows a variable.
 class CInstanceIndex {
 public:
     void Add(CSectionDef &section);
