@@ -6,7 +6,14 @@
 
 namespace kq_pdt {
 
-CDefNode::~CDefNode() = default;
+CDefNode::~CDefNode() { SetRowId(0); }
+
+void CDefNode::SetRowId(std::uint32_t id) {
+    if (id != row_id_) {
+        sheet_data_->TableChanged(*this, row_id_, id);
+        row_id_ = id;
+    }
+}
 
 void CDefNode::AddGroupItem(std::unique_ptr<CChannelsGroupItem> item) { groups_.push_back(std::move(item)); }
 
@@ -19,12 +26,14 @@ CVariable &CDefNode::DeclareVariable(std::string_view name) {
 }
 
 void CDefNode::EnterScope() {
+    ++entered_;
     if (scope_) {
         sheet_data_->RootScope().Push(scope_.get());
     }
 }
 
 void CDefNode::LeaveScope() {
+    --entered_;
     if (scope_) {
         sheet_data_->RootScope().Pop();
     }

@@ -53,6 +53,8 @@ public:
     /// Puts the node's own variables in force, and ends that. Calls come in pairs.
     void EnterScope();
     void LeaveScope();
+    /// True between the two: the node is at work.
+    bool IsEntered() const { return entered_ != 0; }
     virtual void ParameterChanged(const CVariable *variable, const TParValue &value, bool &ok);
     /// True if an item with a channel number stands undefined: the node gets its block when the number is given.
     virtual bool HasUndefinedChannelNumber() const;
@@ -72,25 +74,25 @@ public:
     const std::vector<std::unique_ptr<CChannelsGroupItem>> &Groups() const { return groups_; }
     /// The id of the node's table in the sheet, 0 without one.
     std::uint32_t RowId() const { return row_id_; }
-    void SetRowId(std::uint32_t id) { row_id_ = id; }
+    void SetRowId(std::uint32_t id);
 
 protected:
     /// Clones groups and scope into another node.
     void CloneInto(CDefNode &node) const;
     void ReleaseScope();
-    /// The steps of RegisterChannels for the node itself.
-    void RegisterOwnChannels();
-
     std::uint32_t flags_ = 0;
     bool channels_done_ = false;  ///< the node's own block stands in the table, or was given up with an error
     std::unique_ptr<CItemList> names_;
 
 private:
-    /// The first and last channel that the items give; false with the error reported.
+    /// Lays the node's own block, once.
+    void RegisterOwnChannels();
+    /// The first and last channel that the items give; false if they give no block, mostly with an error reported.
     bool ReadChannelBounds(std::uint32_t &first, std::uint32_t &last);
 
     CParSheetData *sheet_data_;
     std::uint32_t row_id_ = 0;
+    std::uint32_t entered_ = 0;
     std::unique_ptr<CVarScope> scope_;
     std::vector<std::unique_ptr<CChannelsGroupItem>> groups_;
 };

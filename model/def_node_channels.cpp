@@ -36,7 +36,7 @@ bool CDefNode::ReadChannelBounds(std::uint32_t &first, std::uint32_t &last) {
             return report(texts::kZeroChannels);
         }
         last = first + count - 1;
-        return true;
+        return last != kNoNumber;
     }
     GetChannelAttr(kwChTo, last);
     if (last == kNoNumber) {

@@ -184,6 +184,9 @@ bool CItem::EditChannelNumber(const TChannelEdit &edit, bool &decided) {
                 if (!by_count || count != 0) {
                     AddIfFree(owner_, number, by_count ? number + count - 1 : last);
                 }
+                if (!by_count && other != kNoNumber && number > other) {
+                    TellOwner(owner_, kwChTo, number);
+                }
             }
             return true;
         }

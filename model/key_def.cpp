@@ -81,12 +81,12 @@ void CKeyDef::GetCell(std::uint32_t index, kq_base::CTextBuffer &text, bool &dis
 
 void CKeyDef::GetCellInfo(std::uint32_t index, kq_base::CTextBuffer &text, TCellField field, bool &disabled) {
     text.Clear();
+    const CScopeGuard scope(this);
     const std::uint32_t name_cells = names_ ? names_->Items().CountCells() : 0;
-    if (index <= name_cells) {
+    if (names_ && index <= name_cells) {
         names_->Items().GetCellInfo(index, text, field, disabled);
         return;
     }
-    const CScopeGuard scope(this);
     std::uint32_t offset = 0;
     if (CParDef *par = FindPar(index - name_cells, offset)) {
         par->Items().GetCellInfo(offset, text, field, disabled);
@@ -96,7 +96,7 @@ void CKeyDef::GetCellInfo(std::uint32_t index, kq_base::CTextBuffer &text, TCell
 void CKeyDef::OpenEditor(std::uint32_t index, std::unique_ptr<TCellEditor> &editor) {
     const CScopeGuard scope(this);
     const std::uint32_t name_cells = names_ ? names_->Items().CountCells() : 0;
-    if (index <= name_cells) {
+    if (names_ && index <= name_cells) {
         names_->Items().OpenEditor(index, editor);
         return;
     }

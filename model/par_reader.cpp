@@ -230,8 +230,9 @@ void CParReader::ReadValues(std::string_view key_text, CSectionDef &instance, CK
     }
     const CScopeGuard section_scope(&instance);
     const CScopeGuard key_scope(&key);
-    for (; has_value; next_value()) {
+    while (has_value) {
         pars.back()->Items().AppendRaw(separator, value);
+        next_value();
     }
 }
 
@@ -297,13 +298,11 @@ void CParReader::AddUnknownSection(const TParSectionRef &section) {
 
 void CParReader::CheckRequiredSections() {
     std::vector<CSectionDef *> added;
-    const CSectionList &definitions = sheet_data_.Definitions();
-    for (std::size_t place = 0; place < definitions.size(); ++place) {
-        CSectionDef &definition = *definitions[place];
-        if (!definition.Has(nfRequired) || sheet_data_.HasInstance(definition)) {
+    for (const auto &definition : sheet_data_.Definitions()) {
+        if (!definition->Has(nfRequired) || sheet_data_.HasInstance(*definition)) {
             continue;
         }
-        CSectionDef &section = sheet_data_.AppendInstance(definition.Clone(true));
+        CSectionDef &section = sheet_data_.AppendInstance(definition->Clone(true));
         added.push_back(&section);
         kq_base::CTextBuffer name;
         if (section.Names() != nullptr) {
@@ -314,6 +313,7 @@ void CParReader::CheckRequiredSections() {
         }
         Warn(texts::kMissingSection, name.View(), kNoNumber);
     }
+    const CParSheetData::CHold hold(sheet_data_);
     for (CSectionDef *section : added) {
         section->PublishTree();
         section->CommitChannels();

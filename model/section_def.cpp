@@ -84,6 +84,14 @@ void CSectionDef::ClearKeys() {
     keys_.clear();
 }
 
+void CSectionDef::Retire() {
+    handle_.reset();
+    SetRowId(0);
+    for (const auto &key : keys_) {
+        key->SetRowId(0);
+    }
+}
+
 void CSectionDef::GetNameChannelAttr(std::uint32_t keyword, std::uint32_t &value) {
     CDefNode::GetChannelAttr(keyword, value);
 }
@@ -155,7 +163,7 @@ void CSectionDef::RegisterChannels() {
     const CScopeGuard scope(this);
     RegisterGroupItems();
     if (Has(nfChannels)) {
-        RegisterOwnChannels();
+        CDefNode::RegisterChannels();
         return;
     }
     for (const auto &key : keys_) {

@@ -27,6 +27,8 @@ public:
     /// Publishes all items, name first.
     void PublishTree();
     void ClearKeys();
+    /// The section was released and lives on for a while: no reference and no table of the sheet leads to it any more.
+    void Retire();
     void WriteSection(CTextOut &out);
 
     /// The same questions to the section's name alone.

@@ -62,19 +62,25 @@ CSectionDef *CParSheetData::GetSection(std::size_t index) const {
 void CParSheetData::FindByTable(std::uint32_t id, CSectionDef *&section, CKeyDef *&key) {
     section = nullptr;
     key = nullptr;
-    for (const auto &candidate : instances_) {
-        if (candidate->RowId() == id) {
-            section = candidate.get();
-            return;
-        }
-        const auto &keys = candidate->Keys();
-        const auto place =
-            std::find_if(keys.begin(), keys.end(), [id](const auto &other) { return other->RowId() == id; });
-        if (place != keys.end()) {
-            section = candidate.get();
-            key = place->get();
-            return;
-        }
+    const auto place = tables_.find(id);
+    if (place == tables_.end()) {
+        return;
+    }
+    if (place->second->Has(nfKey)) {
+        key = static_cast<CKeyDef *>(place->second);
+        section = key->Section();
+    } else {
+        section = static_cast<CSectionDef *>(place->second);
+    }
+}
+
+void CParSheetData::TableChanged(CDefNode &node, std::uint32_t old_id, std::uint32_t id) {
+    const auto old = tables_.find(old_id);
+    if (old != tables_.end() && old->second == &node) {
+        tables_.erase(old);
+    }
+    if (id != 0) {
+        tables_[id] = &node;
     }
 }
 
@@ -89,6 +95,9 @@ void CParSheetData::SectionRenamed(CSectionDef &section) { index_.Rename(section
 
 CSectionDef &CParSheetData::AppendDefinition(std::unique_ptr<CSectionDef> section) {
     definitions_.push_back(std::move(section));
+    if (definitions_.back()->DependOn() != nullptr) {
+        dependents_.push_back(definitions_.back().get());
+    }
     return *definitions_.back();
 }
 
@@ -121,22 +130,24 @@ void CParSheetData::Done() {
     ranges_.Clear();
 }
 
-/// During a walk over the instances a released section may still be at work further down the stack.
+/// An instance gives its channels back at once, so that others can have them, unless it is at work further down the
+/// stack. A definition gives nothing back, and has to outlive its instances.
 void CParSheetData::Release(std::unique_ptr<CSectionDef> section) {
-    if (walks_.empty()) {
+    const bool is_definition = section->Definition() == nullptr;
+    const bool in_use = is_definition ? !walks_.empty() || holds_ != 0 || !dying_.empty() : section->IsEntered();
+    if (!in_use) {
         section->Done();
-    } else {
-        dying_.push_back(std::move(section));
+        return;
     }
+    section->Retire();
+    dying_.push_back(std::move(section));
 }
 
 void CParSheetData::ReleaseDying() {
-    while (walks_.empty() && !dying_.empty()) {
-        CSectionList dying = std::move(dying_);
-        dying_.clear();
-        for (const auto &section : dying) {
-            section->Done();
-        }
+    while (walks_.empty() && holds_ == 0 && !dying_.empty() && !dying_.front()->IsEntered()) {
+        const std::unique_ptr<CSectionDef> section = std::move(dying_.front());
+        dying_.erase(dying_.begin());
+        section->Done();
     }
 }
 

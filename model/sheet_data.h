@@ -4,6 +4,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "driver/channel_range_table.h"
@@ -36,6 +37,24 @@ public:
     ~CParSheetData() override;
     CParSheetData(const CParSheetData &) = delete;
     CParSheetData &operator=(const CParSheetData &) = delete;
+
+    /// What follows from a value may switch off the module that brought the very section in which the value stands. A
+    /// section that is released while somebody is inside its scope leaves the lists at once but ends only later, and as
+    /// long as one of these lives no such section ends: whoever publishes a section and then commits its channels, or
+    /// closes an editor and then leaves the scopes, holds one.
+    class CHold {
+    public:
+        explicit CHold(CParSheetData &data) : data_(data) { ++data_.holds_; }
+        ~CHold() {
+            --data_.holds_;
+            data_.ReleaseDying();
+        }
+        CHold(const CHold &) = delete;
+        CHold &operator=(const CHold &) = delete;
+
+    private:
+        CParSheetData &data_;
+    };
 
     static CParSheetData *Current();
     static void SetCurrent(CParSheetData *data);
@@ -89,6 +108,8 @@ public:
     std::uint32_t AllocTableId() { return next_table_id_++; }
     /// The instance that a table shows: a section, or a key with its section. Both null for an unknown id.
     void FindByTable(std::uint32_t id, CSectionDef *&section, CKeyDef *&key);
+    /// A node's table has another id now; 0 is none.
+    void TableChanged(CDefNode &node, std::uint32_t old_id, std::uint32_t id);
     /// An instance by its place from 0; none behind the last.
     CSectionDef *GetSection(std::size_t index) const;
     bool HasInstance(const CSectionDef &definition) const { return index_.FirstOf(&definition) != nullptr; }
@@ -143,11 +164,14 @@ private:
 
     std::vector<CSectionDef *> dependents_;  ///< definitions with `depend_on`, in order
     std::vector<std::size_t *> walks_;       ///< places of the walks over the instances that are under way
-    CSectionList dying_;                     ///< released during a walk; they end with the outermost one
+    CSectionList dying_;                     ///< released sections that may still be at work, oldest first
+    std::uint32_t holds_ = 0;
+    std::unordered_map<std::uint32_t, CDefNode *> tables_;  ///< instances and their keys by the id of their table
     std::uint32_t assign_depth_ = 0;
     std::uint32_t sections_born_ = 0;
     std::uint32_t module_depth_ = 0;
     std::uint32_t module_loads_ = 0;
+    bool module_limit_told_ = false;  ///< one box tells of templates that load each other
     std::uint32_t next_serial_ = 1;
 };
 

@@ -62,17 +62,20 @@ void CParSheetData::LoadModuleTemplate(CSectionRefs &loaded, std::string_view na
 
     if (module_depth_ == 0) {
         module_loads_ = 0;
+        module_limit_told_ = false;
     }
     CSectionList sections;
     TCompileResult result;
-    bool ok = false;
-    if (module_depth_ < kMaxModuleDepth && module_loads_ < kMaxModuleLoads) {
-        ++module_loads_;
-        ok = CompileTemplate(path.data(), sections, result);
-    } else {
-        result.message = texts::kTemplateTooDeep;
+    if (module_depth_ >= kMaxModuleDepth || module_loads_ >= kMaxModuleLoads) {
+        if (!module_limit_told_) {
+            module_limit_told_ = true;
+            result.message = texts::kTemplateTooDeep;
+            ShowTemplateBox(path.data(), result);
+        }
+        return;
     }
-    if (!ok) {
+    ++module_loads_;
+    if (!CompileTemplate(path.data(), sections, result)) {
         for (const auto &section : sections) {
             section->Done();
         }
@@ -86,16 +89,19 @@ void CParSheetData::LoadModuleTemplate(CSectionRefs &loaded, std::string_view na
 }
 
 void CParSheetData::TakeModuleSections(CSectionList &sections, CSectionRefs &loaded) {
+    const CHold hold(*this);
     Post(cmKeywordsChanged);
     for (std::unique_ptr<CSectionDef> &section : sections) {
         CSectionDef &definition = AppendDefinition(std::move(section));
         definition.SetFlag(nfModule);
         loaded.push_back(&definition);
-        FindDependents();
         if (definition.Has(nfRequired)) {
             CSectionDef &instance = AppendInstance(definition.Clone(true));
             instance.PublishTree();
             instance.CommitChannels();
+            if (loaded.empty() || loaded.back() != &definition) {
+                return;  // what was published has switched this very module off
+            }
         }
     }
 }
