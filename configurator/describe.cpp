@@ -71,7 +71,7 @@ TExpr DescribeLiteral(const TParValue &value) {
 }
 
 /// Depth is bounded by the compiler.
-TExpr DescribeNode(const std::vector<kq_pdt::CExprNode> &nodes, std::uint32_t place) {
+TExpr DescribeNode(const kq_pdt::CExpression::TNodes &nodes, std::uint32_t place) {
     const kq_pdt::CExprNode &node = nodes[place];
     if (node.kind == TExprKind::kLiteral) {
         return DescribeLiteral(node.value);

@@ -26,7 +26,7 @@ enum TNodeFlag : std::uint32_t {
 
 /// What sections and keys have in common. The same classes serve twice: as definitions, which the compiler makes and
 /// nobody edits, and as instances, which are cloned from definitions and hold the values of a parameter file.
-class CDefNode {
+class CDefNode : public kq_base::CPooled {
 public:
     explicit CDefNode(CParSheetData *sheet_data) : sheet_data_(sheet_data) {}
     virtual ~CDefNode();

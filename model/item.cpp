@@ -55,7 +55,7 @@ const TItemAttributes &CItem::Attributes() const {
 
 TItemAttributes &CItem::EditAttributes() {
     if (!attributes_) {
-        attributes_ = std::make_shared<TItemAttributes>();
+        attributes_ = std::allocate_shared<TItemAttributes>(kq_base::TPoolAllocator<TItemAttributes>());
     }
     assert(attributes_.use_count() == 1);
     return *attributes_;

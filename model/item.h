@@ -7,6 +7,7 @@
 #include "model/cell_editor.h"
 #include "model/item_attributes.h"
 #include "platform/base/par_value.h"
+#include "platform/base/pooled.h"
 #include "platform/base/text_buffer.h"
 #include "template/keywords.h"
 
@@ -44,7 +45,7 @@ struct TMatchStep {
 /// One element of a name or of a `par` line: it takes attributes from the compiler, recognises itself in the text of a
 /// parameter file, keeps a value, prints it, shows it in cells of the sheet, edits it there, and hands it on to a
 /// variable. This base has no value and answers false, nothing or 0.
-class CItem {
+class CItem : public kq_base::CPooled {
 public:
     explicit CItem(TItemCode code);
     virtual ~CItem();

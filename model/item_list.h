@@ -2,7 +2,6 @@
 
 #include <cstdint>
 #include <memory>
-#include <vector>
 
 #include "model/item.h"
 
@@ -12,8 +11,10 @@ class CDefNode;
 class CParDef;
 
 /// The value items of a name or of a `par` line, joined by `+`, in order.
-class CItemSeq {
+class CItemSeq : public kq_base::CPooled {
 public:
+    using TItems = kq_base::TPoolVector<std::unique_ptr<CItem>>;
+
     CItemSeq() = default;
     CItemSeq(const CItemSeq &) = delete;
     CItemSeq &operator=(const CItemSeq &) = delete;
@@ -56,7 +57,7 @@ public:
     /// `write_if_all`: the list writes only if all its items do.
     bool WriteIfAll() const { return write_if_all_; }
     void SetWriteIfAll() { write_if_all_ = true; }
-    const std::vector<std::unique_ptr<CItem>> &Items() const { return items_; }
+    const TItems &Items() const { return items_; }
     bool IsEmpty() const { return items_.empty(); }
     CParDef *Par() const { return par_; }
     CDefNode *Node() const { return node_; }
@@ -64,13 +65,13 @@ public:
 private:
     bool write_if_all_ = false;
     std::uint32_t cells_ = kNoNumber;  ///< not counted yet
-    std::vector<std::unique_ptr<CItem>> items_;
+    TItems items_;
     CParDef *par_ = nullptr;
     CDefNode *node_ = nullptr;
 };
 
 /// A value list as the template has it: the items and, optional, a variable for the line as a whole.
-class CItemList {
+class CItemList : public kq_base::CPooled {
 public:
     CItemSeq &Items() { return items_; }
     const CItemSeq &Items() const { return items_; }

@@ -51,7 +51,7 @@ public:
     void SetSection(CSectionDef *section) { section_ = section; }
     /// In an instance, what it was cloned from; absent in a definition.
     const CKeyDef *Definition() const { return definition_; }
-    const std::vector<std::unique_ptr<CParDef>> &Pars() const { return pars_; }
+    const kq_base::TPoolVector<std::unique_ptr<CParDef>> &Pars() const { return pars_; }
     CParDef &AddPar();
     /// True if a line of the text gave the key its values.
     bool WasRead() const { return was_read_; }
@@ -60,7 +60,7 @@ public:
 private:
     kq_base::TText label_;
     CSectionDef *section_ = nullptr;
-    std::vector<std::unique_ptr<CParDef>> pars_;
+    kq_base::TPoolVector<std::unique_ptr<CParDef>> pars_;
     std::uint32_t columns_ = kNoNumber;  ///< not counted yet
     const CKeyDef *definition_ = nullptr;
     bool was_read_ = false;

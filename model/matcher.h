@@ -67,7 +67,7 @@ private:
     };
 
     struct TPattern {
-        const std::vector<std::unique_ptr<CItem>> *items;
+        const CItemSeq::TItems *items;
         CDefNode *scope1;
         CDefNode *scope2;
         std::uint32_t first;  ///< its first operation

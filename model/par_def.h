@@ -11,7 +11,7 @@ namespace kq_pdt {
 class CKeyDef;
 
 /// One `par` line of a key: the items of one value.
-class CParDef {
+class CParDef : public kq_base::CPooled {
 public:
     /// A separator's text is at most this long.
     using TSeparator = kq_base::TBoundedText<31>;

@@ -124,7 +124,7 @@ private:
     CItem *item_ = nullptr;
     CChannelsGroupItem *group_ = nullptr;  ///< the last one so far: bounds in later blocks reach it
     CVariable *variable_ = nullptr;
-    kq_base::TText text_;
+    kq_base::CTextBuffer text_;
     CExpressionBuilder builder_;
 };
 

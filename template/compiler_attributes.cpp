@@ -161,7 +161,7 @@ void CPdtCompiler::ParseOption() {
     if (Failed()) {
         return;
     }
-    const kq_base::TText text = text_;
+    const kq_base::CTextBuffer text = text_;
     if (Kind() == kwLabel) {
         NextToken();
         Expect(kEqual);

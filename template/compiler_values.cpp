@@ -127,7 +127,7 @@ void CPdtCompiler::ParseTextItem() {
     }
     if (Kind() == kString) {
         if (text_.IsEmpty()) {
-            text_ = TokenText();
+            text_.Append(TokenText());
         }
         NextToken();
     } else if (Kind() == kLeftBracket) {
@@ -136,7 +136,8 @@ void CPdtCompiler::ParseTextItem() {
         Expect(kIdentifier);
         Expect(kRightBracket);
         if (!Failed() && matches && Kind() == kString) {
-            text_ = TokenText();
+            text_.Clear();
+            text_.Append(TokenText());
         }
         Expect(kString);
     } else {

@@ -2,9 +2,9 @@
 
 #include <cstdint>
 #include <string_view>
-#include <vector>
 
 #include "platform/base/par_value.h"
+#include "platform/base/pooled.h"
 
 namespace kq_pdt {
 
@@ -58,10 +58,12 @@ struct CExprNode {
 /// An expression of a template: a tree that is evaluated anew whenever its value is asked for, since the variables in
 /// it follow the parameters that a user changes. CExpressionBuilder makes it. It never changes afterwards, so items and
 /// their clones share one. It is at most 200 operators, functions and parentheses deep.
-class CExpression {
+class CExpression : public kq_base::CPooled {
 public:
+    using TNodes = kq_base::TPoolVector<CExprNode>;
+
     /// The root is the first node. The context has to outlive the expression.
-    CExpression(CExpressionContext &context, std::vector<CExprNode> nodes);
+    CExpression(CExpressionContext &context, TNodes nodes);
 
     /// Computes the value. There is no error: what makes no sense comes out as pvNone or pvUndefined. Both operands of
     /// every operator are evaluated, left ahead of right, and each new_channel makes its channels, each time.
@@ -69,14 +71,14 @@ public:
     /// True if the tree refers to this variable. The arguments of functions don't count.
     bool ReferencesVariable(const CVariable *variable) const;
 
-    const std::vector<CExprNode> &Nodes() const { return nodes_; }
+    const TNodes &Nodes() const { return nodes_; }
 
 private:
     void EvaluateNode(std::uint32_t place, TParValue &result) const;
     void EvaluateFunction(TParValue &result) const;
 
     CExpressionContext *context_;
-    std::vector<CExprNode> nodes_;
+    TNodes nodes_;
 };
 
 }  // namespace kq_pdt

@@ -125,7 +125,7 @@ CExpressionBuilder::TCursor CExpressionBuilder::SkipGroups(TCursor node) const {
 
 /// Appends a subtree in preorder and gives the place of its root. A function keeps in `right` the place behind its
 /// argument.
-std::uint32_t CExpressionBuilder::Emit(TCursor node, std::vector<CExprNode> &nodes) const {
+std::uint32_t CExpressionBuilder::Emit(TCursor node, CExpression::TNodes &nodes) const {
     const TNode &source = nodes_[SkipGroups(node)];
     const auto place = static_cast<std::uint32_t>(nodes.size());
     nodes.push_back({source.kind, CExprNode::kNoChild, CExprNode::kNoChild, source.value});
@@ -147,7 +147,7 @@ std::unique_ptr<CExpression> CExpressionBuilder::Finish(CExpressionContext &cont
     for (const TNode &node : nodes_) {
         count += node.kind == TExprKind::kGroup ? 0 : 1;
     }
-    std::vector<CExprNode> nodes;
+    CExpression::TNodes nodes;
     nodes.reserve(count);
     if (root_ != kNone) {
         Emit(root_, nodes);

@@ -71,7 +71,7 @@ private:
     TResult Add(TNode node, bool move_cursor);
     std::uint32_t Height(TCursor root) const;
     TCursor SkipGroups(TCursor node) const;
-    std::uint32_t Emit(TCursor node, std::vector<CExprNode> &nodes) const;
+    std::uint32_t Emit(TCursor node, CExpression::TNodes &nodes) const;
 
     std::vector<TNode> nodes_;
     TCursor root_ = kNone;

@@ -8,6 +8,8 @@
 #include <cstring>
 #include <new>
 
+#include "platform/base/pooled.h"
+
 namespace kq_base {
 
 struct CSharedText::TBlock {
@@ -28,7 +30,7 @@ std::string_view CutAtTerminator(std::string_view text, std::size_t bound) {
 }  // namespace
 
 CSharedText::TBlock *CSharedText::NewBlock(std::size_t capacity) {
-    void *memory = ::operator new(sizeof(TBlock) + capacity + 1);
+    void *memory = CPooled::operator new(sizeof(TBlock) + capacity + 1);
     auto *block = new (memory) TBlock;
     block->capacity = static_cast<std::uint16_t>(capacity);
     return block;
@@ -48,7 +50,7 @@ CSharedText &CSharedText::operator=(const CSharedText &other) noexcept {
 
 void CSharedText::Release() {
     if (block_ != nullptr && block_->owners.fetch_sub(1, std::memory_order_acq_rel) == 1) {
-        ::operator delete(block_);
+        CPooled::operator delete(block_, sizeof(TBlock) + block_->capacity + 1);
     }
     block_ = nullptr;
 }

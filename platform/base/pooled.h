@@ -1,0 +1,37 @@
+#pragma once
+
+#include <cstddef>
+#include <vector>
+
+namespace kq_base {
+
+/// Base of the many small objects that are made together, walked together and released together: sections, keys, items
+/// and what belongs to them. They are laid one behind the other in chunks, so that a walk finds them in the order in
+/// which they were made; a chunk goes back as soon as none of its objects is left. An object may be released by another
+/// thread than the one that made it. Builds with a sanitizer take each object from the heap, to see its misuse.
+class CPooled {
+public:
+    static void *operator new(std::size_t size);
+    static void operator delete(void *object, std::size_t size) noexcept;
+};
+
+/// An allocator that takes its memory from where pooled objects lie.
+template <class T>
+struct TPoolAllocator {
+    using value_type = T;
+
+    TPoolAllocator() = default;
+    template <class U>
+    // NOLINTNEXTLINE(google-explicit-constructor): allocators convert into each other.
+    TPoolAllocator(const TPoolAllocator<U> & /*other*/) {}
+
+    T *allocate(std::size_t count) { return static_cast<T *>(CPooled::operator new(count * sizeof(T))); }
+    void deallocate(T *memory, std::size_t count) noexcept { CPooled::operator delete(memory, count * sizeof(T)); }
+
+    friend bool operator==(const TPoolAllocator & /*left*/, const TPoolAllocator & /*right*/) { return true; }
+};
+
+template <class T>
+using TPoolVector = std::vector<T, TPoolAllocator<T>>;
+
+}  // namespace kq_base
