@@ -81,7 +81,8 @@ bool CChannelRangeTable::MoveWhole(const CPlace &place, std::uint32_t first, std
         in_the_way.push_back(at);
         rows_below += at < row ? 1 : 0;
     }
-    EraseRows(in_the_way);
+    std::for_each(in_the_way.rbegin(), in_the_way.rend(),
+                  [this](std::uint32_t at) { ranges_.Erase(ranges_.AtRow(at)); });
     SetBounds(row - rows_below, first, last);
     return true;
 }
@@ -161,11 +162,6 @@ bool CChannelRangeTable::ClearUp(std::uint32_t row, std::uint32_t edge) {
     }
     EraseRows(row + 1, highest);
     return true;
-}
-
-/// The rows ascend.
-void CChannelRangeTable::EraseRows(const std::vector<std::uint32_t> &rows) {
-    std::for_each(rows.rbegin(), rows.rend(), [this](std::uint32_t row) { ranges_.Erase(ranges_.AtRow(row)); });
 }
 
 void CChannelRangeTable::EraseRows(std::uint32_t from, std::uint32_t to) {

@@ -1,5 +1,4 @@
 #include <algorithm>
-#include <vector>
 
 #include "driver/channel_range_note.h"
 #include "driver/channel_range_table.h"
@@ -109,23 +108,18 @@ void CChannelRangeTable::CheckOverlaps() {
     next_row_ = kNoNumber;
     CPlace lower = ranges_.Begin();
     CPlace upper = lower;
-    std::vector<std::uint32_t> gone;
-    for (std::uint32_t row = 0; !ranges_.IsEnd(upper); ranges_.Next(lower), ++row) {
+    for (; !ranges_.IsEnd(upper); ranges_.Next(lower)) {
         ranges_.Next(upper);
         if (ranges_.IsEnd(upper) || ranges_.FirstAt(upper) > ranges_.LastAt(lower)) {
             continue;
         }
+        const bool alike = ReportOverlap(ranges_.At(lower), ranges_.At(upper));
         const std::uint32_t start = ranges_.FirstAt(upper);
-        if (ReportOverlap(ranges_.At(lower), ranges_.At(upper))) {
-            continue;
-        }
-        if (start > 0) {
+        // Below 0 there is no number at which the lower one could end: then it stays, and only the report tells.
+        if (!alike && start > 0) {
             ranges_.SetLast(lower, start - 1);
-        } else {
-            gone.push_back(row);  // no number is left below 0 at which it could end
         }
     }
-    EraseRows(gone);
     Changed();
 }
 

@@ -119,7 +119,6 @@ private:
     bool MoveLast(const CPlace &place, std::uint32_t old_last, std::uint32_t last);
     bool ClearDown(std::uint32_t &row, std::uint32_t edge);
     bool ClearUp(std::uint32_t row, std::uint32_t edge);
-    void EraseRows(const std::vector<std::uint32_t> &rows);
     void EraseRows(std::uint32_t from, std::uint32_t to);
     void SetBounds(std::uint32_t row, std::uint32_t first, std::uint32_t last);
 

@@ -132,7 +132,7 @@ TEST(ChannelMap, Check) {
     CMapUser user;
     EXPECT_EQ(user.Check(1, 0, 10, 1), bad_channel);
     EXPECT_EQ(user.Check(1, 1, 12, 1), "ok");
-    user.Load("begin 5 real input 6 real output 7 - 20 boolean b 21 - 4294967295 boolean b");
+    user.Load("begin 0 boolean b 5 real input 6 real output 7 - 20 boolean b 21 - 4294967295 boolean b");
     EXPECT_EQ(user.Check(5, 1, 10, 1), "ok");
     EXPECT_EQ(user.Check(5, 2, 10, 1), bad_direction);
     EXPECT_EQ(user.Check(5, 1, 2, 2), bad_direction);

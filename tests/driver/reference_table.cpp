@@ -18,10 +18,7 @@ void CReferenceTable::CheckOverlaps() {
             continue;
         }
         owner_->AddError(texts::kMapOverlaps, text.append(texts::kMapDiffers), kNoNumber);
-        lower.last = upper.first - 1;
-        if (upper.first == 0) {
-            Erase(at--);
-        }
+        lower.last = upper.first > 0 ? upper.first - 1 : lower.last;
     }
 }
 
