@@ -13,11 +13,6 @@ namespace {
 constexpr std::size_t kAlignedColumns = 4;
 using TRow = std::array<std::string, kAlignedColumns + 1>;
 
-std::string NumbersText(const TChannel &channel) {
-    const std::string first = std::to_string(channel.first);
-    return channel.first == channel.last ? first : first + " - " + std::to_string(channel.last);
-}
-
 /// What the definition leaves open.
 std::string OpenText(const TChannel &channel) {
     if (channel.type_free && channel.direction_free) {
@@ -32,11 +27,16 @@ TRow RowOf(const TChannel &channel) {
     if (!open.empty()) {
         state += ", open: " + open;
     }
-    return {NumbersText(channel), channel.type.value_or("undefined"), channel.direction.value_or("undefined"), state,
+    return {ChannelNumbers(channel), channel.type.value_or("undefined"), channel.direction.value_or("undefined"), state,
             kq_base::ToUtf8(channel.name)};
 }
 
 }  // namespace
+
+std::string ChannelNumbers(const TChannel &channel) {
+    const std::string first = std::to_string(channel.first);
+    return channel.first == channel.last ? first : first + " - " + std::to_string(channel.last);
+}
 
 std::string ChannelTable(const std::vector<TChannel> &channels) {
     std::vector<TRow> rows = {{"CHANNELS", "TYPE", "DIRECTION", "STATE", "NAME"}};

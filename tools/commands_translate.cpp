@@ -94,6 +94,17 @@ void PrintFirstDifference(TConsole &console, const CSourceText &par, const std::
                      .line = line});
 }
 
+/// A driver map file has no place for a channel whose type or direction is open.
+void PrintLeftOut(TConsole &console, const CSourceText &par, const std::vector<kq_cfg::TChannel> &channels) {
+    for (const kq_cfg::TChannel &channel : channels) {
+        if (!channel.type || !channel.direction) {
+            PrintDiagnostic(console, par,
+                            {.kind = TDiagnosticKind::kNote,
+                             .text = "left out, since type or direction is undefined: " + ChannelNumbers(channel)});
+        }
+    }
+}
+
 }  // namespace
 
 int RunCheck(const TArguments &arguments, TConsole &console) {
@@ -156,6 +167,9 @@ int RunDmf(const TArguments &arguments, TConsole &console) {
     std::optional<std::string> text;
     if (translation.Report().Good()) {
         text = translation.Configuration().DmfText();
+        if (!arguments.json) {
+            PrintLeftOut(console, translation.Sources().par, translation.Configuration().Channels());
+        }
     }
     return HandOut(arguments, console, translation.Report(), text) ? translation.ExitCode() : kFailed;
 }

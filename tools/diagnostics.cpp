@@ -87,7 +87,8 @@ std::string Shown(std::string_view line) {
     return kq_base::ToUtf8(shown);
 }
 
-void PrintMarkedLine(TConsole &console, std::string_view line, TMark mark) {
+/// A line of a text and below it the mark.
+std::string MarkedLine(const TConsole &console, std::string_view line, TMark mark) {
     if (line.size() > kShownWidth) {
         const std::size_t start = mark.begin > kShownWidth / 2 ? mark.begin - kShownWidth / 2 : 0;
         line = line.substr(start, kShownWidth);
@@ -97,17 +98,18 @@ void PrintMarkedLine(TConsole &console, std::string_view line, TMark mark) {
     std::replace_if(
         under.begin(), under.end(), [](char character) { return character != '\t'; }, ' ');
     const std::string sign = "^" + std::string(mark.end - mark.begin - 1, '~');
-    console.err << Shown(line) << '\n' << under << Painted(console, sign, kGreen) << '\n';
+    return Shown(line) + "\n" + under + Painted(console, sign, kGreen) + "\n";
 }
 
-void PrintHead(TConsole &console, std::string_view place, TDiagnosticKind kind, std::string_view text) {
+std::string HeadLine(const TConsole &console, std::string_view place, TDiagnosticKind kind, std::string_view text) {
     const TKindStyle style = StyleOf(kind);
-    console.err << Painted(console, std::string(place) + ":", kBold) << ' '
-                << Painted(console, std::string(style.word) + ":", style.colour) << ' ' << text << '\n';
+    return Painted(console, std::string(place) + ":", kBold) + " " +
+           Painted(console, std::string(style.word) + ":", style.colour) + " " + std::string(text) + "\n";
 }
 
 }  // namespace
 
+// Standard error has no buffer, so each diagnostic is put together first and goes out in one piece.
 void PrintDiagnostic(TConsole &console, const CSourceText &source, const TDiagnostic &diagnostic) {
     std::string place = source.Name();
     if (diagnostic.line) {
@@ -116,15 +118,16 @@ void PrintDiagnostic(TConsole &console, const CSourceText &source, const TDiagno
             place += ':' + std::to_string(*diagnostic.column);
         }
     }
-    PrintHead(console, place, diagnostic.kind, diagnostic.text);
+    std::string printed = HeadLine(console, place, diagnostic.kind, diagnostic.text);
     if (diagnostic.line && diagnostic.column) {
         const std::string_view line = source.Line(*diagnostic.line);
         if (!line.empty()) {
-            PrintMarkedLine(console, line, FindMark(line, *diagnostic.column, diagnostic.meaning));
+            printed += MarkedLine(console, line, FindMark(line, *diagnostic.column, diagnostic.meaning));
         }
     }
+    console.err << printed;
 }
 
 void PrintError(TConsole &console, std::string_view name, std::string_view text) {
-    PrintHead(console, name, TDiagnosticKind::kError, text);
+    console.err << HeadLine(console, name, TDiagnosticKind::kError, text);
 }
