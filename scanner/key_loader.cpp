@@ -29,7 +29,7 @@ public:
     }
 
     void Run() {
-        const std::size_t first = section_;
+        std::size_t first = section_;
         auto list = std::make_shared<TKeyList>();
         keys_.clear();
         bool more = true;
@@ -39,14 +39,8 @@ public:
         }
         list->keys.assign(keys_.begin(), keys_.end());
         list->end = place_;
-        const auto total = static_cast<std::uint32_t>(keys_.size());
-        for (std::size_t at = first; at != section_; ++at) {
-            // Until now key_count told how many keys stand ahead. The cursor stands on the key read last.
-            CSection &section = text_.sections[at];
-            section.list = list;
-            section.keys = list->keys.data() + section.key_count;
-            section.key_count = total - section.key_count;
-            section.current_key = section.key_count != 0 ? section.key_count - 1 : 0;
+        for (; first != section_; ++first) {
+            text_.sections[first].list = list;
         }
         if (keys_.size() > kKeptRoom) {
             keys_ = {};
@@ -62,7 +56,7 @@ private:
     /// At the start of a line: notes if a section begins here.
     void EnterSection() {
         if (place_.index == next_section_) {
-            text_.sections[section_++].key_count = static_cast<std::uint32_t>(keys_.size());
+            text_.sections[section_++].first_key = static_cast<std::uint32_t>(keys_.size());
             next_section_ = section_ < text_.sections.size() ? text_.sections[section_].position.index : kNever;
         }
     }
@@ -163,6 +157,8 @@ void LoadKeys(TScannedText &text, CTapeReader &tape, CSection &section) {
     if (section.list == nullptr) {  // only a tape at which no reading succeeds any more ends ahead of it
         CKeyLoader(text, tape, asked).Run();
     }
+    section.key_count = static_cast<std::uint32_t>(section.list->keys.size()) - section.first_key;
+    section.current_key = section.key_count != 0 ? section.key_count - 1 : 0;  // on the key that was read last
     tape.SetPosition(section.list->end);
 }
 

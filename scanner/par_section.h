@@ -28,13 +28,13 @@ struct TKeyList {
     TPosition end;  ///< where reading them left the tape
 };
 
-/// A section. Its keys are the last key_count ones of a list: a header with a comment ahead of it is a key line too, so
+/// A section. Its keys are those of a list from first_key on: a header with a comment ahead of it is a key line too, so
 /// the section ahead reads on beyond it, and the two have one list.
 struct CSection {
-    std::shared_ptr<const TKeyList> list;
-    const CKey *keys = nullptr;  ///< the first of its keys in the list
-    std::uint32_t key_count = 0;
-    std::uint32_t current_key = 0;  ///< the cursor; key_count if no key is current
+    std::shared_ptr<const TKeyList> list;  ///< may be there before the section is loaded
+    std::uint32_t first_key = 0;
+    std::uint32_t key_count = 0;    ///< 0 until the section is loaded
+    std::uint32_t current_key = 0;  ///< the cursor, counted from first_key; key_count if no key is current
     TPosition position;             ///< the start of the line behind the header
     std::uint32_t line = 0;         ///< the line of the header, from 1
     std::uint32_t name = 0;         ///< offset of the text between the brackets
@@ -42,7 +42,7 @@ struct CSection {
     bool loaded = false;            ///< the keys have been read
     bool joined = false;            ///< the section ahead reads on through this one
 
-    const CKey *CurrentKey() const { return current_key < key_count ? keys + current_key : nullptr; }
+    const CKey *CurrentKey() const { return current_key < key_count ? &list->keys[first_key + current_key] : nullptr; }
 };
 
 }  // namespace par_scanner

@@ -1,0 +1,129 @@
+#include <gtest/gtest.h>
+
+#include "tests/scanner/nasty_texts.h"
+#include "tests/scanner/reference_scanner.h"
+#include "tests/scanner/scanner_walk.h"
+
+// The scanner beside the plain rules: every short text of some alphabets, and long ones by chance.
+
+namespace {
+
+void CheckAgainstReference(const std::string &text) {
+    CTextParScanner scanner(text);
+    CReferenceScanner reference(text);
+    ASSERT_EQ(Walk(scanner, true), Walk(reference, true)) << text;
+}
+
+void CheckBehindHeader(const std::string &text) { CheckAgainstReference("[s]\n" + text); }
+
+TEST(ParScannerAgainstReference, EveryShortText) {
+    using namespace std::string_view_literals;
+    ForEveryText({"[", "]", "=", ",", " ", "a", "\n", "(*", "*)"}, 5, CheckAgainstReference);
+    ForEveryText({"a", "=", ",", " ", "\n", "\r", "'", "(*", "*)"}, 5, CheckBehindHeader);
+    ForEveryText({"a=", "1", ".", "E", ",", " ", "\r\n", "<", ":", "\0"sv}, 5, CheckBehindHeader);
+    ForEveryText({"[a]", "(**)[b]", "(*\n*)", "\n", "k=", "v ", "12EF", "["}, 5, CheckAgainstReference);
+}
+
+const std::vector<std::string_view> kPieces = {
+    "[",
+    "]",
+    "=",
+    ",",
+    " ",
+    "\n",
+    "\r\n",
+    "\r",
+    "'",
+    "''",
+    "(*",
+    "*)",
+    "(",
+    "12",
+    "1.5",
+    "E",
+    "E5",
+    ".",
+    "..",
+    ":=",
+    "<=",
+    "\t",
+    "name",
+    "[section]\n",
+    "\nkey = ",
+    "\r\nkey = 1, 2\r\n",
+    "\n  plain = 10, 20 30 ,40\n",
+    "                                                                      ",
+    "a_word_that_is_longer_than_any_block_of_bytes_that_are_looked_at_in_one_go",
+};
+
+TEST(ParScannerAgainstReference, LongTexts) {
+    CNastyTexts texts(kPieces, 7);
+    for (int round = 0; round < 4000; ++round) {
+        CheckBehindHeader(texts.Make(texts.Number(80)));
+    }
+    // Mostly plain lines, so that the ways through plain and odd lines alternate.
+    CNastyTexts plain({"\r\nkey = 1, 2, abc\r\n", "\nk=a b,c\n", "[section]\r\n", "   x = 1.5 , \n", "name", " , ",
+                       "'q, q'", "(* c *)", "\n[s2]\n"},
+                      8);
+    for (int round = 0; round < 2000; ++round) {
+        CheckAgainstReference(plain.Make(plain.Number(60)));
+    }
+}
+
+/// One operation after the other in any order, results side by side.
+TEST(ParScannerAgainstReference, OperationsInAnyOrder) {
+    CNastyTexts texts(kPieces, 9);
+    for (int round = 0; round < 4000; ++round) {
+        const std::string text = "[s]\nk=1,2\n" + texts.Make(texts.Number(60));
+        CTextParScanner scanner(text);
+        CReferenceScanner reference(text);
+        std::string history;
+        for (int step = 0; step < 60; ++step) {
+            const std::uint32_t operation = texts.Number(10);
+            const std::uint32_t handle = texts.Number(5);
+            const auto perform = [&](auto &each) {
+                std::string_view value;
+                std::uint32_t separator = 0;
+                bool result = true;
+                switch (operation) {
+                    case 0:
+                        result = each.FirstSection();
+                        break;
+                    case 1:
+                        result = each.NextSection();
+                        break;
+                    case 2:
+                        result = each.FirstKey();
+                        break;
+                    case 3:
+                        result = each.NextKey();
+                        break;
+                    case 4:
+                        result = each.KeyPars(value);
+                        break;
+                    case 5:
+                        result = each.FirstValue(value);
+                        break;
+                    case 6:
+                        each.SetActSectionHandle(handle);
+                        break;
+                    case 7:
+                        result = each.TapeFind(par_scanner::kComma, par_scanner::kLineEnd);
+                        break;
+                    default:
+                        result = each.NextValue(value, separator);
+                        break;
+                }
+                return std::to_string(operation) + (result ? "+" : "-") + std::string(value) + "," +
+                       std::to_string(separator) + "[" + std::string(each.SectionName()) + "]" +
+                       std::to_string(each.GetSectionLine()) + std::string(each.KeyName()) +
+                       std::to_string(each.GetKeyLine()) + "{" + std::to_string(each.GetActPos()) + "}";
+            };
+            const std::string expected = perform(reference);
+            history += expected + "\n";
+            ASSERT_EQ(perform(scanner), expected) << text << "\n--\n" << history;
+        }
+    }
+}
+
+}  // namespace
