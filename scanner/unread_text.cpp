@@ -1,84 +1,134 @@
 #include "scanner/unread_text.h"
 
+#include <algorithm>
+#include <limits>
+
 #include "scanner/tape_reader.h"
 
 namespace par_scanner {
 
 namespace {
 
-/// Walks the lines as the scanner does and notes where it gives up.
-class CUnreadSearch {
+/// Goes through the tokens as the scanner does when it looks for sections.
+class CUnreadTextSearch {
 public:
-    explicit CUnreadSearch(std::string_view text) {
+    explicit CUnreadTextSearch(std::string_view text) : text_(text) {
         tape_.InitBuffer(text.data(), static_cast<std::uint32_t>(text.size()));
     }
 
     std::vector<TUnreadText> Run() {
         bool at_line_start = true;
-        for (TPosition place = tape_.GetPosition(); Read(place); place = tape_.GetPosition()) {
+        while (Read()) {
             if (token_.kind == kLineEnd) {
                 at_line_start = true;
             } else if (token_.kind == kLeftBracket && at_line_start) {
-                ReadHeader(place);
+                PassHeader();  // up to the line's end, so that a line starts again
             } else if (token_.kind != kBlank) {
                 at_line_start = false;
-                NoteAheadOfHeader(place);
+                if (token_.kind != kIdentifier || token_.View() != "\r") {
+                    NoteText(begin_);
+                }
             }
+        }
+        if (failed_) {
+            Note(BehindComments(begin_), EUnread::fromReadFailureOn);
         }
         return std::move(found_);
     }
 
 private:
-    /// False at the end of the text and at a failure, which is noted.
-    bool Read(const TPosition &place) {
+    /// The next token. False at the end, which is also where reading failed, and from then on.
+    bool Read() {
+        if (ended_) {
+            return false;
+        }
+        begin_ = tape_.GetPosition();
         std::uint32_t error = 0;
-        if (failed_) {
-            return false;
-        }
-        if (!tape_.ReadToken(error, token_, true)) {
-            found_.push_back({place.line, place.lineIndex, TUnreadReason::readerFailure});
-            failed_ = true;
-            return false;
-        }
-        return token_.kind != kEndOfInput && tape_.ReadToken(error, token_, false);
+        ended_ = !tape_.ReadToken(error, token_, false);
+        failed_ = ended_ && BehindComments(begin_).index < text_.size();
+        return !ended_;
     }
 
-    /// Reads on behind a `[` to the end of its line. What follows the closing bracket is ignored on purpose.
-    void ReadHeader(const TPosition &bracket) {
-        bool closed = false;
-        for (TPosition place = tape_.GetPosition(); Read(place); place = tape_.GetPosition()) {
-            closed = closed || token_.kind == kRightBracket;
-            if (token_.kind == kLineEnd) {
-                break;
+    /// Behind a `[` that begins a line.
+    void PassHeader() {
+        const TPosition bracket = begin_;
+        while (Read() && token_.kind != kLineEnd) {
+            if (token_.kind == kRightBracket) {
+                in_section_ = true;
+                keys_ended_ = false;
+                while (Read() && token_.kind != kLineEnd) {
+                }
+                return;
             }
         }
-        if (closed) {
-            in_section_ = true;
-        } else if (in_section_) {
-            found_.push_back({bracket.line, bracket.lineIndex, TUnreadReason::malformedHeader});
-        } else {
-            NoteAheadOfHeader(bracket);
+        if (!failed_) {
+            NoteMalformed(bracket);
         }
     }
 
-    void NoteAheadOfHeader(const TPosition &place) {
-        const bool carriage_return = token_.kind == kIdentifier && token_.View() == "\r";
-        if (!in_section_ && !noted_ahead_ && !carriage_return) {
-            noted_ahead_ = true;
-            found_.push_back({place.line, place.lineIndex, TUnreadReason::aheadOfHeader});
+    void NoteMalformed(const TPosition &bracket) {
+        NoteText(bracket);
+        // With a comment ahead of the bracket the line is a key like any other.
+        if (in_section_ && !keys_ended_ && text_[bracket.index] == '[') {
+            Note(bracket, EUnread::fromMalformedHeaderOn);
+            keys_ended_ = true;
         }
     }
 
+    /// Notes text that stands ahead of the first header, once.
+    void NoteText(const TPosition &place) {
+        if (!in_section_ && found_.empty()) {
+            Note(BehindComments(place), EUnread::aheadOfFirstHeader);
+        }
+    }
+
+    void Note(const TPosition &place, EUnread reason) { found_.push_back({place.line, place.lineIndex, reason}); }
+
+    /// Behind the comments that begin at a place, as far as they are closed.
+    TPosition BehindComments(const TPosition &place) const {
+        TPosition behind = place;
+        TPosition at = place;
+        std::uint32_t depth = 0;
+        for (;;) {
+            const std::string_view two = text_.substr(at.index, 2);
+            if (two == "(*") {
+                ++depth;
+                Pass(at, 2);
+            } else if (depth != 0 && two == "*)") {
+                --depth;
+                Pass(at, 2);
+                behind = depth == 0 ? at : behind;
+            } else if (depth != 0 && !two.empty()) {
+                Pass(at, 1);
+            } else {
+                return behind;
+            }
+        }
+    }
+
+    void Pass(TPosition &at, std::uint32_t count) const {
+        const bool line_feed = text_[at.index] == '\n';
+        at.index += count;
+        at.line += line_feed ? 1 : 0;
+        at.lineIndex = line_feed ? 1 : at.lineIndex + count;
+    }
+
+    std::string_view text_;
     CTapeReader tape_;
     TToken token_;
-    bool in_section_ = false;
-    bool noted_ahead_ = false;
-    bool failed_ = false;
+    TPosition begin_;  ///< where reading the token began
     std::vector<TUnreadText> found_;
+    bool ended_ = false;
+    bool failed_ = false;
+    bool in_section_ = false;
+    bool keys_ended_ = false;
 };
 
 }  // namespace
 
-std::vector<TUnreadText> FindUnreadText(std::string_view text) { return CUnreadSearch(text).Run(); }
+std::vector<TUnreadText> FindUnreadText(std::string_view text) {
+    constexpr std::size_t kLongest = std::numeric_limits<std::uint32_t>::max();
+    return CUnreadTextSearch(text.substr(0, kLongest)).Run();
+}
 
 }  // namespace par_scanner

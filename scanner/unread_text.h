@@ -8,22 +8,25 @@
 
 namespace par_scanner {
 
-/// Why a part of a parameter file's text isn't read.
-enum class TUnreadReason {
-    aheadOfHeader,    ///< it stands ahead of the first section header
-    malformedHeader,  ///< a line begins with `[` but is no header; nothing up to the next header is read
-    readerFailure,    ///< an open string or comment, or a malformed number: nothing behind it is read
+/// Why the scanner passes over a part of a parameter file without a word.
+enum class EUnread : std::uint8_t {
+    aheadOfFirstHeader,     ///< the text belongs to no section
+    fromMalformedHeaderOn,  ///< a line begins with `[` and is no header: it and what stands behind it, up to the next
+                            ///< header
+    fromReadFailureOn,      ///< a string or comment that isn't closed, or a malformed number: all the rest
 };
 
 /// A place from which on text isn't read.
 struct TUnreadText {
-    std::uint32_t line = 0;    ///< from 1
-    std::uint32_t column = 0;  ///< from 1
-    TUnreadReason reason = TUnreadReason::readerFailure;
+    std::uint32_t line;    ///< from 1
+    std::uint32_t column;  ///< from 1
+    EUnread reason;
+
+    friend bool operator==(const TUnreadText &, const TUnreadText &) = default;
 };
 
-/// Finds the places from which on the scanner passes over text in silence, in the order of the text. Comments, blanks
-/// and empty lines ahead of the first header don't count.
+/// The places of a parameter file from which on CParScanner doesn't read text, in the order of the text. Blanks, line
+/// ends and comments are nothing to be read. For people who look at a file: to read it, none of this is needed.
 KQ_API std::vector<TUnreadText> FindUnreadText(std::string_view text);
 
 }  // namespace par_scanner
