@@ -6,7 +6,8 @@
 #include <filesystem>
 #include <fstream>
 
-#include "tests/scanner/nasty_texts.h"
+#include "platform/view/text_view.h"
+#include "scanner/view_par_scanner.h"
 #include "tests/scanner/scanner_walk.h"
 
 namespace {
@@ -246,6 +247,19 @@ TEST(ParScanner, Files) {
     EXPECT_FALSE(none.Init((path + "x").c_str(), 1));
     EXPECT_FALSE(none.Init(nullptr, 1));
     std::filesystem::remove_all(directory);
+}
+
+TEST(ParScanner, Views) {
+    CTextView view;
+    CViewParScanner empty;
+    EXPECT_TRUE(empty.Init(&view, 1));
+    EXPECT_FALSE(empty.FirstSection());
+    view.InsertText("[s]\nk=1\n");
+    CViewParScanner scanner;
+    EXPECT_TRUE(scanner.Init(&view, 1));
+    EXPECT_EQ(Walk(scanner, false), "[s]1\nk@2=1|1\n");
+    CViewParScanner none;
+    EXPECT_FALSE(none.Init(nullptr, 1));
 }
 
 /// Texts that would take hours if any work grew faster than they do.
