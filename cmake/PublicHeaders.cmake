@@ -10,13 +10,10 @@ set(KQ_PUBLIC_HEADERS
     platform/base/code_page.h
     platform/base/dynamic_string.h
     platform/base/export.h
-    scanner/par_scanner.h)
-
-foreach(header IN LISTS KQ_PUBLIC_HEADERS)
-  if(NOT EXISTS ${CMAKE_SOURCE_DIR}/${header})
-    list(REMOVE_ITEM KQ_PUBLIC_HEADERS ${header})
-  endif()
-endforeach()
+    scanner/par_scanner.h
+    scanner/par_section.h
+    scanner/tape_reader.h
+    scanner/unread_text.h)
 
 function(kq_check_public_headers)
   set(staged ${CMAKE_BINARY_DIR}/public_headers)
