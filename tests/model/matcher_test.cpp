@@ -213,19 +213,17 @@ TEST(Matcher, NumbersBeyondTheirBounds) {
 }
 
 TEST(Matcher, KnownCuts) {
-    const std::vector<std::array<std::string, 3>> cases = {
-        {"'ch' + number", "ch12", "0: 3=ch 5=12"},
-        {"'ch' + number", "ch", "0: 3=ch"},
-        {"'a' + string + 'b'", "axxb", "0: 3=a 6=xx 3=b"},
-        {"'a' + string + 'b'", "ab", "0: 3=a 6= 3=b"},
-        {"number + 'x'", "12x", "0: 5=12 3=x"},
-        {"string + number", "ab12", "0: 6=ab 5=12"},
-        {"number + number", "123", "0: 5=1 5=23"},
-        {"string + string", "abc", "0: 6=a 6=bc"},
-        {"string + '.' + string", "a.b.c", "0: 6=a 3=. 6=b.c"},
-        {"number + string", "", "no match"},
-        {"''", "", "0: 3="},
-    };
+    const std::vector<std::array<std::string, 3>> cases = {{"'ch' + number", "ch12", "0: 3=ch 5=12"},
+                                                           {"'ch' + number", "ch", "0: 3=ch"},
+                                                           {"'a' + string + 'b'", "axxb", "0: 3=a 6=xx 3=b"},
+                                                           {"'a' + string + 'b'", "ab", "0: 3=a 6= 3=b"},
+                                                           {"number + 'x'", "12x", "0: 5=12 3=x"},
+                                                           {"string + number", "ab12", "0: 6=ab 5=12"},
+                                                           {"number + number", "123", "0: 5=1 5=23"},
+                                                           {"string + string", "abc", "0: 6=a 6=bc"},
+                                                           {"string + '.' + string", "a.b.c", "0: 6=a 3=. 6=b.c"},
+                                                           {"number + string", "", "no match"},
+                                                           {"''", "", "0: 3="}};
     CMatcher matcher;
     for (const auto &[pattern, text, due] : cases) {
         CPatterns patterns;

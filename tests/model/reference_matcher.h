@@ -14,12 +14,12 @@ class CReferenceMatcher {
 public:
     explicit CReferenceMatcher(std::string_view text) : text_(text) {}
 
-    void AddPattern(const kq_pdt::CItemSeq &items) { patterns_.push_back(&items.Items()); }
+    void AddPattern(const kq_pdt::CItemSeq &items) { patterns_.push_back(&items); }
     bool Run() {
         for (std::size_t pattern = 0; pattern < patterns_.size(); ++pattern) {
             auto state = std::make_unique<TState>();
             state->pattern = pattern;
-            if (!patterns_[pattern]->empty() && Start(*state, nullptr, 0, 0)) {
+            if (!patterns_[pattern]->IsEmpty() && Start(*state, nullptr, 0, 0)) {
                 queue_.push_back(std::move(state));
             }
         }
@@ -54,7 +54,7 @@ private:
     };
 
     bool Start(TState &state, const kq_pdt::CItemSeq *so_far, std::uint32_t position, std::size_t item) {
-        const auto &items = *patterns_[state.pattern];
+        const auto &items = patterns_[state.pattern]->Items();
         state.results = std::make_unique<kq_pdt::CItemSeq>();
         if (so_far != nullptr) {
             so_far->CloneInto(*state.results);
@@ -82,13 +82,13 @@ private:
     std::unique_ptr<TState> Fork(TState &state, std::uint32_t position) {
         auto fork = std::make_unique<TState>();
         fork->pattern = state.pattern;
-        const bool starts = state.item + 1 < patterns_[state.pattern]->size() &&
+        const bool starts = state.item + 1 < patterns_[state.pattern]->Items().size() &&
                             Start(*fork, state.results.get(), position, state.item + 1);
         return starts ? std::move(fork) : nullptr;
     }
 
     bool Step(TState &state, std::unique_ptr<TState> &fork, bool &failed) {
-        const auto &items = *patterns_[state.pattern];
+        const auto &items = patterns_[state.pattern]->Items();
         if (state.position == text_.size()) {
             bool rest_may_be_empty = true;
             for (std::size_t item = state.item + 1; item < items.size(); ++item) {
@@ -113,7 +113,7 @@ private:
     }
 
     std::string_view text_;
-    std::vector<const std::vector<std::unique_ptr<kq_pdt::CItem>> *> patterns_;
+    std::vector<const kq_pdt::CItemSeq *> patterns_;
     std::list<std::unique_ptr<TState>> queue_;
     std::size_t winner_ = 0;
     std::unique_ptr<kq_pdt::CItemSeq> results_;

@@ -90,8 +90,7 @@ TEST(Expression, TreesFollowTheBuildingSteps) {
         {"%w%", undeclared + " @2"},
         {"%name%", "Očekáváno jedno z  identifikátor @5"},
         {"%5%", "Očekáváno jedno z  identifikátor @2"},
-        {"%v + 1", "Očekáván  % @4"},
-    };
+        {"%v + 1", "Očekáván  % @4"}};
     for (const auto &[expression, due] : cases) {
         EXPECT_EQ(Tree(expression), due) << expression;
     }
@@ -261,8 +260,7 @@ TEST(Expression, Values) {
         {"new_channel(0)", "none"},
         {"new_channel('1')", "none"},
         {"new_channel(3) + new_channel(2) * 0", Value("new_channel(3)")},
-        {"1 2", "error Očekáván  "},
-    };
+        {"1 2", "error Očekáván  "}};
     for (const auto &[expression, due] : cases) {
         EXPECT_EQ(Value(expression, variables), due) << expression;
     }
