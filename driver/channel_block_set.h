@@ -4,7 +4,6 @@
 
 #include "driver/kq_def.h"
 #include "driver/range_tree.h"
-#include "platform/base/export.h"
 
 namespace kq_drv {
 
@@ -20,7 +19,7 @@ struct CChannelBlock {
 };
 
 /// Channel blocks in ascending order. Blocks may overlap; of several that hold a channel the lowest counts.
-class KQ_API CChannelBlockSet {
+class CChannelBlockSet {
 public:
     bool IsEmpty() const { return blocks_.IsEmpty(); }
     void Clear() { blocks_.Clear(); }

@@ -17,9 +17,6 @@ struct CChannelRange {
     bool typeFree = false;       ///< its definition leaves the type open: the user may choose it
     bool directionFree = false;  ///< the same for the direction
     kq_base::TText name;         ///< what the definition calls it
-
-    /// True unless both type and direction are known, as the driver map needs it.
-    bool IsUndefined() const { return !IsChannelType(type) || !IsDirection(direction); }
 };
 
 }  // namespace kq_pdt

@@ -10,7 +10,6 @@
 #include "driver/channel_range_owner.h"
 #include "driver/range_tree.h"
 #include "platform/base/bounded_text.h"
-#include "platform/base/export.h"
 #include "platform/base/par_value.h"
 
 class CTextOut;
@@ -25,7 +24,7 @@ namespace kq_pdt {
 /// Types and directions are keyword codes, kUndefinedCode where open. Ranges are disjoint, but for two cases: ranges of
 /// equal type and direction that overlap in a driver map stay so, and a new definition may cover whole ranges. Of
 /// several ranges that hold a number, or start at one, the lowest in the list counts.
-class KQ_API CChannelRangeTable {
+class CChannelRangeTable {
 public:
     /// Sets who gets reports and news, not owned; without an owner they are dropped.
     void SetOwner(CChannelRangeOwner *owner) { owner_ = owner; }

@@ -4,14 +4,13 @@
 #include <cstdint>
 
 #include "driver/range_nodes.h"
-#include "platform/base/export.h"
 
 namespace kq_drv {
 
 /// Ranges in ascending order of their first numbers. Equal first numbers stand in the order of their insertion, and
 /// ranges may overlap. Searching, inserting, erasing and the way from a row to its range and back cost a logarithm of
 /// the number of ranges; a step to a neighbour costs nothing worth mentioning.
-class KQ_API CRangeTree {
+class CRangeTree {
 public:
     /// A place in the order: at a range, or at the end. It holds until the tree changes in any other way than through
     /// SetLast and SetRest.

@@ -2,13 +2,11 @@
 
 #include <string_view>
 
-#include "platform/base/export.h"
-
 class CTextView;
 
 /// The pen that writes generated text, parameter files and driver maps alike, into a text view. Without a view it does
 /// nothing. Lines end with CR LF.
-class KQ_API CTextOut {
+class CTextOut {
 public:
     CTextOut() = default;
     explicit CTextOut(CTextView *view) : view_(view) {}

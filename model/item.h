@@ -77,8 +77,8 @@ public:
     /// Opens the editor of the cell at index, counted as in GetCell. The editor's control stays absent if the cell
     /// can't be edited now.
     virtual void OpenEditor(std::uint32_t &index, std::unique_ptr<TCellEditor> &editor);
-    /// Takes the value from the editor, if accept and if channels and variable let it, and ends the editor. To be called
-    /// inside the scopes of the item's nodes, which keep the item standing whatever follows from its new value.
+    /// Takes the value from the editor, if accept and if channels and variable let it, and ends the editor. To be
+    /// called inside the scopes of the item's nodes, which keep the item standing whatever follows from its new value.
     virtual void CloseEditor(std::unique_ptr<TCellEditor> &editor, bool accept);
     /// Carries an edit over to the table of channels; false if the new value may not stand.
     virtual bool CheckChannelEdit(TCellEditor &editor, bool accept);

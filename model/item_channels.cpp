@@ -167,7 +167,7 @@ void CItem::ParameterChanged(const CVariable *variable, const TParValue &value, 
 bool CItem::EditChannelNumber(const TChannelEdit &edit, bool &decided) {
     const TParValue old_value = TParValue::Number(edit.old_number);
     const std::uint32_t number = edit.new_value.number;
-    decided = edit.HadNumber();
+    decided = edit.HadNumber() || edit.new_value.IsNumber();
     if (HasRole(roleChNumber) || (!HasRole(roleChCount) && HasRole(roleChFrom))) {
         const bool by_count = HasRole(roleChNumber);
         if (edit.HadNumber() && edit.TakenAway()) {

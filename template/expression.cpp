@@ -95,8 +95,7 @@ void Invert(TParValue &value) {
 
 }  // namespace
 
-CExpression::CExpression(CExpressionContext &context, TNodes nodes)
-    : context_(&context), nodes_(std::move(nodes)) {}
+CExpression::CExpression(CExpressionContext &context, TNodes nodes) : context_(&context), nodes_(std::move(nodes)) {}
 
 void CExpression::Evaluate(TParValue &result) const {
     result = TParValue();

@@ -5,7 +5,6 @@
 #include <string_view>
 
 #include "platform/base/bounded_text.h"
-#include "platform/base/export.h"
 #include "scanner/tape_reader.h"
 #include "template/keywords.h"
 
@@ -15,7 +14,7 @@ namespace kq_pdt {
 ///
 /// A reader starts without a look-ahead: set the text (InitDString) and call NextToken once. What can't be read as a
 /// token, an open string for instance, counts as the end of the input.
-class KQ_API CKeywordReader : public par_scanner::CStringTapeReader {
+class CKeywordReader : public par_scanner::CStringTapeReader {
 public:
     /// Fetches the next look-ahead token; after a failure the look-ahead stays, which ends every loop over tokens.
     void NextToken();

@@ -3,8 +3,6 @@
 #include <cstdint>
 #include <string_view>
 
-#include "platform/base/export.h"
-
 namespace kq_pdt {
 
 /// The words of the template language. Their numbers are part of the model: channel types and directions are stored as
@@ -89,10 +87,10 @@ inline constexpr std::uint32_t kKeywordCount = 70;
 inline constexpr std::uint32_t kUndefinedCode = 0xFFFFFFFF;
 
 /// The code of a word, or 0 if it is no keyword.
-KQ_API std::uint32_t FindKeyword(std::string_view word);
+std::uint32_t FindKeyword(std::string_view word);
 
 /// The word of a code; empty for a number that is no keyword's.
-KQ_API std::string_view KeywordText(std::uint32_t code);
+std::string_view KeywordText(std::uint32_t code);
 
 /// True for the ten types that a channel can have: boolean to real, and string.
 constexpr bool IsChannelType(std::uint32_t code) { return code == kwString || (code >= kwBoolean && code <= kwReal); }

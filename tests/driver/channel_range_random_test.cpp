@@ -91,7 +91,7 @@ void CompareLookups(const CChannelRangeTable &table, const CReferenceTable &refe
 }
 
 TEST(ChannelRangeTableAgainstReference, RandomPrograms) {
-    for (std::uint32_t seed = 0; seed < 3000; ++seed) {
+    for (std::uint32_t seed = 0; seed < 1500; ++seed) {
         CGenerator generator(seed);
         CRecordingOwner our_owner;
         CRecordingOwner their_owner;

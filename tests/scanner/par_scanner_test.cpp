@@ -126,7 +126,8 @@ TEST(ParScanner, BoundsOfTexts) {
             EXPECT_EQ(value, more == "'" ? (x + " ''").substr(0, length > 252 ? 254 : length + 3) : expected);
         }
     }
-    CheckWalks({{std::string_view("[s\0t]\nk\0l=a\0b,c\0\n\0m=1\n", 25), "[s]1\nk@2=a|a,c\n"}});
+    using namespace std::string_view_literals;
+    CheckWalks({{"[s\0t]\nk\0l=a\0b,c\0\n\0m=1\n"sv, "[s]1\nk@2=a|a,c\n"}});
 }
 
 TEST(ParScanner, BuffersTakeWhatTheyHold) {

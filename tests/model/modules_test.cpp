@@ -1,0 +1,206 @@
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+#include "tests/support/model_session.h"
+#include "tests/support/temporary_directory.h"
+
+namespace {
+
+/// A directory of modules, copies of one small shared object, under a host that lists it.
+class Modules : public testing::Test {
+protected:
+    Modules() : host_(".") { kq_pdt::SetHostCallback(&host_); }
+
+    static void AddModule(const std::string &path) {
+        std::filesystem::copy_file(std::string(KQ_MODULE_DIR) + "/kq_module_gnu.dll", path);
+    }
+    static void AddModule(const std::string &path, const std::string &pdt, const std::string &text) {
+        AddModule(path);
+        WriteBytes(pdt, Bytes(text));
+    }
+    /// The names that the editor of the only key's cell offers.
+    std::string Listed(const std::string &attributes) {
+        const bool ok = session_.Translate("def_section name = 'S'; required; def_key name = 'm'; par = dll { " +
+                                               attributes + " }; end_key end_section",
+                                           "");
+        EXPECT_TRUE(ok) << session_.TemplateResult().message.View() << session_.MessageLines();
+        std::string names;
+        session_.Edit(session_.SheetData(), session_.Key(0, 0), 1, [&](kq_pdt::TCellEditor &editor) {
+            for (std::size_t place = 1; place <= editor.ComboBox().EntryCount(); ++place) {
+                names += (place == 1 ? "" : "|") + std::string(editor.ComboBox().Entry(place));
+            }
+            return false;
+        });
+        return names;
+    }
+    void Choose(std::size_t section, std::size_t key, std::uint32_t cell, std::size_t place) {
+        session_.Edit(session_.SheetData(), session_.Key(section, key), cell,
+                      [&](kq_pdt::TCellEditor &editor) { return editor.ComboBox().UserSelect(place); });
+    }
+
+    CTemporaryDirectory directory_;
+    CDirectoryHost host_;
+    CModelSession session_;
+};
+
+constexpr const char *kTemplate =
+    "def_section name = 'S'; required; def_key name = 'm'; par = dll { procedure = 'Version' }; end_key end_section";
+
+std::string SectionOf(const std::string &name) {
+    return "def_section name = '" + name +
+           "'; required; def_key name = 'k'; channels; par = number { ch_number;"
+           " ch_count = 2; ch_type = real; ch_direction = input }; end_key end_section";
+}
+
+TEST_F(Modules, ListHoldsWhatHasAllProcedures) {
+    AddModule("b.dll");
+    AddModule("A.DLL");
+    AddModule("further.so");
+    WriteBytes("text.dll", "no module");
+    WriteBytes("b.txt", "");
+    host_.further = {"./further.so", "./text.dll", "./gone.dll"};
+    for (const char *path : {"b.pdt", "A.pdt"}) {
+        WriteBytes(path, "");
+    }
+    EXPECT_EQ(Listed(""), "A.DLL|b.dll|further.so");
+    EXPECT_EQ(Listed("procedure = 'Version'; procedure = 'Initialised'"), "A.DLL|b.dll|further.so");
+    EXPECT_EQ(Listed("procedure = 'Version'; procedure = 'Check'"), "");
+    EXPECT_EQ(Listed("procedure = 'HiddenFunction'"), "") << "what isn't exported doesn't count";
+    EXPECT_EQ(Listed("procedure = 'OnlyInNeeded'"), "") << "nor what a library it needs exports";
+    EXPECT_EQ(session_.boxes, std::vector<std::string>{});
+    kq_pdt::SetHostCallback(nullptr);
+    EXPECT_EQ(Listed(""), "");
+    EXPECT_EQ(session_.Written(), "[S]\n\n");
+}
+
+TEST_F(Modules, FileMayNameTheModuleInAnyCaseAndWithoutItsExtension) {
+    AddModule("Alpha.dll", "Alpha.pdt", SectionOf("FromAlpha"));
+    AddModule("Beta.dll", "Beta.pdt", SectionOf("FromBeta"));
+    struct {
+        const char *value;
+        const char *written;
+        const char *section;
+    } const kCases[] = {
+        {"Beta.dll", "Beta.dll", "FromBeta"}, {"beta", "Beta.dll", "FromBeta"},
+        {"BETA.DLL", "Beta.dll", "FromBeta"}, {"alpha", "Alpha.dll", "FromAlpha"},
+        {"gamma", "Alpha.dll", "FromAlpha"},  {"Beta.dl", "Alpha.dll", "FromAlpha"},
+    };
+    for (const auto &[value, written, section] : kCases) {
+        const bool known = session_.Translate(kTemplate, std::string("[S]\nm = ") + value + "\n");
+        EXPECT_EQ(known, std::string(value) != "gamma" && std::string(value) != "Beta.dl") << value;
+        EXPECT_EQ(session_.Written(), "[S]\n  m  = " + std::string(written) + "\n\n[" + section + "]\n  k  = 1\n\n")
+            << value;
+    }
+    EXPECT_EQ(host_.asked.back(), "Alpha.pdt");
+}
+
+TEST_F(Modules, SectionsOfTheModuleAreReadWhereverTheyStand) {
+    AddModule("A.dll", "A.pdt",
+              SectionOf("Of") + " def_section name = 'Free'; def_key name = 'x'; par = string; end_key end_section");
+    ASSERT_TRUE(session_.Translate(kTemplate, "[Free]\nx = 1\n[Of]\nk = 7\n[S]\nm = A\n[Of]\nk = 9\n[Free]\nx = 2\n"))
+        << session_.MessageLines();
+    EXPECT_EQ(session_.MessageLines(), "");
+    // The section behind its source is placed by the first pass; the one ahead of it is read into the same instance.
+    EXPECT_EQ(session_.Written(), "[S]\n  m  = A.dll\n\n[Of]\n  k  = 7\n\n[Free]\n  x  = 1\n\n");
+    EXPECT_TRUE(session_.SheetData().Instances()[1]->Has(kq_pdt::nfModule));
+}
+
+TEST_F(Modules, AnotherChoiceReplacesSectionsAndChannels) {
+    AddModule("A.dll", "A.pdt", SectionOf("OfA") + " " + SectionOf("OfA2"));
+    AddModule("B.dll", "B.pdt", SectionOf("OfB"));
+    AddModule("C.dll", "C.pdt", "def_section nonsense");
+    ASSERT_TRUE(session_.Translate(kTemplate, "")) << session_.MessageLines();
+    const std::string a = "[S]\n  m  = A.dll\n\n[OfA]\n  k  = 1\n\n[OfA2]\n  k  = 3\n\n";
+    EXPECT_EQ(session_.Written(), a);
+    EXPECT_EQ(session_.Channels(), "*1-2 real input; *3-4 real input");
+    Choose(0, 0, 1, 2);
+    EXPECT_EQ(session_.Written(), "[S]\n  m  = B.dll\n\n[OfB]\n  k  = 1\n\n");
+    EXPECT_EQ(session_.Channels(), "*1-2 real input");
+    EXPECT_EQ(session_.boxes, std::vector<std::string>{});
+    Choose(0, 0, 1, 3);
+    EXPECT_EQ(session_.Written(), "[S]\n  m  = C.dll\n\n");
+    EXPECT_EQ(session_.Channels(), "");
+    ASSERT_EQ(session_.boxes.size(), 1U);
+    EXPECT_EQ(session_.boxes[0],
+              "PDT: Chyba při čtení definice PARu:./C.pdt|Očekáváno jedno z  name def_key required multiple depend_on "
+              "channels"
+              " end_section řádek:1 pozice:21|");
+    Choose(0, 0, 1, 1);
+    EXPECT_EQ(session_.Written(), a);
+}
+
+TEST_F(Modules, MissingTemplateIsTold) {
+    AddModule("A.dll");
+    ASSERT_TRUE(session_.Translate(kTemplate, "[S]\nm = A.dll\n"));
+    EXPECT_EQ(session_.boxes,
+              std::vector<std::string>{
+                  "PDT: Chyba při čtení definice PARu:./A.pdt|Nelze otevřít PDT soubor. řádek:0 pozice:0|"});
+}
+
+TEST_F(Modules, ConditionLoadsAndReleases) {
+    AddModule("A.dll", "A.pdt", SectionOf("OfA"));
+    AddModule("B.dll", "B.pdt", SectionOf("OfB"));
+    const std::string pdt =
+        "def_section name = 'S'; required; var %v%; def_key name = 'k';"
+        " par = options { option = 'a'; option = 'b'; id = %v% };"
+        " par = dll { enable_if %v% = 'a' }; par = dll { enable_if %v% = 'b' }; end_key end_section";
+    ASSERT_TRUE(session_.Translate(pdt, "[S]\nk = a, A\n")) << session_.MessageLines();
+    EXPECT_EQ(session_.Channels(), "*1-2 real input");
+    EXPECT_EQ(session_.SheetData().Instances().size(), 2U);
+    Choose(0, 0, 1, 2);
+    EXPECT_EQ(session_.SheetData().Instances().size(), 2U);
+    EXPECT_EQ(session_.Section(1).Definition(), session_.SheetData().Definitions().back().get());
+    EXPECT_EQ(session_.Channels(), "*1-2 real input") << "the one section went before the other came";
+    Choose(0, 0, 1, 1);
+    EXPECT_EQ(session_.SheetData().Instances().size(), 2U);
+}
+
+/// A value of a module's section that switches its own module off: while it is published, read or edited.
+TEST_F(Modules, SectionMayTakeItselfAway) {
+    const std::string pdt =
+        "def_section name = 'S'; required; def_key name = 'a'; par = dll { enable_if not %off% = 1 };"
+        " end_key end_section";
+    const std::string root =
+        "def_section name = 'R'; def_key name = 'x'; par = number { id = %off% }; end_key end_section ";
+    AddModule(
+        "A.dll", "A.pdt",
+        "def_section name = 'Of'; required; def_key name = 'k'; par = number { id = %off%; default = 1 }; par = dll;"
+        " end_key end_section def_section name = 'Later'; required; end_section");
+    for (const char *par : {"", "[S]\na = A\n"}) {
+        ASSERT_TRUE(session_.Translate(root + pdt, par)) << session_.TemplateResult().message.View();
+        EXPECT_EQ(session_.Written().substr(0, 3), "[S]");
+    }
+    ASSERT_TRUE(session_.Translate(root + pdt, "[S]\na = A\n[Of]\nk = 2\n")) << session_.MessageLines();
+    for (const char *number : {"3", "1", "0"}) {
+        const auto &instances = session_.SheetData().Instances();
+        for (std::size_t place = 0; place < instances.size(); ++place) {
+            if (!instances[place]->Keys().empty() && session_.Cell(session_.Key(place, 0), 1) != "A.dll") {
+                session_.Edit(session_.SheetData(), session_.Key(place, 0), 1,
+                              [&](kq_pdt::TCellEditor &editor) { return editor.CountBox().UserType(number); });
+                break;
+            }
+        }
+        session_.Written();
+    }
+}
+
+TEST_F(Modules, TemplatesThatLoadEachOtherEndWithOneBox) {
+    for (const char *items : {"par = dll;", "par = dll; par = dll; par = dll; par = dll;"}) {
+        const std::string text =
+            "def_section name = 'S'; required; def_key name = 'm'; " + std::string(items) + " end_key end_section";
+        std::filesystem::remove("A.dll");
+        AddModule("A.dll", "A.pdt", text);
+        session_.boxes.clear();
+        session_.Translate(text, "[S]\nm = A\n");
+        ASSERT_FALSE(session_.boxes.empty());
+        EXPECT_EQ(session_.boxes[0],
+                  "PDT: Chyba při čtení definice PARu:./A.pdt|Šablony modulů se načítají navzájem. řádek:0 pozice:0|");
+        EXPECT_LE(session_.boxes.size(), 4U);
+        EXPECT_LE(session_.SheetData().Instances().size(), 401U);
+        session_.SheetData().ClearInstances();
+        EXPECT_EQ(session_.SheetData().Definitions().size(), 1U) << "the modules' sections go with the instances";
+    }
+}
+
+}  // namespace
