@@ -24,8 +24,9 @@ KQ_EXPORT int CallNeeded() { return OnlyInNeeded() + HiddenFunction() + (WeakImp
 // Enough names for chains in every bucket.
 #define KQ_NAME(number) \
     KQ_EXPORT int Name##number() { return number; }
-KQ_NAME(0)
-KQ_NAME(1)
-KQ_NAME(2)
-KQ_NAME(3) KQ_NAME(4) KQ_NAME(5) KQ_NAME(6) KQ_NAME(7) KQ_NAME(8) KQ_NAME(9) KQ_NAME(10) KQ_NAME(11) KQ_NAME(12)
-    KQ_NAME(13) KQ_NAME(14) KQ_NAME(15) KQ_NAME(16) KQ_NAME(17) KQ_NAME(18) KQ_NAME(19)
+// clang-format off
+KQ_NAME(0) KQ_NAME(1) KQ_NAME(2) KQ_NAME(3) KQ_NAME(4)
+KQ_NAME(5) KQ_NAME(6) KQ_NAME(7) KQ_NAME(8) KQ_NAME(9)
+KQ_NAME(10) KQ_NAME(11) KQ_NAME(12) KQ_NAME(13) KQ_NAME(14)
+KQ_NAME(15) KQ_NAME(16) KQ_NAME(17) KQ_NAME(18) KQ_NAME(19)
+// clang-format on
