@@ -5,6 +5,9 @@ set(KQ_PUBLIC_HEADERS
     configurator/kq_cfg.h
     driver/channel_map.h
     driver/kq_def.h
+    driver/kq_driver.h
+    driver/kq_driver_types.h
+    driver/kq_driver_w.h
     driver/kq_drv.h
     platform/base/bounded_text.h
     platform/base/code_page.h
