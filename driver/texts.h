@@ -30,7 +30,7 @@ inline constexpr std::string_view kOtherDirection = " chybný směr"_cp;
 inline constexpr std::string_view kUseRepair = " použijte volbu \"opravit DMF podle konfigurace\" z menu Nástroje."_cp;
 inline constexpr std::string_view kMapDiffers = "Definice kanálů v PAR souboru nesouhlasí s definicí v DMF:"_cp;
 inline constexpr std::string_view kMapOverlaps = "Kanály definované v DMF se překrývají: "_cp;
-inline constexpr std::string_view kMapRepeats = "Kanály v mapovacím souboru ovladače definovány duplicitně:"_cp;
+inline constexpr std::string_view kMapRepeats = "Kanály v mapovacím souboru ovladače definovany duplicitně:"_cp;
 inline constexpr std::string_view kUndefined = "<nedefinován>"_cp;
 
 }  // namespace kq_drv::texts

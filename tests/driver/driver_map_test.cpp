@@ -88,7 +88,7 @@ TEST(TableReader, WhatItTakesAndWhatIsKeptAside) {
 TEST(TableReader, Overlaps) {
     const std::string cut = "Definice kanálů v PAR souboru nesouhlasí s definicí v DMF:\n";
     const std::string error = "E:Kanály definované v DMF se překrývají: |";
-    const std::string warning = "W:Kanály v mapovacím souboru ovladače definovány duplicitně:|";
+    const std::string warning = "W:Kanály v mapovacím souboru ovladače definovany duplicitně:|";
     struct {
         const char *entries;
         const char *table;
