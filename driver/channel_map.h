@@ -11,9 +11,10 @@
 namespace kq_drv {
 
 class CChannelBlockSet;
+class CDriver;
 
 /// Which channels a driver has: blocks of channel numbers with a type, a tag of TValue, and a direction each. Filled
-/// from the text of a driver map (DMF), then asked.
+/// from the text of a driver map (DMF) or from the driver itself, then asked.
 ///
 /// A text holds, behind the word `begin` and up to `end`, entries such as `1 - 8 boolean input` or `9 real output`, in
 /// any order. Words are taken in any case. The end of the text is no error, wherever it comes.
@@ -32,6 +33,10 @@ public:
     bool LoadFromDString(std::uint32_t error_high, char *error, const TDStringA *text);
     /// The same for a file. The path is given by its length, 0 meaning up to the terminator, and its address.
     bool LoadFromFile(std::uint32_t error_high, char *error, std::uint32_t path_high, const char *path);
+
+    /// Adds the blocks that a driver lists. False for a block whose first number is taken, and, without a text, for a
+    /// driver that can't list its channels.
+    bool LoadFromDriver(std::uint32_t error_high, char *error, CDriver *driver);
 
     /// May these channels be used with this type and direction? False names the first thing that is wrong with the
     /// first channel that is wrong. Buffers may be used anywhere; an empty map refuses all else.

@@ -32,11 +32,26 @@ typedef uint_least16_t KQChar16;
 /* The answer of an entry or callback: 8 bits that are true if any is set. */
 typedef uint8_t KQTruth;
 
-/* A tagged value; the tags stand in kq_def.h. The payload starts at byte 4 of the record. Pointers in it aren't aligned
-   and go in and out by memcpy:
-     tag 11  byte 4: pointer to a zero-terminated text
-     tag 12  byte 7: pointer to the memory of a buffer
-     tag 15  byte 4: count of characters, 32 bits; byte 8: pointer to the characters */
+/* What a value holds. Scalars are the host's and the driver's to lay out; kq_def.h and value_scalars.h have the ways of
+   this library's hosts for C++. */
+enum KQTag {
+    KQ_TAG_BOOLEAN = 2,
+    KQ_TAG_SHORTCARD = 3,
+    KQ_TAG_CARDINAL = 4,
+    KQ_TAG_LONGCARD = 5,
+    KQ_TAG_SHORTINT = 6,
+    KQ_TAG_INTEGER = 7,
+    KQ_TAG_LONGINT = 8,
+    KQ_TAG_SHORTREAL = 9,
+    KQ_TAG_REAL = 10,
+    KQ_TAG_SHORT_TEXT = 11,  /* byte 4: pointer to a zero-terminated text; generations 1 and 2 */
+    KQ_TAG_BUFFER = 12,      /* byte 7: pointer to the memory of a buffer */
+    KQ_TAG_DSTRING = 14,     /* a channel of strings; values of this tag stay on the host's side */
+    KQ_TAG_COUNTED_TEXT = 15 /* byte 4: count of characters, 32 bits; byte 8: pointer to them; generation 3 */
+};
+
+/* A tagged value. The bytes are counted from the start of the record, so the payload begins at byte 4. Pointers in it
+   aren't aligned and go in and out by memcpy. */
 typedef struct KQValue {
     uint32_t tag;
     uint8_t payload[4 + sizeof(void *)];
