@@ -4,15 +4,23 @@
 set(KQ_PUBLIC_HEADERS
     configurator/kq_cfg.h
     driver/channel_map.h
+    driver/component_helper.h
+    driver/driver_proxy.h
     driver/kq_def.h
     driver/kq_driver.h
     driver/kq_driver_types.h
     driver/kq_driver_w.h
     driver/kq_drv.h
+    driver/value_scalars.h
+    driver/value_string.h
     platform/base/bounded_text.h
     platform/base/code_page.h
     platform/base/dynamic_string.h
     platform/base/export.h
+    platform/base/file_system_name.h
+    platform/base/paths.h
+    platform/os/events.h
+    platform/os/modules.h
     scanner/par_scanner.h
     scanner/par_section.h
     scanner/tape_reader.h

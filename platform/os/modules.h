@@ -3,6 +3,8 @@
 #include <cstdint>
 #include <string_view>
 
+#include "platform/base/export.h"
+
 /// Dynamic modules under the names that the runtime's other systems give the operations. Paths are library paths
 /// (platform/base/paths.h); a module's file may have any extension, ".dll" as a rule.
 namespace kq_os {
@@ -17,22 +19,22 @@ inline constexpr std::uint32_t kDontResolveReferences = 1;
 /// Loads a module and runs its initialisers, or counts one more user of a loaded one. A bare name that is no file in
 /// the current directory is searched for by the system. Null if that fails; a file that isn't a whole module isn't even
 /// handed to the system.
-HMODULE LoadLibraryA(std::string_view path);
+KQ_API HMODULE LoadLibraryA(std::string_view path);
 
 /// With the flag kDontResolveReferences: a handle on which only GetProcAddress and FreeLibrary work; nothing of the
 /// module is run, and its processor and the modules that it needs don't matter. Without flags the same as LoadLibraryA.
-HMODULE LoadLibraryExA(std::string_view path, std::uint32_t flags);
+KQ_API HMODULE LoadLibraryExA(std::string_view path, std::uint32_t flags);
 
 /// The address of a name that the module itself exports, null without one: the modules that it needs aren't searched.
 /// On a handle that only looks, the result says no more than that the name is there: it points to nothing, and must be
 /// neither called nor read.
-void *GetProcAddress(HMODULE module, const char *name);
+KQ_API void *GetProcAddress(HMODULE module, const char *name);
 
 /// Gives a handle back. False for null and if the system refuses.
-bool FreeLibrary(HMODULE module);
+KQ_API bool FreeLibrary(HMODULE module);
 
 /// The handle of a loaded module, without counting a user: by its path, or by its bare file name in any case. The name
 /// "x.dll" also finds a library named "libx.so" with any version behind it. An empty name is the program itself.
-HMODULE GetModuleHandleA(std::string_view name);
+KQ_API HMODULE GetModuleHandleA(std::string_view name);
 
 }  // namespace kq_os
