@@ -146,7 +146,7 @@ private:
 }  // namespace
 
 void LoadKeys(TScannedText &text, CTapeReader &tape, CSection &section) {
-    const std::size_t asked = static_cast<std::size_t>(&section - text.sections.data());
+    const auto asked = static_cast<std::size_t>(&section - text.sections.data());
     std::size_t first = asked;
     while (text.sections[first].joined && text.sections[first].list == nullptr) {
         --first;

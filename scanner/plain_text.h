@@ -94,7 +94,7 @@ private:
 
     [[gnu::noinline]] TPlainValue CutOutside(const char *text, std::uint32_t offset) {
         const char *begin = text + offset;
-        const TMask blanks = WideMask<TMask>(begin, [](const CByteBlock &block) { return block.Equal(' '); });
+        const auto blanks = WideMask<TMask>(begin, [](const CByteBlock &block) { return block.Equal(' '); });
         window_ = offset;
         others_ = ~blanks;
         stops_ = blanks | WideMask<TMask>(begin, [](const CByteBlock &block) { return block.AnyOf(',', '\n', '\r'); });

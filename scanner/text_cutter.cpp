@@ -15,7 +15,7 @@ bool IsPartOfLineEnd(const TToken &token, std::uint32_t index, std::string_view 
 std::string_view BoundText(const char *first, const char *last) {
     constexpr std::ptrdiff_t kLongest = 255;
     if (last <= first) {
-        return {first, 0};
+        return {first, first};
     }
     if (last - first > kLongest) {
         last = first + kLongest - 1;

@@ -95,7 +95,8 @@ void CPooled::operator delete(void *object, std::size_t size) noexcept {
         ::operator delete(object);
         return;
     }
-    Leave(reinterpret_cast<TChunk *>(reinterpret_cast<std::uintptr_t>(object) & ~(kChunkSize - 1)));
+    const std::size_t place_in_chunk = reinterpret_cast<std::uintptr_t>(object) & (kChunkSize - 1);
+    Leave(reinterpret_cast<TChunk *>(static_cast<char *>(object) - place_in_chunk));
 }
 
 }  // namespace kq_base

@@ -41,7 +41,7 @@ private:
 };
 
 constexpr const char *kStyles[] = {"gnu", "sysv"};
-constexpr std::string_view kProbes[] = {"Version", "Name7", "OnlyInNeeded", "NoSuchName"};
+constexpr std::string_view kProbes[] = {"Version", "Name31", "OnlyInNeeded", "NoSuchName"};
 
 std::string Module(const char *style) { return ReadBytes(std::string(KQ_MODULE_DIR "/kq_module_") + style + ".dll"); }
 

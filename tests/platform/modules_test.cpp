@@ -19,10 +19,10 @@ struct TName {
 constexpr TName kNames[] = {
     {"Version", true},         {"Initialised", true},
     {"WeakFunction", true},    {"ProtectedFunction", true},
-    {"data_word", true},       {"Name0", true},
-    {"Name19", true},          {"CallNeeded", true},
+    {"data_word", true},       {"Name10", true},
+    {"Name53", true},          {"CallNeeded", true},
     {"HiddenFunction", false}, {"OnlyInNeeded", false},
-    {"WeakImport", false},     {"Name20", false},
+    {"WeakImport", false},     {"Name54", false},
     {"version", false},        {"Versio", false},
     {"Version2", false},       {"", false},
     {"puts", false},           {"_ZN12_GLOBAL__N_110InitialiseEv", false},

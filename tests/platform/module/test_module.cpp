@@ -22,11 +22,13 @@ int data_word = 4;
 KQ_EXPORT int CallNeeded() { return OnlyInNeeded() + HiddenFunction() + (WeakImport != nullptr ? WeakImport() : 0); }
 
 // Enough names for chains in every bucket.
-#define KQ_NAME(number) \
-    KQ_EXPORT int Name##number() { return number; }
-// clang-format off
-KQ_NAME(0) KQ_NAME(1) KQ_NAME(2) KQ_NAME(3) KQ_NAME(4)
-KQ_NAME(5) KQ_NAME(6) KQ_NAME(7) KQ_NAME(8) KQ_NAME(9)
-KQ_NAME(10) KQ_NAME(11) KQ_NAME(12) KQ_NAME(13) KQ_NAME(14)
-KQ_NAME(15) KQ_NAME(16) KQ_NAME(17) KQ_NAME(18) KQ_NAME(19)
-// clang-format on
+#define KQ_FOUR_NAMES(ten)                     \
+    KQ_EXPORT int Name##ten##0() { return 0; } \
+    KQ_EXPORT int Name##ten##1() { return 1; } \
+    KQ_EXPORT int Name##ten##2() { return 2; } \
+    KQ_EXPORT int Name##ten##3() { return 3; }
+KQ_FOUR_NAMES(1)
+KQ_FOUR_NAMES(2)
+KQ_FOUR_NAMES(3)
+KQ_FOUR_NAMES(4)
+KQ_FOUR_NAMES(5)
