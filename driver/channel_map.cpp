@@ -4,9 +4,11 @@
 
 #include "driver/channel_block_set.h"
 #include "driver/dmf_map_reader.h"
+#include "driver/driver_proxy.h"
 #include "driver/texts.h"
 #include "platform/base/bounded_text.h"
 #include "platform/base/files.h"
+#include "platform/base/number_text.h"
 
 namespace kq_drv {
 namespace {
@@ -36,12 +38,36 @@ bool CChannelMap::LoadFromFile(std::uint32_t error_high, char *error, std::uint3
     return Load(error_high, error, text);
 }
 
+bool CChannelMap::LoadFromDriver(std::uint32_t error_high, char *error, CDriver *driver) {
+    if (!driver->AbleToEnumerateChannels(0)) {
+        return false;
+    }
+    CChannelBlockSet &blocks = Blocks();
+    unsigned long cookie = 0;
+    CChannelBlock block;
+    std::uint8_t flag = 0;
+    while (driver->EnumerateChannels(cookie, block.type, block.direction, block.first, block.count, flag)) {
+        CChannelBlock taken;
+        if (blocks.Find(block.first, taken)) {
+            std::string reason(texts::kRedefined);
+            reason.append(" (").append(kq_base::DecimalText(taken.first)).append(")");
+            return Refuse(reason, error_high, error);
+        }
+        blocks.Insert(block);
+    }
+    return true;
+}
+
 bool CChannelMap::Load(std::uint32_t error_high, char *error, std::string_view text) {
+    std::string reason;
+    return CDmfMapReader(text, Blocks()).Read(reason) || Refuse(reason, error_high, error);
+}
+
+CChannelBlockSet &CChannelMap::Blocks() {
     if (blocks_ == nullptr) {
         blocks_ = std::make_shared<CChannelBlockSet>();
     }
-    std::string reason;
-    return CDmfMapReader(text, *blocks_).Read(reason) || Refuse(reason, error_high, error);
+    return *blocks_;
 }
 
 bool CChannelMap::Check(std::uint32_t error_high, char *error, std::uint32_t first, std::uint32_t count,

@@ -52,6 +52,7 @@ public:
 
 private:
     bool Load(std::uint32_t error_high, char *error, std::string_view text);
+    CChannelBlockSet &Blocks();
 
     std::shared_ptr<CChannelBlockSet> blocks_;  // none as long as nothing was loaded
 };

@@ -13,17 +13,17 @@ struct TDriverState;
 /// Codes of failures that the proxy itself finds. All others come from the driver, which knows their texts
 /// (QueryErrorCode).
 enum TDriverCode : std::uint32_t {
-    kNoBufferInfo = 0xE1201041,       ///< the module has no such entry, here and below
-    kNoSetBufferAddr = 0xE1201042,    //
-    kNoQueryProc = 0xE1201043,        //
-    kBufferInfoRefused = 0xE1201044,  ///< the driver refused
-    kNoGetInput = 0xE1201046,         //
-    kNoInputFinalized = 0xE1201047,   //
-    kNoOutputRequest = 0xE1201048,    //
-    kNoOutputFinalized = 0xE1201049,  //
-    kForeignText = 0xE120104B,        ///< the driver's text isn't in the room that it was given
+    kNoBufferInfo = 0xE1201041,       ///< the module has no BufferInfo
+    kNoSetBufferAddr = 0xE1201042,    ///< no SetBufferAddr
+    kNoQueryProc = 0xE1201043,        ///< no QueryProc of any generation
+    kBufferInfoRefused = 0xE1201044,  ///< BufferInfo: the driver refused
+    kNoGetInput = 0xE1201046,         ///< no GetInput of any generation, or no driver; likewise the next three
+    kNoInputFinalized = 0xE1201047,   ///< no InputFinalized
+    kNoOutputRequest = 0xE1201048,    ///< no OutputRequest of any generation
+    kNoOutputFinalized = 0xE1201049,  ///< no OutputFinalized
+    kForeignText = 0xE120104B,        ///< the driver's text isn't in the room that it was given, or longer than that
     kForeignBuffer = 0xE120104C,      ///< the driver changed where a buffer lies
-    kRoomNotGrown = 0xE120104D,       ///< the driver wants more room, but not a size above the present one and sane
+    kRoomNotGrown = 0xE120104D,       ///< the driver wants more room, but names no more than it had, or over 67,108,864
     kRoomTwice = 0xE120104E,          ///< the driver wants more room a second time
 };
 

@@ -2,10 +2,15 @@
 
 #include "platform/base/code_page.h"
 
-/// The texts for users that the channel code speaks.
+/// The texts for users that driver access speaks.
 namespace kq_drv::texts {
 
 using namespace kq_base::literals;
+
+// Looking at a driver module and making a driver.
+inline constexpr std::string_view kEntryMissing = " procedura nebyla nalezena v souboru "_cp;
+inline constexpr std::string_view kNotADriver = "DLL ovladače nevyváží požadované rozhraní: "_cp;
+inline constexpr std::string_view kNoDriverMade = " : Nelze vytvořit ovladač."_cp;
 
 // Reading and asking a channel map.
 inline constexpr std::string_view kBadMapNumber = "Nesprávné číslo v mapovacím souboru"_cp;

@@ -1,0 +1,165 @@
+// The proxy from its module to a driver that has read its parameters, and the driver's end.
+
+#include <string>
+#include <string_view>
+
+#include "driver/driver_proxy.h"
+#include "driver/driver_state.h"
+#include "driver/texts.h"
+#include "platform/base/wide_text.h"
+
+namespace kq_drv {
+namespace {
+
+using kq_base::CLocalText;
+
+/// Makes the driver; false if the module makes none.
+template <typename TCharacter>
+bool MakeDriver(TDriverState &state, const TTextEntries<TCharacter> &text, CDriver *context,
+                KQDriverCallbackEntry *callback) {
+    state.driver = state.entries.make_driver();
+    if (state.driver == nullptr) {
+        return false;
+    }
+    if (text.init3 != nullptr) {
+        CLocalText<TCharacter, 64> name(state.name.View());
+        text.init3(state.driver, state.instance, name.kHigh, name.Data(), context, callback);
+    }
+    const TDriverEntries &entries = state.entries;
+    state.input = entries.get_input3 != nullptr   ? EForm::kThird
+                  : entries.get_input2 != nullptr ? EForm::kSecond
+                                                  : EForm::kFirst;
+    state.output = entries.output_request3 != nullptr   ? EForm::kThird
+                   : entries.output_request2 != nullptr ? EForm::kSecond
+                                                        : EForm::kFirst;
+    state.query = entries.query_proc3 != nullptr  ? EForm::kThird
+                  : entries.query_proc != nullptr ? EForm::kFirst
+                                                  : EForm::kNone;
+    return true;
+}
+
+/// Where the caller of ReadParameters wants its results.
+struct TParameterResults {
+    std::uint32_t error_high;
+    char *error;
+    std::uint32_t &a;
+    std::uint32_t &b;
+    std::uint32_t text_high;
+    char *text;
+};
+
+template <typename TCharacter>
+bool ReadParameters(const TDriverState &state, const TTextEntries<TCharacter> &entries, std::string_view path,
+                    CDriver *context, const TParameterResults &results) {
+    CLocalText<TCharacter, 260> local_path(path);
+    if (entries.init3 == nullptr) {
+        // Generation 1 makes no difference between being set up and reading its parameters. It gets the callback for
+        // 8-bit texts in either width.
+        CLocalText<TCharacter, 256> name_then_error(state.name.View());
+        const bool done =
+            state.Forward(entries.init, local_path.kHigh, local_path.Data(), name_then_error.kHigh,
+                          name_then_error.Data(), 0, KQTruth{state.instance == 0}, context, KQDriverCallback) != 0;
+        if (!done) {
+            kq_base::CopyToBuffer(name_then_error.View(), results.error_high, results.error);
+        }
+        return done;
+    }
+    if (entries.read_parameters == nullptr) {
+        return true;
+    }
+    CLocalText<TCharacter, 256> error;
+    CLocalText<TCharacter, 256> text;
+    if (state.Forward(entries.read_parameters, local_path.kHigh, local_path.Data(), error.kHigh, error.Data(),
+                      &results.a, &results.b, text.kHigh, text.Data()) != 0) {
+        return true;
+    }
+    kq_base::CopyToBuffer(error.View(), results.error_high, results.error);
+    kq_base::CopyToBuffer(text.View(), results.text_high, results.text);
+    return false;
+}
+
+}  // namespace
+
+CDriver::CDriver() : state_(std::make_unique<TDriverState>()) {}
+CDriver::CDriver(const CDriver &other) : state_(std::make_unique<TDriverState>(*other.state_)) {}
+CDriver &CDriver::operator=(const CDriver &other) {
+    *state_ = *other.state_;
+    return *this;
+}
+CDriver::~CDriver() = default;
+
+void CDriver::Init(void *module) {
+    state_->module = module;
+    char unused[4];
+    state_->helper.Init(sizeof(unused) - 1, unused, module);
+}
+
+bool CDriver::Version(std::uint32_t &version) { return state_->helper.Version(version); }
+
+bool CDriver::GetDriverInfo(std::uint32_t high, char *text) { return state_->helper.GetDriverDescription(high, text); }
+
+bool CDriver::Initialize(std::uint32_t error_high, char *error, std::uint32_t instance, std::uint32_t name_high,
+                         const char *name) {
+    TDriverState &state = *state_;
+    state.instance = instance;
+    state.name = kq_base::ViewOfPair(name_high, name);
+    state.driver = nullptr;
+    state.input = state.output = state.query = EForm::kNone;
+    state.entries = {};
+    state.room = nullptr;
+    state.wide_room = nullptr;
+
+    std::string reason;
+    std::uint8_t wide = 0;
+    if (!state.helper.IsUNICODE(wide)) {
+        reason = texts::kNotADriver;
+    } else if (!FindEntries(state.module, wide != 0, state.entries, reason)) {
+        reason += texts::kEntryMissing;
+    }
+    if (!reason.empty()) {
+        kq_base::CopyToBuffer(reason.append(state.name.View()), error_high, error);
+        return false;
+    }
+    if (wide != 0 ? !MakeDriver(state, state.entries.wide, this, KQDriverCallbackW)
+                  : !MakeDriver(state, state.entries.narrow, this, KQDriverCallback)) {
+        kq_base::CopyToBuffer(reason.append(state.name.View()).append(texts::kNoDriverMade), error_high, error);
+        return false;
+    }
+    if (wide != 0) {
+        state.wide_room = std::make_shared<CTextRoom<char16_t>>();
+    } else {
+        state.room = std::make_shared<CTextRoom<char>>();
+    }
+    return true;
+}
+
+bool CDriver::ReadParameters(std::uint32_t path_high, const char *path, std::uint32_t error_high, char *error,
+                             std::uint32_t &a, std::uint32_t &b, std::uint32_t text_high, char *text) {
+    a = 0;
+    b = 0;
+    kq_base::CopyToBuffer(std::string_view(), text_high, text);
+    const TDriverState &state = *state_;
+    if (state.driver == nullptr) {
+        const std::string reason = std::string(texts::kNotADriver).append(state.name.View());
+        kq_base::CopyToBuffer(reason, error_high, error);
+        return false;
+    }
+    const std::string_view path_text = kq_base::ViewOfPair(path_high, path);
+    const TParameterResults results = {error_high, error, a, b, text_high, text};
+    return state.wide_room != nullptr ? kq_drv::ReadParameters(state, state.entries.wide, path_text, this, results)
+                                      : kq_drv::ReadParameters(state, state.entries.narrow, path_text, this, results);
+}
+
+void CDriver::Done() {
+    TDriverState &state = *state_;
+    state.Forward(state.entries.done);
+    state.Forward(state.entries.dispose_driver);
+    state.driver = nullptr;
+    state.input = state.output = state.query = EForm::kNone;
+    state.room = nullptr;
+    state.wide_room = nullptr;
+}
+
+void Init_() {}
+
+}  // namespace kq_drv

@@ -1,0 +1,94 @@
+// Values from the driver. Strings cross in the proxy's room, whose address the driver has no business to change.
+
+#include "driver/counted_answer.h"
+#include "driver/driver_proxy.h"
+#include "driver/driver_state.h"
+
+namespace kq_drv {
+namespace {
+
+using kq_def::TValue;
+
+/// One call of GetInput.
+struct TInputCall {
+    std::uint32_t &code;
+    std::uint32_t channel;
+    std::uint32_t &status;
+    kq_def::TUTCStamp *stamp;
+};
+
+/// Lets the driver fill a value, in the form that it has. The status is left alone if the driver has none to give.
+void CallEntry(const TDriverState &state, const TInputCall &call, TValue *value) {
+    switch (state.input) {
+        case EForm::kThird:
+            state.entries.get_input3(state.driver, call.channel, value, &call.status, call.stamp, &call.code);
+            break;
+        case EForm::kSecond:
+            state.entries.get_input2(state.driver, call.channel, value, &call.status, call.stamp);
+            break;
+        case EForm::kFirst:
+            state.entries.get_input(state.driver, call.channel, value);
+            break;
+        case EForm::kNone:
+            break;
+    }
+}
+
+/// How much of a driver's text of generation 1 or 2 is read, whatever room it has.
+constexpr std::size_t kShortInputLimit = 1023;
+
+template <typename TCharacter>
+bool InputString(const TDriverState &state, CTextRoom<TCharacter> &room, const TInputCall &call, TValue *value) {
+    if (state.input == EForm::kThird) {
+        return TakeCountedAnswer(room, call.code, value, [&](TValue *record) { CallEntry(state, call, record); });
+    }
+    *room.Data() = 0;  // or a driver that writes nothing would answer with the text of another channel
+    TValue record = ShortTextValue(room.Data());
+    CallEntry(state, call, &record);
+    if (record.GetField<TCharacter *>(TValue::kDStringAt) != room.Data()) {
+        call.code = kForeignText;
+        return false;
+    }
+    room.Deliver(kq_base::UpToTerminator(room.Data(), kShortInputLimit), value);
+    return true;
+}
+
+bool InputBuffer(const TDriverState &state, const TInputCall &call, TValue *value) {
+    const auto *memory = value->GetField<const void *>(TValue::kBufferAt);
+    CallEntry(state, call, value);
+    if (value->GetField<const void *>(TValue::kBufferAt) != memory) {
+        call.code = kForeignBuffer;
+        return false;
+    }
+    return true;
+}
+
+}  // namespace
+
+bool CDriver::GetInput(std::uint32_t &code, std::uint32_t channel, TValue *value, std::uint32_t &status,
+                       kq_def::TUTCStamp *stamp) {
+    constexpr std::uint32_t kNoStatus = 500;  // a driver of generation 1 has none to give
+    const TDriverState &state = *state_;
+    const TInputCall call = {code, channel, status, stamp};
+    code = 0;
+    bool done = false;
+    if (state.input == EForm::kNone) {
+        code = kNoGetInput;
+    } else if (value->tag == kq_def::kTagDString) {
+        done = state.UseRoom([&](auto &room) { return InputString(state, room, call, value); });
+    } else if (value->tag == kq_def::kTagBuffer) {
+        done = InputBuffer(state, call, value);
+    } else {
+        if (state.input == EForm::kFirst) {
+            status = kNoStatus;
+        }
+        CallEntry(state, call, value);
+        done = true;
+    }
+    if (!done) {
+        *value = TValue();
+    }
+    return code == 0;
+}
+
+}  // namespace kq_drv
