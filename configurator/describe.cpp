@@ -108,13 +108,20 @@ std::vector<TMapRow> DescribeMap(const kq_pdt::TValueMap &map) {
     return rows;
 }
 
-std::optional<std::vector<TConditionRow>> DescribeRows(const std::unique_ptr<kq_pdt::CChannelCondList> &rows) {
+/// A keyword of the template where only some keywords mean something.
+std::optional<std::string> WordIf(bool means_something, std::uint32_t code) {
+    return means_something ? std::optional<std::string>(kq_pdt::KeywordText(code)) : std::nullopt;
+}
+
+/// With the test that says which words count.
+std::optional<std::vector<TConditionRow>> DescribeRows(const std::unique_ptr<kq_pdt::CChannelCondList> &rows,
+                                                       bool counts(std::uint32_t code)) {
     if (!rows) {
         return std::nullopt;
     }
     std::vector<TConditionRow> result;
     for (const kq_pdt::CChannelCondRow &row : *rows) {
-        result.push_back({std::string(kq_pdt::KeywordText(row.word)), Describe(*row.condition)});
+        result.push_back({WordIf(counts(row.word), row.word), Describe(*row.condition)});
     }
     return result;
 }
@@ -183,8 +190,8 @@ void DescribeGroup(const kq_pdt::CChannelsGroupItem &group, TItem &result) {
     if (group.To() != nullptr) {
         result.to = Describe(*group.To());
     }
-    result.type_rows = DescribeRows(group.TypeRows());
-    result.direction_rows = DescribeRows(group.DirectionRows());
+    result.type_rows = DescribeRows(group.TypeRows(), kq_pdt::IsChannelType);
+    result.direction_rows = DescribeRows(group.DirectionRows(), kq_pdt::IsDirection);
 }
 
 std::vector<TItem> DescribeItems(const kq_pdt::CItemSeq &items) {
@@ -352,12 +359,8 @@ std::vector<TChannel> Describe(const kq_pdt::CChannelRangeTable &ranges) {
         TChannel channel;
         channel.first = range.first;
         channel.last = range.last;
-        if (kq_pdt::IsChannelType(range.type)) {
-            channel.type = kq_pdt::KeywordText(range.type);
-        }
-        if (kq_pdt::IsDirection(range.direction)) {
-            channel.direction = kq_pdt::KeywordText(range.direction);
-        }
+        channel.type = WordIf(kq_pdt::IsChannelType(range.type), range.type);
+        channel.direction = WordIf(kq_pdt::IsDirection(range.direction), range.direction);
         channel.defined = range.defined;
         channel.type_free = range.typeFree;
         channel.direction_free = range.directionFree;

@@ -114,9 +114,9 @@ struct TMapRow {
     std::string word;
 };
 
-/// A row of a channel group: the word that counts while the condition holds.
+/// A row of a channel group: the type or direction word that counts while the condition holds.
 struct TConditionRow {
-    std::string word;
+    std::optional<std::string> word;  ///< none if the template's word is no such word: that counts as undefined
     TExpr condition;
 };
 

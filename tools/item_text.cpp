@@ -113,7 +113,8 @@ std::string RowsText(const std::optional<std::vector<TConditionRow>> &rows) {
     std::vector<std::string> texts;
     for (const TConditionRow &row : rows.value_or(std::vector<TConditionRow>())) {
         const bool always = row.condition.kind == TExprKind::kBool && row.condition.truth;
-        texts.push_back(always ? row.word : row.word + " if " + ExprText(row.condition));
+        const std::string word = row.word.value_or("undefined");
+        texts.push_back(always ? word : word + " if " + ExprText(row.condition));
     }
     return Joined(texts, ", ");
 }

@@ -34,7 +34,7 @@ TJson ConditionsJson(const std::optional<std::vector<TConditionRow>> &rows) {
     }
     TJson array = TJson::array();
     for (const TConditionRow &row : *rows) {
-        array.push_back({{"word", TextJson(row.word)}, {"condition", ExprJson(row.condition)}});
+        array.push_back({{"word", TextOrNull(row.word)}, {"condition", ExprJson(row.condition)}});
     }
     return array;
 }

@@ -292,7 +292,7 @@ TEST(Compiler, AcceptedForms) {
         {"def_section channels_group end_section", " [ <group>]"},
         {"def_section var %v%; channels_group { ch_from = %v%; ch_to = %v% + 3; type %v% = 1, real; type true, abc } ; "
          "end_section",
-         " [ %v=none <group from=%v% to=(%v% + 3) type:real=(%v% = 1) type:=true>]"},
+         " [ %v=none <group from=%v% to=(%v% + 3) type:real=(%v% = 1) type:-=true>]"},
         {"def_section channels_group { ch_from = 1 } def_key channels_group {} name = 'a' { ch_to = 2; ch_from = 3; "
          "ch_from = 4;"
          "ch_to = 5 }; end_key end_section",

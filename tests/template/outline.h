@@ -66,7 +66,7 @@ inline std::string Print(const std::string &name, const std::vector<kq_cfg::TMap
 inline std::string Print(const std::string &name, const std::optional<std::vector<kq_cfg::TConditionRow>> &rows) {
     std::string text;
     for (const kq_cfg::TConditionRow &row : rows.value_or(std::vector<kq_cfg::TConditionRow>())) {
-        text += " " + name + ":" + row.word + "=" + Print(row.condition);
+        text += " " + name + ":" + row.word.value_or("-") + "=" + Print(row.condition);
     }
     return text;
 }
