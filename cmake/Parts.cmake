@@ -25,6 +25,7 @@ function(kq_add_library)
     list(APPEND objects $<TARGET_OBJECTS:${part}>)
   endforeach()
   add_library(kq_pdt SHARED ${objects})
+  add_library(kq_pdt::kq_pdt ALIAS kq_pdt)
   set_target_properties(kq_pdt PROPERTIES VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR})
   target_include_directories(kq_pdt PUBLIC $<BUILD_INTERFACE:${CMAKE_SOURCE_DIR}>
                                            $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/kq_pdt>)

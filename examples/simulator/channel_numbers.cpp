@@ -1,0 +1,29 @@
+#include "channel_numbers.h"
+
+#include <algorithm>
+#include <iterator>
+
+namespace simulator {
+
+CChannelNumbers::CChannelNumbers() : blocks_{{kStartChannel, kReportChannel}, {kHistoryChannel, kHistoryChannel}} {}
+
+bool CChannelNumbers::Take(std::uint32_t first, std::uint32_t count, std::uint32_t &taken) {
+    const std::uint32_t last = first + (count - 1);
+    const auto behind = blocks_.upper_bound(last);
+    if (behind != blocks_.begin() && std::prev(behind)->second >= first) {
+        taken = std::max(first, std::prev(behind)->first);
+        return false;
+    }
+    blocks_.emplace(first, last);
+    return true;
+}
+
+std::uint32_t CChannelNumbers::FreeBehindAll(std::uint32_t count) const {
+    auto highest = std::prev(blocks_.end());
+    if (highest->first == kHistoryChannel && kHistoryChannel - std::prev(highest)->second > count) {
+        --highest;
+    }
+    return 0xFFFFFFFF - highest->second >= count ? highest->second + 1 : 0;
+}
+
+}  // namespace simulator
