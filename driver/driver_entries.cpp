@@ -35,9 +35,11 @@ public:
     }
     template <typename... TForms>
     bool OneOf(TPlace<TForms>... places) {
-        missing_.clear();
         bool found = false;
         ((found = Find(places) || found), ...);
+        if (!found) {
+            ((missing_ += (missing_.empty() ? "" : ", ") + (places.name + suffix_)), ...);
+        }
         return found;
     }
 
@@ -45,7 +47,6 @@ private:
     template <typename TForm>
     bool Find(TPlace<TForm> place) {
         const std::string name = place.name + suffix_;
-        missing_ += (missing_.empty() ? "" : ", ") + name;
         place.address = reinterpret_cast<TForm *>(kq_os::GetProcAddress(module_, name.c_str()));
         return place.address != nullptr;
     }
@@ -84,6 +85,7 @@ bool FindAll(CFinder find, TDriverEntries &all, TTextEntries<TCharacter> &text) 
 }  // namespace
 
 bool FindEntries(void *module, bool wide, TDriverEntries &entries, std::string &missing) {
+    missing.clear();
     const CFinder finder(module, wide, missing);
     return wide ? FindAll(finder, entries, entries.wide) : FindAll(finder, entries, entries.narrow);
 }
