@@ -91,8 +91,7 @@ CSectionDef *CParReader::MatchDefinition(std::string_view name, std::unique_ptr<
     return candidates_[matcher_.Winner()];
 }
 
-CSectionDef *CParReader::MatchInstance(std::string_view name, std::unique_ptr<CItemSeq> &results) {
-    sheet_data_.Index().FindCandidates(name, candidates_);
+CSectionDef *CParReader::MatchCandidates(std::string_view name, std::unique_ptr<CItemSeq> &results) {
     matcher_.Begin(name);
     for (CSectionDef *instance : candidates_) {
         matcher_.AddPattern(instance->Names()->Items(), instance, nullptr);
@@ -102,6 +101,20 @@ CSectionDef *CParReader::MatchInstance(std::string_view name, std::unique_ptr<CI
     }
     results = matcher_.TakeResults();
     return candidates_[matcher_.Winner()];
+}
+
+/// Of several instances of one definition that fit, one that no text was read into yet.
+CSectionDef *CParReader::MatchInstance(std::string_view name, std::unique_ptr<CItemSeq> &results) {
+    sheet_data_.Index().FindCandidates(name, candidates_);
+    CSectionDef *first = MatchCandidates(name, results);
+    if (first == nullptr || !first->WasTaken()) {
+        return first;
+    }
+    std::erase_if(candidates_, [first](const CSectionDef *other) {
+        return other->WasTaken() || other->Definition() != first->Definition();
+    });
+    CSectionDef *fresh = MatchCandidates(name, results);
+    return fresh != nullptr ? fresh : first;
 }
 
 /// False if neither a definition nor an instance has the name, so that a later pass may.

@@ -40,6 +40,7 @@ private:
     bool RunPass(const TPending &pending, TPending &retry);
     bool PlaceSection(const TParSectionRef &section);
     CSectionDef *MatchDefinition(std::string_view name, std::unique_ptr<CItemSeq> &results);
+    CSectionDef *MatchCandidates(std::string_view name, std::unique_ptr<CItemSeq> &results);
     CSectionDef *MatchInstance(std::string_view name, std::unique_ptr<CItemSeq> &results);
     void ReadKeys(CSectionDef &definition, CSectionDef &instance);
     CKeyDef *PlaceKey(std::string_view text, CSectionDef &definition, CSectionDef &instance);

@@ -105,7 +105,8 @@ public:
             blocks.push_back(text);
         }
         for (std::uint32_t count = linked.empty() ? 0 : Below(6); count > 0; --count) {
-            blocks.push_back(Header("Dep" + Pick(linked)) + Lines(sections_.back()));
+            blocks.push_back(Header("Dep" + Pick(linked) + (sections_.back().numbered ? "-" + Number() : "")) +
+                             Lines(sections_.back()));
         }
         std::shuffle(blocks.begin(), blocks.end(), random_);
         std::string text = OneIn(4) ? "ahead of all" + LineEnd() : "";
@@ -165,9 +166,10 @@ private:
     }
 
     static std::string Pdt(const TSection &section) {
-        std::string pdt = "def_section name = '" + section.name + "'" + (section.numbered ? " + number" : "") +
-                          (section.dependent ? " + %n%; depend_on = %n%" : "") +
-                          (section.required ? "; required" : "") + "; var %m%, %v% { init_value = 'vee'; };\n";
+        std::string pdt = "def_section name = '" + section.name + "'" + (section.dependent ? " + %n%" : "") +
+                          (section.numbered ? section.dependent ? " + '-' + number" : " + number" : "") +
+                          (section.dependent ? "; depend_on = %n%" : "") + (section.required ? "; required" : "") +
+                          "; var %m%, %v% { init_value = 'vee'; };\n";
         if (!section.dependent) {
             pdt += "def_key name = 'mode'; par = options { option = 'A'; option = 'B'; id = %m% }; end_key\n";
         }
@@ -208,7 +210,7 @@ private:
         for (std::uint32_t section = 0, count = 1 + Below(3); section < count; ++section) {
             sections_.push_back(MakeSection("Sec" + std::string(section, 'y') + "-"));
         }
-        TSection dependent{"Dep", false, false, true, {}};
+        TSection dependent{"Dep", OneIn(2), false, true, {}};
         dependent.keys.push_back({"text", false, false, {{&kInner[2], ' '}, {&kLast[1], ' '}}, false});
         dependent.keys.push_back({"row", true, true, MakePars(false, true), false});
         sections_.push_back(dependent);
