@@ -114,7 +114,26 @@ bool CMatcher::Mark(const TPattern &pattern, bool starting, std::uint32_t item, 
     return fresh;
 }
 
+/// True if nothing publishes and no variable shows. The search then has had all patterns.
+bool CMatcher::RunWithoutSteps() {
+    for (const TPattern &pattern : patterns_) {
+        if (std::any_of(pattern.items->begin(), pattern.items->end(),
+                        [](const auto &item) { return Publishes(*item); })) {
+            return false;
+        }
+    }
+    search_.Begin(text_);
+    for (const TPattern &pattern : patterns_) {
+        search_.AddPattern(*pattern.items);
+    }
+    return true;
+}
+
 bool CMatcher::Run() {
+    stepped_ = !RunWithoutSteps();
+    if (!stepped_) {
+        return search_.Finish();
+    }
     Prepare(false);
     const bool found = Search();
     if (!overrun_) {
@@ -270,8 +289,12 @@ CMatcher::TStep CMatcher::StepInScope(const TPattern &pattern, std::size_t place
     return TStep::goesOn;
 }
 
-const std::vector<CMatcher::TCut> &CMatcher::Cuts() {
+const std::vector<TCut> &CMatcher::Cuts() {
     cuts_.clear();
+    if (!stepped_) {
+        search_.AppendCuts(*patterns_[search_.Winner()].items, cuts_);
+        return cuts_;
+    }
     if (patterns_[won_.pattern].publishes) {
         return cuts_;
     }
@@ -285,12 +308,12 @@ const std::vector<CMatcher::TCut> &CMatcher::Cuts() {
 }
 
 std::unique_ptr<CItemSeq> CMatcher::TakeResults() {
-    return patterns_[won_.pattern].publishes ? std::move(loads_[won_.trace].results) : BuildResults();
+    return stepped_ && patterns_[won_.pattern].publishes ? std::move(loads_[won_.trace].results) : BuildResults();
 }
 
 /// Makes the clones that the candidate would have carried.
 std::unique_ptr<CItemSeq> CMatcher::BuildResults() {
-    const TPattern &pattern = patterns_[won_.pattern];
+    const TPattern &pattern = patterns_[Winner()];
     const CScopeGuard outer(pattern.with_scopes ? pattern.scope1 : nullptr);
     const CScopeGuard inner(pattern.with_scopes ? pattern.scope2 : nullptr);
     const auto &items = *pattern.items;

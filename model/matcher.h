@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "model/item_list.h"
+#include "model/cut_search.h"
 
 namespace kq_pdt {
 
@@ -22,20 +22,14 @@ class CDefNode;
 ///     for (...) matcher.AddPattern(items, section, nullptr);
 ///     if (matcher.Run()) { matcher.Winner(); matcher.TakeResults(results); }
 ///
-/// While an item takes characters its clone publishes what it has so far. Patterns in which nothing publishes and no
-/// variable shows are followed without clones, and of candidates that stand in the same item at the same place only the
-/// one stepped first goes on: they would do the same from there on. That costs at most items times characters. With
-/// publishing every way of cutting is followed, up to kMaxSteps in all; beyond that such patterns, too, are followed
-/// the cheap way, so that only the winner publishes.
+/// While an item takes characters its clone publishes what it has so far, so where something publishes or a variable
+/// shows, every way of cutting is followed step by step, up to kMaxSteps in all. Patterns that stand beside such ones
+/// without publishing themselves are followed without clones, and of candidates that stand in the same item at the same
+/// place only the one stepped first goes on: they would do the same from there on. Beyond kMaxSteps the publishing
+/// patterns, too, are followed this way, so that only the winner publishes. Where nothing publishes and no variable
+/// shows at all, CCutSearch finds the same winner without a step.
 class CMatcher {
 public:
-    /// The characters of one item: from first up to but not including end.
-    struct TCut {
-        std::uint32_t item = 0;
-        std::uint32_t first = 0;
-        std::uint32_t end = 0;
-    };
-
     static constexpr std::uint32_t kMaxSteps = 1'000'000;
     static constexpr std::size_t kMaxWaiting = 50'000;
 
@@ -47,9 +41,9 @@ public:
     /// Runs the match; true if a pattern matched the whole text.
     bool Run();
     /// The place of the pattern that won, in the order of adding.
-    std::size_t Winner() const { return won_.pattern; }
-    /// Where the winner was cut: a piece for each item that took part, in order. Only for patterns in which nothing
-    /// publishes and no variable shows; empty for others.
+    std::size_t Winner() const { return stepped_ ? won_.pattern : search_.Winner(); }
+    /// Where the winner was cut: a piece for each item that took part, in order. Empty if the winner's candidates
+    /// carried clones.
     const std::vector<TCut> &Cuts();
     /// Clones of the items that took part, each with its piece. An item that took nothing may be missing, so results
     /// don't always line up with the pattern. To be called at most once, and before the pattern's items change.
@@ -102,6 +96,7 @@ private:
 
     enum class TStep { goesOn, failed, matched };
 
+    bool RunWithoutSteps();
     void Prepare(bool everything_cheaply);
     bool Search();
     bool Match(const TOperation &operation, std::uint32_t position, TMatchStep &step) const;
@@ -116,6 +111,8 @@ private:
     std::unique_ptr<CItemSeq> BuildResults();
 
     std::string_view text_;
+    CCutSearch search_;
+    bool stepped_ = false;  ///< won_ holds the winner, else search_ does
     std::vector<TPattern> patterns_;
     std::vector<TCandidate> queue_;
     std::vector<TOperation> operations_;
