@@ -9,7 +9,7 @@ namespace {
 
 using kq_def::TValue;
 
-/// One call of GetInput.
+/// One call of GetInput, but for the value.
 struct TInputCall {
     std::uint32_t &code;
     std::uint32_t channel;
@@ -18,19 +18,13 @@ struct TInputCall {
 };
 
 /// Lets the driver fill a value, in the form that it has. The status is left alone if the driver has none to give.
-void CallEntry(const TDriverState &state, const TInputCall &call, TValue *value) {
-    switch (state.input) {
-        case EForm::kThird:
-            state.entries.get_input3(state.driver, call.channel, value, &call.status, call.stamp, &call.code);
-            break;
-        case EForm::kSecond:
-            state.entries.get_input2(state.driver, call.channel, value, &call.status, call.stamp);
-            break;
-        case EForm::kFirst:
-            state.entries.get_input(state.driver, call.channel, value);
-            break;
-        case EForm::kNone:
-            break;
+inline void CallEntry(const TDriverState &state, const TInputCall &call, TValue *value) {
+    if (state.input == EForm::kThird) {
+        state.entries.get_input3(state.driver, call.channel, value, &call.status, call.stamp, &call.code);
+    } else if (state.input == EForm::kSecond) {
+        state.entries.get_input2(state.driver, call.channel, value, &call.status, call.stamp);
+    } else {
+        state.entries.get_input(state.driver, call.channel, value);
     }
 }
 
@@ -63,31 +57,38 @@ bool InputBuffer(const TDriverState &state, const TInputCall &call, TValue *valu
     return true;
 }
 
+/// What isn't a scalar, and any value without a driver. A function of its own, so that scalars don't pay for its frame.
+[[gnu::noinline]] bool InputOther(const TDriverState &state, std::uint32_t &code, std::uint32_t channel, TValue *value,
+                                  std::uint32_t &status, kq_def::TUTCStamp *stamp) {
+    const TInputCall call = {code, channel, status, stamp};
+    bool done = false;
+    if (state.input == EForm::kNone) {
+        code = kNoGetInput;
+    } else if (value->tag == kq_def::kTagBuffer) {
+        done = InputBuffer(state, call, value);
+    } else {
+        done = state.UseRoom([&](auto &room) { return InputString(state, room, call, value); });
+    }
+    if (!done) {
+        *value = TValue();
+    }
+    return code == 0;
+}
+
 }  // namespace
 
 bool CDriver::GetInput(std::uint32_t &code, std::uint32_t channel, TValue *value, std::uint32_t &status,
                        kq_def::TUTCStamp *stamp) {
     constexpr std::uint32_t kNoStatus = 500;  // a driver of generation 1 has none to give
     const TDriverState &state = *state_;
-    const TInputCall call = {code, channel, status, stamp};
     code = 0;
-    bool done = false;
-    if (state.input == EForm::kNone) {
-        code = kNoGetInput;
-    } else if (value->tag == kq_def::kTagDString) {
-        done = state.UseRoom([&](auto &room) { return InputString(state, room, call, value); });
-    } else if (value->tag == kq_def::kTagBuffer) {
-        done = InputBuffer(state, call, value);
-    } else {
-        if (state.input == EForm::kFirst) {
-            status = kNoStatus;
-        }
-        CallEntry(state, call, value);
-        done = true;
+    if (value->tag == kq_def::kTagDString || value->tag == kq_def::kTagBuffer || state.input == EForm::kNone) {
+        return InputOther(state, code, channel, value, status, stamp);
     }
-    if (!done) {
-        *value = TValue();
+    if (state.input == EForm::kFirst) {
+        status = kNoStatus;
     }
+    CallEntry(state, {code, channel, status, stamp}, value);
     return code == 0;
 }
 

@@ -18,19 +18,13 @@ struct TOutputCall {
     kq_def::TUTCStamp *stamp;
 };
 
-void CallEntry(const TDriverState &state, const TOutputCall &call, const TValue &value) {
-    switch (state.output) {
-        case EForm::kThird:
-            state.entries.output_request3(state.driver, call.channel, value, call.status, call.stamp);
-            break;
-        case EForm::kSecond:
-            state.entries.output_request2(state.driver, call.channel, value, call.status, call.stamp);
-            break;
-        case EForm::kFirst:
-            state.entries.output_request(state.driver, call.channel, value);
-            break;
-        case EForm::kNone:
-            break;
+inline void CallEntry(const TDriverState &state, const TOutputCall &call, const TValue &value) {
+    if (state.output == EForm::kThird) {
+        state.entries.output_request3(state.driver, call.channel, value, call.status, call.stamp);
+    } else if (state.output == EForm::kSecond) {
+        state.entries.output_request2(state.driver, call.channel, value, call.status, call.stamp);
+    } else {
+        state.entries.output_request(state.driver, call.channel, value);
     }
 }
 
@@ -44,6 +38,19 @@ void OutputString(const TDriverState &state, CTextRoom<TCharacter> &room, const 
         TShortText<TCharacter> text(ViewOf(string));
         CallEntry(state, call, ShortTextValue(text.Data()));
     }
+}
+
+/// A string, and any value without a driver. A function of its own, so that other values don't pay for its frame.
+[[gnu::noinline]] bool OutputOther(const TDriverState &state, std::uint32_t &code, std::uint32_t channel, TValue value,
+                                   std::uint32_t status, kq_def::TUTCStamp *stamp) {
+    if (state.output == EForm::kNone) {
+        code = kNoOutputRequest;
+        return false;
+    }
+    return state.UseRoom([&](auto &room) {
+        OutputString(state, room, {channel, status, stamp}, ValueDString(value));
+        return true;
+    });
 }
 
 /// A question or answer with a string in it, to a driver of generation 3. A place without a string passes as it is.
@@ -89,19 +96,11 @@ void QueryShort(const TDriverState &state, CTextRoom<TCharacter> &room, std::uin
 bool CDriver::OutputRequest(std::uint32_t &code, std::uint32_t channel, TValue value, std::uint32_t status,
                             kq_def::TUTCStamp *stamp) {
     const TDriverState &state = *state_;
-    if (state.output == EForm::kNone) {
-        code = kNoOutputRequest;
-        return false;
+    if (HoldsString(value) || state.output == EForm::kNone) {
+        return OutputOther(state, code, channel, value, status, stamp);
     }
-    const TOutputCall call = {channel, status, stamp};
-    if (!HoldsString(value)) {
-        CallEntry(state, call, value);
-        return true;
-    }
-    return state.UseRoom([&](auto &room) {
-        OutputString(state, room, call, ValueDString(value));
-        return true;
-    });
+    CallEntry(state, {channel, status, stamp}, value);
+    return true;
 }
 
 bool CDriver::QueryProc(std::uint32_t &code, TValue in, TValue *out) {
