@@ -226,8 +226,9 @@ TEST(Editors, EditedNumberRenamesItsDependentSection) {
     for (const char *text : {"3", "12", "4"}) {
         CModelSession::Edit(session.SheetData(), session.Key(0, 0), 1,
                             [&](TCellEditor &editor) { return Act(editor, text); });
-        const std::string number(text);
-        EXPECT_EQ(session.Written(), "[S]\n  k  = " + number + "\n\n[Port" + number + "]\n  a  = x\n\n");
+        std::string written = "[S]\n  k  = ";
+        written.append(text).append("\n\n[Port").append(text).append("]\n  a  = x\n\n");
+        EXPECT_EQ(session.Written(), written);
     }
 }
 

@@ -8,9 +8,9 @@
 namespace {
 
 /// A directory of modules, copies of one small shared object, under a host that lists it.
-class Modules : public testing::Test {
+class CModules : public testing::Test {
 protected:
-    Modules() : host_(".") { kq_pdt::SetHostCallback(&host_); }
+    CModules() : host_(".") { kq_pdt::SetHostCallback(&host_); }
 
     static void AddModule(const std::string &path) {
         std::filesystem::copy_file(std::string(KQ_MODULE_DIR) + "/kq_module_gnu.dll", path);
@@ -53,7 +53,7 @@ std::string SectionOf(const std::string &name) {
            " ch_count = 2; ch_type = real; ch_direction = input }; end_key end_section";
 }
 
-TEST_F(Modules, ListHoldsWhatHasAllProcedures) {
+TEST_F(CModules, ListHoldsWhatHasAllProcedures) {
     AddModule("b.dll");
     AddModule("A.DLL");
     AddModule("further.so");
@@ -74,7 +74,7 @@ TEST_F(Modules, ListHoldsWhatHasAllProcedures) {
     EXPECT_EQ(session_.Written(), "[S]\n\n");
 }
 
-TEST_F(Modules, FileMayNameTheModuleInAnyCaseAndWithoutItsExtension) {
+TEST_F(CModules, FileMayNameTheModuleInAnyCaseAndWithoutItsExtension) {
     AddModule("Alpha.dll", "Alpha.pdt", SectionOf("FromAlpha"));
     AddModule("Beta.dll", "Beta.pdt", SectionOf("FromBeta"));
     struct {
@@ -95,7 +95,7 @@ TEST_F(Modules, FileMayNameTheModuleInAnyCaseAndWithoutItsExtension) {
     EXPECT_EQ(host_.asked.back(), "Alpha.pdt");
 }
 
-TEST_F(Modules, SectionsOfTheModuleAreReadWhereverTheyStand) {
+TEST_F(CModules, SectionsOfTheModuleAreReadWhereverTheyStand) {
     AddModule("A.dll", "A.pdt",
               SectionOf("Of") + " def_section name = 'Free'; def_key name = 'x'; par = string; end_key end_section");
     ASSERT_TRUE(session_.Translate(kTemplate, "[Free]\nx = 1\n[Of]\nk = 7\n[S]\nm = A\n[Of]\nk = 9\n[Free]\nx = 2\n"))
@@ -106,7 +106,7 @@ TEST_F(Modules, SectionsOfTheModuleAreReadWhereverTheyStand) {
     EXPECT_TRUE(session_.SheetData().Instances()[1]->Has(kq_pdt::nfModule));
 }
 
-TEST_F(Modules, AnotherChoiceReplacesSectionsAndChannels) {
+TEST_F(CModules, AnotherChoiceReplacesSectionsAndChannels) {
     AddModule("A.dll", "A.pdt", SectionOf("OfA") + " " + SectionOf("OfA2"));
     AddModule("B.dll", "B.pdt", SectionOf("OfB"));
     AddModule("C.dll", "C.pdt", "def_section nonsense");
@@ -130,7 +130,7 @@ TEST_F(Modules, AnotherChoiceReplacesSectionsAndChannels) {
     EXPECT_EQ(session_.Written(), a);
 }
 
-TEST_F(Modules, MissingTemplateIsTold) {
+TEST_F(CModules, MissingTemplateIsTold) {
     AddModule("A.dll");
     ASSERT_TRUE(session_.Translate(kTemplate, "[S]\nm = A.dll\n"));
     EXPECT_EQ(session_.boxes,
@@ -138,7 +138,7 @@ TEST_F(Modules, MissingTemplateIsTold) {
                   "PDT: Chyba při čtení definice PARu:./A.pdt|Nelze otevřít PDT soubor. řádek:0 pozice:0|"});
 }
 
-TEST_F(Modules, ConditionLoadsAndReleases) {
+TEST_F(CModules, ConditionLoadsAndReleases) {
     AddModule("A.dll", "A.pdt", SectionOf("OfA"));
     AddModule("B.dll", "B.pdt", SectionOf("OfB"));
     const std::string pdt =
@@ -157,7 +157,7 @@ TEST_F(Modules, ConditionLoadsAndReleases) {
 }
 
 /// A value of a module's section that switches its own module off: while it is published, read or edited.
-TEST_F(Modules, SectionMayTakeItselfAway) {
+TEST_F(CModules, SectionMayTakeItselfAway) {
     const std::string pdt =
         "def_section name = 'S'; required; def_key name = 'a'; par = dll { enable_if not %off% = 1 };"
         " end_key end_section";
@@ -185,7 +185,7 @@ TEST_F(Modules, SectionMayTakeItselfAway) {
     }
 }
 
-TEST_F(Modules, TemplatesThatLoadEachOtherEndWithOneBox) {
+TEST_F(CModules, TemplatesThatLoadEachOtherEndWithOneBox) {
     for (const char *items : {"par = dll;", "par = dll; par = dll; par = dll; par = dll;"}) {
         const std::string text =
             "def_section name = 'S'; required; def_key name = 'm'; " + std::string(items) + " end_key end_section";

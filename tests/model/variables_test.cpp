@@ -229,7 +229,8 @@ TEST(Variables, OneAssignmentBringsAHundredSectionsToLife) {
     std::string text;
     for (int number = 0; number <= 100; ++number) {
         const std::string name = "%v" + std::to_string(number) + "%";
-        text += "def_section name = 's' = " + name + "; depend_on = " + name + "; end_section ";
+        text.append("def_section name = 's' = ").append(name).append("; depend_on = ").append(name);
+        text += "; end_section ";
     }
     Load(data, text);
     CVarScope &root = data.RootScope();

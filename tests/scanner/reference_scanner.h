@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <string_view>
 #include <vector>
@@ -176,12 +177,7 @@ private:
     }
 
     static bool Holds(const std::vector<std::uint32_t> &kinds, std::uint32_t kind) {
-        for (const std::uint32_t each : kinds) {
-            if (each == kind) {
-                return true;
-            }
-        }
-        return false;
+        return std::find(kinds.begin(), kinds.end(), kind) != kinds.end();
     }
 
     std::uint32_t Cut(std::string_view &text, const std::vector<std::uint32_t> &stops, bool &end) {
