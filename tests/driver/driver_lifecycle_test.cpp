@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <cstring>
+
 #include "tests/driver/driver_module.h"
 #include "tests/support/temporary_directory.h"
 
@@ -278,6 +280,90 @@ TEST(DriverLifecycle, AModuleOfBothWidthsIsNarrow) {
     EXPECT_EQ(module.TakeLog(), "Init 259 255 0 1\n");
     EXPECT_EQ(module.Given(), "C:\\par.par");
     driver.Done();
+}
+
+TEST(DriverLifecycle, TheNewestFormServes) {
+    struct {
+        std::vector<std::string> missing;
+        std::string log;
+    } cases[] = {
+        {{},
+         "Init3 0 63\nReadParameters 259 255 255\nGetInput3 3 10 0 0\nOutputRequest3 3 10 0 4 0\nQueryProc3 10 0 10 0 "
+         "10\n"},
+        {{"GetInput3", "Init3"},
+         "Init 259 255 0 1\nGetInput2 3 10 0\nOutputRequest3 3 10 0 4 0\nQueryProc3 10 0 10 0 10\n"},
+        {{"OutputRequest3", "QueryProc3", "Init"},
+         "Init3 0 63\nReadParameters 259 255 255\nGetInput3 3 10 0 0\nOutputRequest2 3 10 0 4 0\nQueryProc 10 0 10 "
+         "0\n"},
+        {{"GetInput3", "GetInput2", "OutputRequest2"},
+         "Init3 0 63\nReadParameters 259 255 255\nGetInput 3 10\nOutputRequest3 3 10 0 4 0\nQueryProc3 10 0 10 0 10\n"},
+        {{"OutputRequest3", "OutputRequest2", "GetInput2", "QueryProc"},
+         "Init3 0 63\nReadParameters 259 255 255\nGetInput3 3 10 0 0\nOutputRequest 3 10 0\nQueryProc3 10 0 10 0 10\n"},
+    };
+    const CTemporaryDirectory directory;
+    for (const auto &wanted : cases) {
+        for (const bool wide : {false, true}) {
+            const CTestModule module(0, wide, wanted.missing);
+            CDriver driver;
+            driver.Init(module.Handle());
+            EXPECT_EQ(Initialize(driver), "ok");
+            ReadParameters(driver);
+            TValue value;
+            value.tag = kTagReal;
+            const TValue zero = value;
+            std::uint32_t code = 0;
+            std::uint32_t status = 0;
+            EXPECT_TRUE(driver.GetInput(code, 3, &value, status, nullptr));
+            EXPECT_TRUE(driver.OutputRequest(code, 3, zero, 4, nullptr));
+            value = zero;
+            EXPECT_TRUE(driver.QueryProc(code, zero, &value));
+            EXPECT_EQ(module.TakeLog(), "MakeDriver\n" + wanted.log);
+            driver.Done();
+        }
+    }
+}
+
+/// The place of an operation in the table of virtual ones, as compilers for this system encode it in a member pointer.
+template <typename TMember>
+std::uintptr_t SlotOf(TMember member) {
+    std::uintptr_t encoded = 0;
+    std::memcpy(&encoded, &member, sizeof(encoded));
+    return (encoded - 1) / sizeof(void *);
+}
+
+TEST(DriverLifecycle, OperationsKeepTheirSlots) {
+    const std::uintptr_t slots[] = {SlotOf(&CDriver::Version),
+                                    SlotOf(&CDriver::GetDriverInfo),
+                                    SlotOf(&CDriver::Initialize),
+                                    SlotOf(&CDriver::ReadParameters),
+                                    SlotOf(&CDriver::QueryErrorCode),
+                                    SlotOf(&CDriver::AbleToEnumerateChannels),
+                                    SlotOf(&CDriver::EnumerateChannels),
+                                    SlotOf(&CDriver::GetChannelDescription),
+                                    SlotOf(&CDriver::Run),
+                                    SlotOf(&CDriver::Stop),
+                                    SlotOf(&CDriver::Done),
+                                    SlotOf(&CDriver::InputRequestStart),
+                                    SlotOf(&CDriver::InputRequest),
+                                    SlotOf(&CDriver::InputRequestCompleted),
+                                    SlotOf(&CDriver::InputFinalized),
+                                    SlotOf(&CDriver::InputOOBDataQuery),
+                                    SlotOf(&CDriver::GetInput),
+                                    SlotOf(&CDriver::OutputRequestStart),
+                                    SlotOf(&CDriver::OutputRequest),
+                                    SlotOf(&CDriver::OutputRequestCompleted),
+                                    SlotOf(&CDriver::OutputFinalized),
+                                    SlotOf(&CDriver::BufferInfo),
+                                    SlotOf(&CDriver::SetBufferAddr),
+                                    SlotOf(&CDriver::DriverProc),
+                                    SlotOf(&CDriver::QueryProc),
+                                    SlotOf(&CDriver::DriverCallBackA),
+                                    SlotOf(&CDriver::DriverCallBackW)};
+    std::uintptr_t wanted = 0;
+    for (const std::uintptr_t slot : slots) {
+        EXPECT_EQ(slot, wanted++);
+    }
+    EXPECT_EQ(wanted, 27U);
 }
 
 TEST(DriverLifecycle, CopiesAreTheSameDriver) {

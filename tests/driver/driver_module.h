@@ -14,7 +14,7 @@
 /// A module for tests, loaded from its file like any driver, its control as new.
 class CTestModule {
 public:
-    /// One of those that are built: by generation and text width.
+    /// One of those that are built: by generation, 0 for one that has the entries of all, and text width.
     CTestModule(int generation, bool wide);
     /// The same without some of its entries: a copy of the file, in which their names are others.
     CTestModule(int generation, bool wide, const std::vector<std::string> &missing);

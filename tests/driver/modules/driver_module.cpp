@@ -1,5 +1,5 @@
-// A driver module for tests, of generation KQ_GENERATION, with wide texts if KQ_WIDE is 1. What it does is up to the
-// test (module_control.h).
+// A driver module for tests, of generation KQ_GENERATION or, if that is 0, of all, with wide texts if KQ_WIDE is 1.
+// What it does is up to the test (module_control.h).
 
 #include <cstring>
 #include <string_view>
@@ -18,6 +18,7 @@ extern TModuleControl control;
 #define KQ_NAME(name) name
 #define KQ_FORM(name) KQ##name##Entry
 #endif
+#define KQ_HAS(generation) (KQ_GENERATION == (generation) || KQ_GENERATION == 0)
 /// Opens the definition of an entry; its form is checked behind it by KQ_CHECK.
 #define KQ_ENTRY(result, name) KQ_DRIVER_ENTRY result KQ_NAME(name)
 #define KQ_CHECK(name) static_assert(std::is_same_v<decltype(KQ_NAME(name)), KQ_FORM(name)>)
@@ -186,7 +187,7 @@ KQ_CHECK(MakeDriver);
 KQ_ENTRY(void, DisposeDriver)(void *driver) { Log("DisposeDriver", driver); }
 KQ_CHECK(DisposeDriver);
 
-#if KQ_GENERATION < 3
+#if KQ_HAS(1) || KQ_HAS(2)
 KQ_ENTRY(KQTruth, Init)
 (void *driver, std::uint32_t path_high, const CCharacter *path, std::uint32_t text_high, CCharacter *text,
  std::uint32_t zero, KQTruth first_instance, void *context, KQDriverCallbackEntry *callback) {
@@ -200,7 +201,9 @@ KQ_ENTRY(KQTruth, Init)
     return control.answer;
 }
 KQ_CHECK(Init);
-#else
+#endif
+
+#if KQ_HAS(3)
 KQ_ENTRY(void, Init3)
 (void *driver, std::uint32_t instance, std::uint32_t name_high, const CCharacter *name, void *context,
  KQDriverCallbackEntry *callback) {
@@ -302,7 +305,7 @@ KQ_ENTRY(KQTruth, InputOOBDataQuery)(void *driver, unsigned long *a, std::uint32
 }
 KQ_CHECK(InputOOBDataQuery);
 
-#if KQ_GENERATION == 1
+#if KQ_HAS(1)
 KQ_ENTRY(void, GetInput)(void *driver, std::uint32_t channel, KQValue *value) {
     Log("GetInput", driver, channel, value->tag);
     Fill(channel, *value);
@@ -313,7 +316,9 @@ KQ_ENTRY(void, OutputRequest)(void *driver, std::uint32_t channel, KQValue value
     Log("OutputRequest", driver, channel, value.tag, Take(value, Given()));
 }
 KQ_CHECK(OutputRequest);
-#elif KQ_GENERATION == 2
+#endif
+
+#if KQ_HAS(2)
 KQ_ENTRY(void, GetInput2)
 (void *driver, std::uint32_t channel, KQValue *value, std::uint32_t *status, KQUTCStamp *stamp) {
     Log("GetInput2", driver, channel, value->tag, stamp != nullptr);
@@ -327,7 +332,9 @@ KQ_ENTRY(void, OutputRequest2)
     Log("OutputRequest2", driver, channel, value.tag, Take(value, Given()), status, stamp != nullptr);
 }
 KQ_CHECK(OutputRequest2);
-#else
+#endif
+
+#if KQ_HAS(3)
 KQ_ENTRY(void, GetInput3)
 (void *driver, std::uint32_t channel, KQValue *value, std::uint32_t *status, KQUTCStamp *stamp, std::uint32_t *code) {
     Log("GetInput3", driver, channel, value->tag, stamp != nullptr, *code);
@@ -363,13 +370,15 @@ KQ_ENTRY(void, DriverProc)
 }
 KQ_CHECK(DriverProc);
 
-#if KQ_GENERATION < 3
+#if KQ_HAS(1) || KQ_HAS(2)
 KQ_ENTRY(void, QueryProc)(void *driver, KQValue in, KQValue *out) {
     Log("QueryProc", driver, in.tag, Take(in, Given()), out->tag, Take(*out, Present()));
     Fill(in.tag, *out);
 }
 KQ_CHECK(QueryProc);
-#else
+#endif
+
+#if KQ_HAS(3)
 KQ_ENTRY(void, QueryProc3)(void *driver, KQValue in, KQValue present, KQValue *out) {
     Log("QueryProc3", driver, in.tag, Take(in, Given()), present.tag, Take(present, Present()), out->tag);
     Fill(in.tag, *out);
