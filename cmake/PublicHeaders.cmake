@@ -5,6 +5,7 @@ set(KQ_PUBLIC_HEADERS
     configurator/kq_cfg.h
     driver/channel_map.h
     driver/component_helper.h
+    driver/dmf_words.h
     driver/driver_proxy.h
     driver/kq_def.h
     driver/kq_driver.h

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -8,6 +9,16 @@
 
 /// The languages that a host can have, in the order of their numbers.
 inline constexpr std::array<std::string_view, 4> kLanguages = {"CZ", "EN", "GE", "JP"};
+
+/// What drive is to do with a driver module.
+struct TDriveArguments {
+    std::optional<std::string> name;  ///< of the driver; else the module's
+    std::uint32_t instance = 0;
+    std::vector<std::string> reads;   ///< each CHANNEL:TYPE
+    std::vector<std::string> writes;  ///< each CHANNEL:TYPE=VALUE
+    std::uint32_t rounds = 1;         ///< 0 for no end
+    std::uint32_t interval = 1000;    ///< milliseconds from the beginning of a round to that of the next
+};
 
 /// The command line of one run, as the commands see it. Names of files and directories are as typed; `-` is standard
 /// input. Texts are still UTF-8.
@@ -24,4 +35,6 @@ struct TArguments {
     std::string expression;              ///< of eval; the value list of match
     std::string text;                    ///< of match
     std::vector<std::string> variables;  ///< each NAME=VALUE
+    std::string module;                  ///< of inspect and drive
+    TDriveArguments drive;
 };

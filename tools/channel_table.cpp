@@ -1,17 +1,13 @@
 #include "tools/channel_table.h"
 
 #include <algorithm>
-#include <array>
-#include <cstddef>
 
 #include "platform/base/code_page.h"
+#include "tools/text_table.h"
 
 using kq_cfg::TChannel;
 
 namespace {
-
-constexpr std::size_t kAlignedColumns = 4;
-using TRow = std::array<std::string, kAlignedColumns + 1>;
 
 /// What the definition leaves open.
 std::string OpenText(const TChannel &channel) {
@@ -21,7 +17,7 @@ std::string OpenText(const TChannel &channel) {
     return channel.type_free ? "type" : channel.direction_free ? "direction" : "";
 }
 
-TRow RowOf(const TChannel &channel) {
+std::vector<std::string> RowOf(const TChannel &channel) {
     std::string state = channel.defined ? "defined" : "not defined";
     const std::string open = OpenText(channel);
     if (!open.empty()) {
@@ -39,23 +35,7 @@ std::string ChannelNumbers(const TChannel &channel) {
 }
 
 std::string ChannelTable(const std::vector<TChannel> &channels) {
-    std::vector<TRow> rows = {{"CHANNELS", "TYPE", "DIRECTION", "STATE", "NAME"}};
+    std::vector<std::vector<std::string>> rows = {{"CHANNELS", "TYPE", "DIRECTION", "STATE", "NAME"}};
     std::transform(channels.begin(), channels.end(), std::back_inserter(rows), RowOf);
-    std::array<std::size_t, kAlignedColumns> widths{};
-    for (const TRow &row : rows) {
-        for (std::size_t column = 0; column < kAlignedColumns; ++column) {
-            widths[column] = std::max(widths[column], row[column].size());
-        }
-    }
-    std::string table;
-    for (const TRow &row : rows) {
-        std::string line;
-        for (std::size_t column = 0; column < kAlignedColumns; ++column) {
-            line += row[column] + std::string(widths[column] + 2 - row[column].size(), ' ');
-        }
-        line += row[kAlignedColumns];
-        line.erase(line.find_last_not_of(' ') + 1);
-        table += line + "\n";
-    }
-    return table;
+    return TextTable(rows);
 }

@@ -16,3 +16,5 @@ int RunEval(const TArguments &arguments, TConsole &console);
 int RunMatch(const TArguments &arguments, TConsole &console);
 int RunScan(const TArguments &arguments, TConsole &console);
 int RunTokens(const TArguments &arguments, TConsole &console);
+int RunInspect(const TArguments &arguments, TConsole &console);
+int RunDrive(const TArguments &arguments, TConsole &console);

@@ -11,6 +11,11 @@
 /// A JSON value that keeps its keys in the order in which they were put in.
 using TJson = nlohmann::ordered_json;
 
+/// A JSON value for people's eyes and programs', bytes that aren't UTF-8 replaced: the system's messages may hold any.
+inline std::string Dumped(const TJson &json) {
+    return json.dump(2, ' ', false, TJson::error_handler_t::replace) + "\n";
+}
+
 /// A text of the library as a JSON string.
 inline TJson TextJson(std::string_view text) { return kq_base::ToUtf8(text); }
 

@@ -19,7 +19,7 @@ public:
     CCommandLine()
         : app_(
               "Works with the configuration of I/O drivers: templates (PDT), parameter files (PAR), "
-              "driver map files (DMF)",
+              "driver map files (DMF), driver modules",
               kName) {
         app_.set_version_flag("--version", std::string(kName) + " " + KQ_VERSION);
         app_.require_subcommand(1);
@@ -31,6 +31,7 @@ public:
         AddTranslations();
         AddLanguageTools();
         AddScannerTools();
+        AddModuleTools();
     }
 
     CLI::App &App() { return app_; }
@@ -51,6 +52,15 @@ private:
 
     void AddFile(CLI::App *command, const char *name, std::string &target, const char *description) {
         command->add_option(name, target, description)->required()->option_text("FILE");
+    }
+
+    void AddRepeated(CLI::App *command, const char *name, std::vector<std::string> &target, const char *form,
+                     const char *description) {
+        command->add_option(name, target, description)
+            ->option_text(form)
+            ->expected(1)
+            ->take_all()
+            ->allow_extra_args(false);
     }
 
     void AddTemplateOptions(CLI::App *command) {
@@ -90,12 +100,8 @@ private:
     void AddLanguageTools() {
         CLI::App *eval = AddCommand("eval", "Evaluate an expression of the template language", RunEval);
         eval->add_option("EXPR", arguments_.expression, "The expression")->required()->option_text("TEXT");
-        eval->add_option("--var", arguments_.variables,
-                         "Declare a variable: a number, true, false, nedef, or a text, which may be 'quoted'")
-            ->option_text("NAME=VALUE")
-            ->expected(1)
-            ->take_all()
-            ->allow_extra_args(false);
+        AddRepeated(eval, "--var", arguments_.variables, "NAME=VALUE",
+                    "Declare a variable: a number, true, false, nedef, or a text, which may be 'quoted'");
         CLI::App *match = AddCommand("match", "Match a text against a value list of the template language", RunMatch);
         match->add_option("VALUELIST", arguments_.expression, "The list, as behind name =")
             ->required()
@@ -109,6 +115,23 @@ private:
         CLI::App *tokens = AddCommand("tokens", "List the tokens of a text", RunTokens);
         AddFile(tokens, "FILE", arguments_.par, "The text");
         tokens->add_flag("--raw", arguments_.raw, "With blanks and line ends");
+    }
+
+    void AddModuleTools() {
+        AddFile(AddCommand("inspect", "Tell what a driver module is", RunInspect), "MODULE", arguments_.module,
+                "The module");
+        CLI::App *drive = AddCommand("drive", "Run a driver: write and read channels for some rounds", RunDrive);
+        AddFile(drive, "MODULE", arguments_.module, "The driver module");
+        AddFile(drive, "PAR", arguments_.par, "The parameter file");
+        TDriveArguments &options = arguments_.drive;
+        drive->add_option("--name", options.name, "Name of the driver; without it the module's")->option_text("NAME");
+        drive->add_option("--instance", options.instance, "Which driver of the module this is, 0 for the first")
+            ->option_text("N");
+        AddRepeated(drive, "--read", options.reads, "CHANNEL:TYPE", "Read a channel in each round");
+        AddRepeated(drive, "--write", options.writes, "CHANNEL:TYPE=VALUE", "Write a channel in each round");
+        drive->add_option("--rounds", options.rounds, "Number of rounds, 1 without it; 0 goes on until Ctrl-C")
+            ->option_text("N");
+        drive->add_option("--interval", options.interval, "From round to round, 1000 without it")->option_text("MS");
     }
 
     CLI::App app_;
@@ -133,7 +156,8 @@ void Unguard(std::string &argument) {
 }
 
 TArguments Unguarded(TArguments arguments) {
-    for (std::string *argument : {&arguments.pdt, &arguments.par, &arguments.expression, &arguments.text}) {
+    for (std::string *argument :
+         {&arguments.pdt, &arguments.par, &arguments.expression, &arguments.text, &arguments.module}) {
         Unguard(*argument);
     }
     for (std::optional<std::string> *argument : {&arguments.dmf, &arguments.modules, &arguments.output}) {

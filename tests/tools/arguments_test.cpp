@@ -28,7 +28,7 @@ TEST(Arguments, WrongUsageIsToldAndGivesTwo) {
         {{}, "A subcommand is required"},
         {{"chek"}, "there is no command chek"},
         {{""}, "there is no command"},
-        {{"inspect", "a.dll"}, "there is no command inspect"},
+        {{"drive", "a.dll"}, "PAR is required"},
         {{"--json", "check", "a", "b"}, "--json"},
         {{"check"}, "PDT is required"},
         {{"check", "a.pdt"}, "PAR is required"},

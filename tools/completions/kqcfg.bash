@@ -13,7 +13,7 @@ _kqcfg() {
     local options
 
     if [[ $COMP_CWORD -eq 1 ]]; then
-        COMPREPLY=($(compgen -W "check format channels dmf template eval match scan tokens --help --version" -- "$current"))
+        COMPREPLY=($(compgen -W "check format channels dmf template eval match scan tokens inspect drive --help --version" -- "$current"))
         return
     fi
     case $previous in
@@ -28,7 +28,7 @@ _kqcfg() {
         --dmf | --output | -o)
             _kqcfg_files "$current"
             return ;;
-        --var)
+        --var | --name | --instance | --read | --write | --rounds | --interval)
             return ;;
     esac
     case ${COMP_WORDS[1]} in
@@ -36,8 +36,9 @@ _kqcfg() {
         format) options="$translation --output --check" ;;
         dmf) options="$translation --output" ;;
         eval) options="--var --json --help" ;;
-        match | scan) options="--json --help" ;;
+        match | scan | inspect) options="--json --help" ;;
         tokens) options="--raw --json --help" ;;
+        drive) options="--name --instance --read --write --rounds --interval --json --help" ;;
         *) return ;;
     esac
     if [[ $current == -* ]]; then
