@@ -25,6 +25,8 @@ namespace kq_pdt {
 
 namespace {
 
+bool MayBeEmpty(const CItem &item) { return item.Code() == TItemCode::kString || item.Code() == TItemCode::kNumber; }
+
 /// The first place of a part at a position from first to last, or npos.
 std::size_t FindPart(std::string_view text, std::string_view part, bool case_sensitive, std::uint32_t first,
                      std::uint32_t last) {
@@ -52,17 +54,55 @@ void CCutSearch::Begin(std::string_view text) {
 
 void CCutSearch::AddPattern(const CItemSeq::TItems &items) {
     const std::uint32_t pattern = patterns_++;
-    runs_.push_back({kNone, pattern, 0, 0, 0, 0});
-    offers_.clear();
-    offers_.push_back({0, 0, RunCount() - 1});
-    for (std::uint32_t item = 0; item < items.size() && !offers_.empty(); ++item) {
-        RunItem(*items[item], item, item + 1 == items.size());
+    std::uint32_t item = 0;
+    std::uint32_t position = 0;
+    for (; item < items.size() && items[item]->Code() == TItemCode::kConst; ++item) {
+        const auto &constant = static_cast<const CConstItem &>(*items[item]);
+        const std::string_view part = constant.Text();
+        if (!StandsAt(text_, position, part, constant.Attributes().case_sensitive)) {
+            return;
+        }
+        position += static_cast<std::uint32_t>(part.size());
     }
-    if (offers_.empty() || offers_.back().last != Length() || runs_[offers_.back().run].parent == kNone) {
+    runs_.push_back({kNone, pattern, item, position, position, position});
+    if (item == items.size()) {
+        Compete(RunCount() - 1, position, pattern);
         return;
     }
-    if (winner_ == kNone || IsAhead(offers_.back().run, winner_)) {
-        winner_ = offers_.back().run;
+    offers_.clear();
+    offers_.push_back({position, position, RunCount() - 1});
+    FollowItems(items, item, pattern);
+}
+
+/// Follows what the offers lead to in the items from the given one on.
+void CCutSearch::FollowItems(const CItemSeq::TItems &items, std::uint32_t item, std::uint32_t pattern) {
+    for (; !offers_.empty(); ++item) {
+        const std::uint32_t begin = RunCount();
+        const bool is_last = item + 1 == items.size();
+        RunItem(*items[item], item, is_last);
+        if (!MayBeEmpty(*items[item])) {
+            offers_.clear();
+        }
+        if (is_last) {
+            if (!offers_.empty()) {
+                Compete(offers_.back().run, offers_.back().last, pattern);
+            }
+            if (begin != RunCount()) {
+                Compete(RunCount() - 1, runs_.back().last, pattern);
+            }
+            return;
+        }
+        MergeOffers(begin);
+    }
+}
+
+/// Lets a run that holds positions up to last win, if these reach the end of the text and it took something.
+void CCutSearch::Compete(std::uint32_t run, std::uint32_t last, std::uint32_t pattern) {
+    if (last != Length() || (IsBegin(runs_[run]) && runs_[run].start == 0)) {
+        return;
+    }
+    if (winner_ == kNone || IsAhead(run, winner_)) {
+        winner_ = run;
         winning_pattern_ = pattern;
     }
 }
@@ -72,13 +112,13 @@ void CCutSearch::RunItem(CItem &item, std::uint32_t place, bool is_last) {
     switch (item.Code()) {
         case TItemCode::kString:
             RunString(place);
-            MergeOffers(begin);
-            return;
+            break;
         case TItemCode::kNumber:
             RunNumber(place);
-            numbers_.push_back({&item, begin, RunCount()});
-            MergeOffers(begin);
-            return;
+            if (begin != RunCount()) {
+                numbers_.push_back({&item, begin, RunCount()});
+            }
+            break;
         case TItemCode::kConst:
             RunConst(static_cast<const CConstItem &>(item), place, is_last);
             break;
@@ -86,10 +126,6 @@ void CCutSearch::RunItem(CItem &item, std::uint32_t place, bool is_last) {
             RunOther(item, place);
             SortByPosition(begin);
             break;
-    }
-    offers_.clear();
-    for (std::uint32_t run = begin; run < RunCount(); ++run) {
-        offers_.push_back({runs_[run].first, runs_[run].last, run});
     }
 }
 
@@ -187,9 +223,15 @@ void CCutSearch::SortByPosition(std::uint32_t begin) {
     runs_.resize(kept);
 }
 
-/// The runs from begin on, those of an item that may be empty, beside what was offered to it.
+/// The runs from begin on beside what was offered so far.
 void CCutSearch::MergeOffers(std::uint32_t begin) {
     if (begin == RunCount()) {
+        return;
+    }
+    if (offers_.empty() || offers_.back().last < runs_[begin].first) {
+        for (std::uint32_t run = begin; run < RunCount(); ++run) {
+            offers_.push_back({runs_[run].first, runs_[run].last, run});
+        }
         return;
     }
     merged_.clear();
@@ -238,8 +280,8 @@ bool CCutSearch::JoinedEarlier(std::uint32_t left, std::uint32_t right) const {
     for (;;) {
         const TRun &one = runs_[left];
         const TRun &other = runs_[right];
-        if (one.parent == kNone || other.parent == kNone) {
-            return one.parent == kNone && (other.parent != kNone || one.item < other.item);
+        if (IsBegin(one) || IsBegin(other)) {
+            return BeginsEarlier(left, right);
         }
         if (one.Made() != other.Made()) {
             return one.Made() < other.Made();
@@ -252,8 +294,28 @@ bool CCutSearch::JoinedEarlier(std::uint32_t left, std::uint32_t right) const {
     }
 }
 
-bool CCutSearch::IsMadeBeforeTheEnd(const TRun &run) const {
-    if (winner_ == kNone || runs_[run.parent].parent == kNone) {
+/// The same where at least one is the begin of a pattern. All constants that a pattern begins with are passed in the
+/// first walk, one after the other, so the one with fewer generations ahead of it stands ahead.
+bool CCutSearch::BeginsEarlier(std::uint32_t left, std::uint32_t right) const {
+    if (runs_[left].Made() != runs_[right].Made()) {
+        return runs_[left].Made() < runs_[right].Made();
+    }
+    std::uint32_t left_depth = 0;
+    for (; !IsBegin(runs_[left]); left = runs_[left].parent) {
+        ++left_depth;
+    }
+    std::uint32_t right_depth = 0;
+    for (; !IsBegin(runs_[right]); right = runs_[right].parent) {
+        ++right_depth;
+    }
+    left_depth += runs_[left].start;
+    right_depth += runs_[right].start;
+    return left_depth != right_depth ? left_depth < right_depth : runs_[left].item < runs_[right].item;
+}
+
+/// True if a match would have made the run's candidate before it ended.
+bool CCutSearch::IsMadeInTime(const TRun &run) const {
+    if (winner_ == kNone || (IsBegin(runs_[run.parent]) && runs_[run.parent].start == 0)) {
         return true;
     }
     const std::uint32_t last_walk = Length() - runs_[winner_].saved;
@@ -262,9 +324,11 @@ bool CCutSearch::IsMadeBeforeTheEnd(const TRun &run) const {
 
 bool CCutSearch::Finish() {
     for (const TNumberRuns &number : numbers_) {
-        const auto begin = runs_.begin() + number.begin;
-        const auto end = runs_.begin() + number.end;
-        if (std::any_of(begin, end, [this](const TRun &run) { return IsMadeBeforeTheEnd(run); })) {
+        std::uint32_t run = number.begin;
+        while (run < number.end && !IsMadeInTime(runs_[run])) {
+            ++run;
+        }
+        if (run < number.end) {
             number.item->ForceIntoRange();
         }
     }
@@ -274,17 +338,24 @@ bool CCutSearch::Finish() {
 void CCutSearch::AppendCuts(const CItemSeq::TItems &items, std::vector<TCut> &cuts) const {
     const std::size_t begin = cuts.size();
     std::uint32_t end = Length();
-    for (std::uint32_t place = winner_; runs_[place].parent != kNone; place = runs_[place].parent) {
+    std::uint32_t place = winner_;
+    for (; !IsBegin(runs_[place]); place = runs_[place].parent) {
         const TRun &run = runs_[place];
         cuts.push_back({run.item, run.start, end});
         end = run.start;
         const TRun &parent = runs_[run.parent];
-        const std::uint32_t behind = parent.parent == kNone ? 0 : parent.item + 1;
+        const std::uint32_t behind = IsBegin(parent) ? parent.start : parent.item + 1;
         for (std::uint32_t item = run.item; item-- > behind;) {
             if (BeginsAt(*items[item], run.start)) {
                 cuts.push_back({item, run.start, run.start});
             }
         }
+    }
+    for (std::uint32_t item = runs_[place].start; item-- > 0;) {
+        const std::size_t length = static_cast<const CConstItem &>(*items[item]).Text().size();
+        const std::uint32_t first = end - static_cast<std::uint32_t>(length);
+        cuts.push_back({item, first, end});
+        end = first;
     }
     std::reverse(cuts.begin() + static_cast<std::ptrdiff_t>(begin), cuts.end());
 }

@@ -67,7 +67,9 @@ private:
         std::uint32_t end;
     };
 
+    void FollowItems(const CItemSeq::TItems &items, std::uint32_t item, std::uint32_t pattern);
     void RunItem(CItem &item, std::uint32_t place, bool is_last);
+    void Compete(std::uint32_t run, std::uint32_t last, std::uint32_t pattern);
     void Start(const TOffer &offer, std::uint32_t item, std::uint32_t start, std::uint32_t length, std::uint32_t last);
     void RunString(std::uint32_t item);
     void RunNumber(std::uint32_t item);
@@ -77,8 +79,10 @@ private:
     void MergeOffers(std::uint32_t begin);
     bool IsAhead(std::uint32_t left, std::uint32_t right) const;
     bool JoinedEarlier(std::uint32_t left, std::uint32_t right) const;
-    bool IsMadeBeforeTheEnd(const TRun &run) const;
+    bool BeginsEarlier(std::uint32_t left, std::uint32_t right) const;
+    bool IsMadeInTime(const TRun &run) const;
     bool BeginsAt(const CItem &item, std::uint32_t position) const;
+    static bool IsBegin(const TRun &run) { return run.parent == kNone; }
     bool IsDigitAt(std::uint32_t position) const { return text_[position] >= '0' && text_[position] <= '9'; }
     std::uint32_t Length() const { return static_cast<std::uint32_t>(text_.size()); }
     std::uint32_t RunCount() const { return static_cast<std::uint32_t>(runs_.size()); }

@@ -48,9 +48,9 @@ CItem::CItem(TItemCode code) : code_(code), none_text_(DefaultNoneText()) {}
 
 CItem::~CItem() = default;
 
-const TItemAttributes &CItem::Attributes() const {
+const TItemAttributes &CItem::NoAttributes() {
     static const TItemAttributes none;
-    return attributes_ ? *attributes_ : none;
+    return none;
 }
 
 TItemAttributes &CItem::EditAttributes() {

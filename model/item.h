@@ -101,7 +101,7 @@ public:
     virtual void ForceIntoRange() {}
 
     TItemCode Code() const { return code_; }
-    const TItemAttributes &Attributes() const;
+    const TItemAttributes &Attributes() const { return attributes_ ? *attributes_ : NoAttributes(); }
     /// The attributes for the compiler to fill; only as long as no clone shares them.
     TItemAttributes &EditAttributes();
     bool HasRole(TRole role) const { return (Attributes().roles & role) != 0; }
@@ -141,6 +141,8 @@ protected:
     std::unique_ptr<CVarRefItem> id_variable_;
 
 private:
+    static const TItemAttributes &NoAttributes();
+
     struct TChannelEdit;
     bool EditChannelNumber(const TChannelEdit &edit, bool &decided);
     bool EditChannelWord(std::uint32_t keyword, const TValueMap &map, TCellEditor &editor);

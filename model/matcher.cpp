@@ -49,10 +49,16 @@ void TakePiece(CItem &clone, std::string_view text, std::uint32_t first, std::ui
 void CMatcher::Begin(std::string_view text) {
     text_ = text;
     patterns_.clear();
+    stepped_ = false;
 }
 
 void CMatcher::AddPattern(const CItemSeq &items, CDefNode *scope1, CDefNode *scope2) {
-    patterns_.push_back({&items.Items(), scope1, scope2, 0, 0, false, false, kNone});
+    bool with_scopes = false;
+    for (const auto &item : items.Items()) {
+        with_scopes = with_scopes || Publishes(*item);
+    }
+    patterns_.push_back({&items.Items(), scope1, scope2, 0, 0, with_scopes, false, kNone});
+    stepped_ = stepped_ || with_scopes;
 }
 
 void CMatcher::Prepare(bool everything_cheaply) {
@@ -70,7 +76,6 @@ void CMatcher::Prepare(bool everything_cheaply) {
                 operation.character = text.empty() ? '\0' : text.front();
             }
             operations_.push_back(operation);
-            pattern.with_scopes = pattern.with_scopes || Publishes(*item);
             variable_lengths += HasVariableLength(operation.code) ? 1 : 0;
         }
         pattern.publishes = pattern.with_scopes && !everything_cheaply;
@@ -114,24 +119,12 @@ bool CMatcher::Mark(const TPattern &pattern, bool starting, std::uint32_t item, 
     return fresh;
 }
 
-/// True if nothing publishes and no variable shows. The search then has had all patterns.
-bool CMatcher::RunWithoutSteps() {
-    for (const TPattern &pattern : patterns_) {
-        if (std::any_of(pattern.items->begin(), pattern.items->end(),
-                        [](const auto &item) { return Publishes(*item); })) {
-            return false;
-        }
-    }
-    search_.Begin(text_);
-    for (const TPattern &pattern : patterns_) {
-        search_.AddPattern(*pattern.items);
-    }
-    return true;
-}
-
 bool CMatcher::Run() {
-    stepped_ = !RunWithoutSteps();
     if (!stepped_) {
+        search_.Begin(text_);
+        for (const TPattern &pattern : patterns_) {
+            search_.AddPattern(*pattern.items);
+        }
         return search_.Finish();
     }
     Prepare(false);

@@ -96,7 +96,6 @@ private:
 
     enum class TStep { goesOn, failed, matched };
 
-    bool RunWithoutSteps();
     void Prepare(bool everything_cheaply);
     bool Search();
     bool Match(const TOperation &operation, std::uint32_t position, TMatchStep &step) const;
@@ -112,7 +111,7 @@ private:
 
     std::string_view text_;
     CCutSearch search_;
-    bool stepped_ = false;  ///< won_ holds the winner, else search_ does
+    bool stepped_ = false;  ///< a pattern publishes or shows a variable, so won_ will hold the winner and not search_
     std::vector<TPattern> patterns_;
     std::vector<TCandidate> queue_;
     std::vector<TOperation> operations_;
