@@ -1,7 +1,6 @@
 #include "tools/driver_codes.h"
 
 #include "driver/kq_drv.h"
-#include "tools/hex_text.h"
 
 std::string ProxyCodeText(std::uint32_t code) {
     switch (code) {
@@ -20,6 +19,6 @@ std::string ProxyCodeText(std::uint32_t code) {
         case kq_drv::kRoomTwice:
             return "the driver wants more room for a text a second time";
         default:
-            return "the driver has no text for the code " + HexText(code);
+            return "";
     }
 }

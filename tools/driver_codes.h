@@ -3,5 +3,5 @@
 #include <cstdint>
 #include <string>
 
-/// What a code means that the driver doesn't know: one of the proxy's (kq_drv::TDriverCode), or just its number.
+/// What one of the proxy's codes (kq_drv::TDriverCode) means; empty for any other, which is the driver's.
 std::string ProxyCodeText(std::uint32_t code);

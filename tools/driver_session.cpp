@@ -149,10 +149,11 @@ void CDriverSession::Run() {
 
 TStepResult CDriverSession::Failure(std::uint32_t code) {
     TDriverText text;
-    TStepResult result{.ok = false, .code = code};
-    result.text = driver_.QueryErrorCode(code, TDriverText::kHigh, text.Room()) ? kq_base::ToUtf8(text.String())
-                                                                                : ProxyCodeText(code);
-    return result;
+    std::string told = ProxyCodeText(code);
+    if (told.empty() && driver_.QueryErrorCode(code, TDriverText::kHigh, text.Room())) {
+        told = kq_base::ToUtf8(text.String());
+    }
+    return {.ok = false, .code = code, .text = told.empty() ? "the driver has no text for this code" : told};
 }
 
 TStepResult CDriverSession::AwaitEnd(TFinalized finalized) {

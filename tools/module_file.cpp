@@ -53,8 +53,7 @@ bool CheckReadable(TConsole &console, const std::string &name) {
     std::error_code error;
     const std::filesystem::file_status status = std::filesystem::status(located, error);
     if (!error && !std::filesystem::is_regular_file(status)) {
-        PrintError(console, name,
-                   std::filesystem::exists(status) ? "this isn't a plain file" : "there is no such file");
+        PrintError(console, name, "this isn't a plain file");
         return false;
     }
     errno = 0;

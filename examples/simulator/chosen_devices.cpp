@@ -18,7 +18,6 @@ namespace {
 struct TUsed {
     std::array<bool, kMaxSignals + 1> signals{};
     CChannelNumbers channels;
-    std::uint32_t open = 0;  ///< channels whose place the driver chooses, behind all others
 };
 
 void ReadChannels(par_scanner::CParScanner &scanner, TUsed &used) {
@@ -34,11 +33,7 @@ void ReadChannels(par_scanner::CParScanner &scanner, TUsed &used) {
         values.TakeNumber(count, 1, kMaxChannelsOfSignal);
         values.TakeNumber(first, 1, 0xFFFFFFFF - kMaxChannelsOfSignal);
         std::uint32_t taken = 0;
-        if (first == 0) {
-            used.open += count;
-        } else {
-            used.channels.Take(first, count, taken);
-        }
+        used.channels.Take(first != 0 ? first : used.channels.FreeBehindAll(count), count, taken);
     }
 }
 
@@ -57,10 +52,6 @@ bool ReadUsed(const std::string &path, TUsed &used) {
         }
     }
     scanner.Done();
-    std::uint32_t taken = 0;
-    if (const std::uint32_t first = used.open != 0 ? used.channels.FreeBehindAll(used.open) : 0; first != 0) {
-        used.channels.Take(first, used.open, taken);
-    }
     return true;
 }
 

@@ -1,6 +1,6 @@
 // Which values of `Limits` a file has depends on the shape and on whether there is noise at all, so the section of the
-// whole simulator is read ahead of all signals, wherever it stands. Numbers of channels that the file leaves open are
-// given out last, behind all others.
+// whole simulator is read ahead of all signals, wherever it stands. Channels whose place the file leaves open go behind
+// those of the signals ahead of them, as the template has it.
 
 #include "parameters.h"
 
@@ -167,14 +167,8 @@ private:
 
     bool PlaceChannels() {
         CChannelNumbers numbers;
-        for (const bool open : {false, true}) {
-            for (TSignal &signal : parameters_.signals) {
-                if ((signal.first == 0) == open && !Place(numbers, signal)) {
-                    return false;
-                }
-            }
-        }
-        return true;
+        return std::all_of(parameters_.signals.begin(), parameters_.signals.end(),
+                           [this, &numbers](TSignal &signal) { return Place(numbers, signal); });
     }
 
     bool Place(CChannelNumbers &numbers, TSignal &signal) {

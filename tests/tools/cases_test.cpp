@@ -15,6 +15,7 @@ namespace {
 using TJson = nlohmann::ordered_json;
 
 const std::string kRoot = std::string(KQ_SOURCE_DIR) + "/";
+const std::string kBuilt = std::string(KQ_BINARY_DIR) + "/";
 
 std::vector<std::filesystem::path> CaseFiles() {
     std::vector<std::filesystem::path> paths;
@@ -37,6 +38,7 @@ void Replace(std::string &text, const std::string &what, const std::string &with
 std::string Shown(std::string text) {
     Replace(text, "\r\n", "\n");
     Replace(text, "\r", "\\r");
+    Replace(text, kBuilt, "^");
     Replace(text, kRoot, "@");
     if (!text.empty() && text.back() != '\n') {
         text += "\n\\ no line end\n";
@@ -85,8 +87,8 @@ private:
         }
         std::vector<std::string> arguments = run.arguments;
         for (std::string &argument : arguments) {
-            if (argument.starts_with('@')) {
-                argument.replace(0, 1, kRoot);
+            if (argument.starts_with('@') || argument.starts_with('^')) {
+                argument.replace(0, 1, argument[0] == '@' ? kRoot : kBuilt);
             }
         }
         const TRunResult result = RunProgram(arguments, run.input);
