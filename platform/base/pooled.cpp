@@ -1,5 +1,6 @@
 // A chunk lies at a multiple of its size, so an object's address leads to the head of its chunk. The head counts the
-// objects, and one more as long as a thread lays new objects into the chunk.
+// objects that are left. The thread that lays objects into a chunk counts them on its own and settles the head's count
+// once, when it goes on to another chunk: until then the count stands so high that it can't run out.
 
 #include "platform/base/pooled.h"
 
@@ -16,15 +17,19 @@ constexpr std::size_t kChunkSize = std::size_t{64} << 10U;
 /// Larger objects come from the heap.
 constexpr std::size_t kLargest = 1024;
 
+/// More than the objects of a chunk.
+constexpr std::uint32_t kUnsettled = 1U << 20U;
+
 struct TChunk {
-    std::atomic<std::uint32_t> users{1};
+    std::atomic<std::uint32_t> objects{kUnsettled};
 };
 
 constexpr std::size_t kHead = alignof(std::max_align_t);
 static_assert(sizeof(TChunk) <= kHead);
+static_assert(kChunkSize / kHead < kUnsettled);
 
-void Leave(TChunk *chunk) noexcept {
-    if (chunk != nullptr && chunk->users.fetch_sub(1, std::memory_order_acq_rel) == 1) {
+void Leave(TChunk *chunk, std::uint32_t count) noexcept {
+    if (chunk->objects.fetch_sub(count, std::memory_order_acq_rel) == count) {
         chunk->~TChunk();
         std::free(chunk);
     }
@@ -35,7 +40,7 @@ class CCurrentChunk {
 public:
     CCurrentChunk() = default;
     ~CCurrentChunk() {
-        Leave(chunk_);
+        Settle();
         chunk_ = nullptr;  // objects may still be made while the program ends
     }
     CCurrentChunk(const CCurrentChunk &) = delete;
@@ -47,7 +52,7 @@ public:
         }
         void *object = reinterpret_cast<char *>(chunk_) + used_;
         used_ += size;
-        chunk_->users.fetch_add(1, std::memory_order_relaxed);
+        ++objects_;
         return object;
     }
 
@@ -57,13 +62,20 @@ private:
         if (memory == nullptr) {
             throw std::bad_alloc();
         }
-        Leave(chunk_);
+        Settle();
         chunk_ = new (memory) TChunk;
         used_ = kHead;
+        objects_ = 0;
+    }
+    void Settle() {
+        if (chunk_ != nullptr) {
+            Leave(chunk_, kUnsettled - objects_);
+        }
     }
 
     TChunk *chunk_ = nullptr;
     std::size_t used_ = 0;
+    std::uint32_t objects_ = 0;
 };
 
 thread_local CCurrentChunk current_chunk;
@@ -96,7 +108,7 @@ void CPooled::operator delete(void *object, std::size_t size) noexcept {
         return;
     }
     const std::size_t place_in_chunk = reinterpret_cast<std::uintptr_t>(object) & (kChunkSize - 1);
-    Leave(reinterpret_cast<TChunk *>(static_cast<char *>(object) - place_in_chunk));
+    Leave(reinterpret_cast<TChunk *>(static_cast<char *>(object) - place_in_chunk), 1);
 }
 
 }  // namespace kq_base
