@@ -44,7 +44,7 @@ bool CDriverComponentDLLHelper::Init(std::uint32_t error_high, char *error, void
     for (const std::string name : {"GetDriverInfo", "Version", "Check"}) {
         const std::string wide_name = name + "W";
         if (Find(name.c_str()) == nullptr && Find(wide_name.c_str()) == nullptr) {
-            const std::string text = name + ", " + wide_name + std::string(texts::kEntryMissing);
+            const std::string text = std::string(name).append(", ").append(wide_name).append(texts::kEntryMissing);
             kq_base::CopyToBuffer(text, error_high, error);
             return false;
         }

@@ -56,9 +56,9 @@ bool ReadParameters(const TDriverState &state, const TTextEntries<TCharacter> &e
         // Generation 1 makes no difference between being set up and reading its parameters. It gets the callback for
         // 8-bit texts in either width.
         CLocalText<TCharacter, 256> name_then_error(state.name.View());
-        const bool done =
-            state.Forward(entries.init, local_path.kHigh, local_path.Data(), name_then_error.kHigh,
-                          name_then_error.Data(), 0, KQTruth{state.instance == 0}, context, KQDriverCallback) != 0;
+        const bool done = state.Forward(entries.init, local_path.kHigh, local_path.Data(), name_then_error.kHigh,
+                                        name_then_error.Data(), std::uint32_t{0}, KQTruth{state.instance == 0}, context,
+                                        KQDriverCallback) != 0;
         if (!done) {
             kq_base::CopyToBuffer(name_then_error.View(), results.error_high, results.error);
         }

@@ -108,10 +108,10 @@ public:
     /// Fetches a channel's value. The value's tag says on entry what the caller expects. A string goes into the
     /// caller's TDStringA, or into a new one if the value has none; a buffer's pointer stays the caller's.
     ///
-    /// True if the code is 0. With a failure that the proxy found, the whole value is zero, so a caller needs its own
-    /// pointer to its string; one that the driver reports for a scalar leaves the value as the driver left it. The
-    /// status of a scalar is 500 if the driver is of generation 1; strings and buffers then leave it alone, and the
-    /// stamp is never touched.
+    /// True if the code is 0. With a failure that the proxy found, or a string for which the driver gave a code, the
+    /// whole value is zero, so a caller needs its own pointer to its string; another value for which the driver gave a
+    /// code stays as the driver left it. The status of a scalar is 500 if the driver is of generation 1; strings and
+    /// buffers then leave it alone, and the stamp is never touched.
     virtual bool GetInput(std::uint32_t &code, std::uint32_t channel, kq_def::TValue *value, std::uint32_t &status,
                           kq_def::TUTCStamp *stamp);
 

@@ -78,7 +78,7 @@ TEST(ComponentHelper, NamesTheFirstMissingPair) {
             const CTestModule module(3, wide, wanted.missing);
             CDriverComponentDLLHelper helper;
             EXPECT_EQ(InitText(helper, module.Handle()), wanted.error + missing);
-            EXPECT_EQ(Inspect(helper), refused + wanted.enumerates + no_driver);
+            EXPECT_EQ(Inspect(helper), std::string(refused).append(wanted.enumerates).append(no_driver));
         }
     }
     CDriverComponentDLLHelper helper;

@@ -22,7 +22,7 @@ std::string CopyWithout(const std::string &path, bool wide, const std::vector<st
         EXPECT_NE(at, std::string::npos) << full_name;
         bytes[at + full_name.size()] = '_';
     }
-    const std::string copy = std::filesystem::current_path() / ("copy" + std::to_string(++copies) + ".dll");
+    std::string copy = std::filesystem::current_path() / ("copy" + std::to_string(++copies) + ".dll");
     WriteBytes(copy, bytes);
     return copy;
 }
