@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string_view>
 #include <vector>
 
@@ -102,7 +103,7 @@ private:
     void ParseFunction();
     void ParseMinus();
     void ParseVariable();
-    void AddLiteral(TParValue value);
+    std::optional<TParValue> Literal() const;
     bool TakeOperator(TExprKind kind);
     bool Accept(CExpressionBuilder::TResult result);
     void Attach() { Accept(builder_.Attach()); }
@@ -126,6 +127,7 @@ private:
     CVariable *variable_ = nullptr;
     kq_base::CTextBuffer text_;
     CExpressionBuilder builder_;
+    std::optional<TParValue> first_literal_;  ///< read already, ahead of the operator that is the look-ahead now
 };
 
 }  // namespace kq_pdt

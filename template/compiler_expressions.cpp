@@ -1,6 +1,8 @@
 // Expressions. The grammar looks as usual, the trees don't: see CExpressionBuilder. Which level puts the cursor back
 // and which doesn't is what templates rest on, so the order of steps here must stay.
 
+#include <utility>
+
 #include "model/sheet_data.h"
 #include "platform/base/number_text.h"
 #include "template/compiler.h"
@@ -29,6 +31,28 @@ namespace {
 
 constexpr std::string_view kNewChannel = "new_channel";
 
+/// True for what carries an expression on behind an operand.
+bool IsOperator(std::uint32_t kind) {
+    switch (kind) {
+        case kwOr:
+        case kwAnd:
+        case kEqual:
+        case kNotEqual:
+        case kLess:
+        case kLessEqual:
+        case kGreater:
+        case kGreaterEqual:
+        case kPlus:
+        case kMinus:
+        case kStar:
+        case kSlash:
+        case kwMod:
+            return true;
+        default:
+            return false;
+    }
+}
+
 }  // namespace
 
 /// Fails if the tree didn't take a node.
@@ -47,8 +71,21 @@ bool CPdtCompiler::TakeOperator(TExprKind kind) {
     return !Failed() && Accept(builder_.SetNodeKind(kind));
 }
 
+/// Most defaults are one literal, which needs no way down through all levels of the grammar. Only if an operator
+/// follows they are gone through, and ParseFactor takes the literal that was read.
 std::unique_ptr<CExpression> CPdtCompiler::ParseWholeExpression() {
+    if (Failed()) {
+        return nullptr;
+    }
     builder_.Clear();
+    first_literal_ = Literal();
+    if (first_literal_) {
+        NextToken();
+        if (!IsOperator(Kind())) {
+            builder_.AddOperand(TExprKind::kLiteral, *std::exchange(first_literal_, std::nullopt));
+            return builder_.Finish(*sheet_data_);
+        }
+    }
     ParseExpression();
     return Failed() ? nullptr : builder_.Finish(*sheet_data_);
 }
@@ -171,11 +208,32 @@ void CPdtCompiler::ParseProduct() {
     }
 }
 
+/// The value of the look-ahead if it is a literal.
+std::optional<TParValue> CPdtCompiler::Literal() const {
+    std::uint32_t number = 0;
+    switch (Kind()) {
+        case kNumber:
+            return kq_base::ParseDecimal(TokenText(), number) ? std::optional(TParValue::Number(number)) : std::nullopt;
+        case kwTrue:
+        case kwFalse:
+            return TParValue::Bool(Kind() == kwTrue);
+        case kwNedef:
+            return TParValue::Undefined();
+        case kString:
+            return TParValue::Text(TokenText());
+        default:
+            return std::nullopt;
+    }
+}
+
 void CPdtCompiler::ParseFactor() {
     if (Failed()) {
         return;
     }
-    std::uint32_t number = 0;
+    if (first_literal_) {
+        Accept(builder_.AddOperand(TExprKind::kLiteral, *std::exchange(first_literal_, std::nullopt)));
+        return;
+    }
     switch (Kind()) {
         case kLeftParenthesis:
             ParseParentheses();
@@ -186,35 +244,19 @@ void CPdtCompiler::ParseFactor() {
         case kMinus:
             ParseMinus();
             return;
-        case kNumber:
-            if (kq_base::ParseDecimal(TokenText(), number)) {
-                AddLiteral(TParValue::Number(number));
-                return;
-            }
-            break;
-        case kwTrue:
-        case kwFalse:
-            AddLiteral(TParValue::Bool(Kind() == kwTrue));
-            return;
-        case kwNedef:
-            AddLiteral(TParValue::Undefined());
-            return;
-        case kString:
-            AddLiteral(TParValue::Text(TokenText()));
-            return;
         case kPercent:
             ParseVariable();
             return;
         default:
             break;
     }
-    Fail(texts::kExpectedOneOf, {kNumber, kString, kPercent, kLeftParenthesis, kwTrue, kwFalse});
-}
-
-void CPdtCompiler::AddLiteral(TParValue value) {
-    if (Accept(builder_.AddOperand(TExprKind::kLiteral, std::move(value)))) {
-        NextToken();
+    if (std::optional<TParValue> literal = Literal()) {
+        if (Accept(builder_.AddOperand(TExprKind::kLiteral, std::move(*literal)))) {
+            NextToken();
+        }
+        return;
     }
+    Fail(texts::kExpectedOneOf, {kNumber, kString, kPercent, kLeftParenthesis, kwTrue, kwFalse});
 }
 
 void CPdtCompiler::ParseParentheses() {

@@ -16,11 +16,11 @@ void CExpressionBuilder::Clear() {
     base_level_ = 0;
 }
 
-CExpressionBuilder::TResult CExpressionBuilder::Add(TNode node, bool move_cursor) {
+CExpressionBuilder::TResult CExpressionBuilder::Add(TExprKind kind, bool counted, bool move_cursor) {
     const auto place = static_cast<TCursor>(nodes_.size());
     const std::uint32_t above = root_ == kNone ? base_level_ : nodes_[cursor_].level;
-    node.level = above + (node.counted ? 1 : 0);
-    if (node.level > kMaxDepth) {
+    const std::uint32_t level = above + (counted ? 1 : 0);
+    if (level > kMaxDepth) {
         return TResult::kTooDeep;
     }
     if (root_ == kNone) {
@@ -33,7 +33,10 @@ CExpressionBuilder::TResult CExpressionBuilder::Add(TNode node, bool move_cursor
     } else {
         return TResult::kFull;
     }
-    nodes_.push_back(std::move(node));
+    TNode &node = nodes_.emplace_back();
+    node.kind = kind;
+    node.level = level;
+    node.counted = counted;
     if (move_cursor) {
         cursor_ = place;
     }
@@ -44,19 +47,16 @@ bool CExpressionBuilder::HasPlace() const {
     return root_ == kNone || nodes_[cursor_].left == kNone || nodes_[cursor_].right == kNone;
 }
 
-CExpressionBuilder::TResult CExpressionBuilder::Attach() { return Add(TNode(), true); }
+CExpressionBuilder::TResult CExpressionBuilder::Attach() { return Add(TExprKind::kGroup, false, true); }
 
-CExpressionBuilder::TResult CExpressionBuilder::AttachParentheses() {
-    TNode node;
-    node.counted = true;
-    return Add(std::move(node), true);
-}
+CExpressionBuilder::TResult CExpressionBuilder::AttachParentheses() { return Add(TExprKind::kGroup, true, true); }
 
 CExpressionBuilder::TResult CExpressionBuilder::AddOperand(TExprKind kind, TParValue value) {
-    TNode node;
-    node.kind = kind;
-    node.value = std::move(value);
-    return Add(std::move(node), false);
+    const TResult result = Add(kind, false, false);
+    if (result == TResult::kDone) {
+        nodes_.back().value = std::move(value);
+    }
+    return result;
 }
 
 CExpressionBuilder::TResult CExpressionBuilder::SetNodeKind(TExprKind kind) {
@@ -105,14 +105,15 @@ CExpressionBuilder::TSavedTree CExpressionBuilder::BeginArgument() {
 }
 
 CExpressionBuilder::TResult CExpressionBuilder::EndArgument(const TSavedTree &saved) {
-    TNode function;
-    function.kind = TExprKind::kFunction;
-    function.counted = true;
-    function.left = root_;
+    const TCursor argument = root_;
     root_ = saved.root;
     cursor_ = saved.cursor;
     base_level_ = saved.base_level;
-    return Add(std::move(function), false);
+    const TResult result = Add(TExprKind::kFunction, true, false);
+    if (result == TResult::kDone) {
+        nodes_.back().left = argument;
+    }
+    return result;
 }
 
 /// A node without an operator and with one child is only a way down.

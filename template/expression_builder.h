@@ -68,7 +68,7 @@ private:
         TParValue value;
     };
 
-    TResult Add(TNode node, bool move_cursor);
+    TResult Add(TExprKind kind, bool counted, bool move_cursor);
     std::uint32_t Height(TCursor root) const;
     TCursor SkipGroups(TCursor node) const;
     std::uint32_t Emit(TCursor node, CExpression::TNodes &nodes) const;
