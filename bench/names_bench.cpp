@@ -1,0 +1,118 @@
+/// Finding forty names that a module exports, from its file, without loading it: our reader, which goes through the
+/// hash table, beside libelf, with which one walks the symbol table. The argument is the number of symbols in the
+/// module. To open the file and map it is the part that nobody can do without.
+
+#include <benchmark/benchmark.h>
+#include <fcntl.h>
+#include <gelf.h>
+#include <sys/mman.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <string>
+#include <unordered_set>
+#include <vector>
+
+#include "platform/os/module_names.h"
+
+namespace {
+
+constexpr std::size_t kNames = 40;
+
+std::string ModuleOf(const benchmark::State &state) {
+    return std::string(KQ_BENCH_MODULES) + "/bench_names_" + std::to_string(state.range(0)) + ".dll";
+}
+
+const std::vector<std::string> &Names() {
+    static const std::vector<std::string> names = [] {
+        std::vector<std::string> made;
+        for (std::size_t number = 1; number <= kNames; ++number) {
+            made.push_back("DriverEntry" + std::to_string(number));
+        }
+        return made;
+    }();
+    return names;
+}
+
+void Check(benchmark::State &state, std::size_t found) {
+    if (found != kNames) {
+        state.SkipWithError("not all names were found");
+    }
+}
+
+void OpenAndMap(benchmark::State &state) {
+    const std::string path = ModuleOf(state);
+    for (auto _ : state) {
+        const int file = open(path.c_str(), O_RDONLY | O_CLOEXEC);
+        struct stat status = {};
+        if (file < 0 || fstat(file, &status) != 0) {
+            state.SkipWithError("the module can't be opened");
+            break;
+        }
+        const auto size = static_cast<std::size_t>(status.st_size);
+        void *const memory = mmap(nullptr, size, PROT_READ, MAP_PRIVATE, file, 0);
+        close(file);
+        benchmark::DoNotOptimize(*static_cast<const volatile char *>(memory));
+        munmap(memory, size);
+    }
+}
+
+void OurNames(benchmark::State &state) {
+    const std::string path = ModuleOf(state);
+    std::size_t found = 0;
+    for (auto _ : state) {
+        kq_os::CModuleNames names;
+        names.Open(path);
+        found = 0;
+        for (const std::string &name : Names()) {
+            found += names.Exports(name) ? 1 : 0;
+        }
+    }
+    Check(state, found);
+}
+
+/// How many of the names stand in a section of dynamic symbols; the walk ends with the last one.
+std::size_t FoundInSymbols(Elf *elf, Elf_Scn *section, const GElf_Shdr &header,
+                           const std::unordered_set<std::string_view> &wanted) {
+    Elf_Data *const data = elf_getdata(section, nullptr);
+    const std::size_t count = header.sh_size / header.sh_entsize;
+    std::size_t found = 0;
+    for (std::size_t at = 1; at < count && found < wanted.size(); ++at) {
+        GElf_Sym symbol;
+        gelf_getsym(data, static_cast<int>(at), &symbol);
+        const char *const name = elf_strptr(elf, header.sh_link, symbol.st_name);
+        found += symbol.st_shndx != SHN_UNDEF && name != nullptr && wanted.contains(name) ? 1 : 0;
+    }
+    return found;
+}
+
+void LibelfWalk(benchmark::State &state) {
+    elf_version(EV_CURRENT);
+    const std::string path = ModuleOf(state);
+    const std::unordered_set<std::string_view> wanted(Names().begin(), Names().end());
+    std::size_t found = 0;
+    for (auto _ : state) {
+        const int file = open(path.c_str(), O_RDONLY | O_CLOEXEC);
+        Elf *const elf = elf_begin(file, ELF_C_READ_MMAP, nullptr);
+        found = 0;
+        for (Elf_Scn *section = elf_nextscn(elf, nullptr); section != nullptr; section = elf_nextscn(elf, section)) {
+            GElf_Shdr header;
+            gelf_getshdr(section, &header);
+            if (header.sh_type == SHT_DYNSYM) {
+                found = FoundInSymbols(elf, section, header, wanted);
+                break;
+            }
+        }
+        elf_end(elf);
+        close(file);
+    }
+    Check(state, found);
+}
+
+#define KQ_MODULES(work) BENCHMARK(work)->Arg(40)->Arg(5000)->Unit(benchmark::kMicrosecond)
+
+KQ_MODULES(OpenAndMap);
+KQ_MODULES(OurNames);
+KQ_MODULES(LibelfWalk);
+
+}  // namespace
