@@ -174,6 +174,10 @@ bool CItem::Match(std::string_view /*text*/, std::uint32_t /*position*/, TMatchS
 
 bool CItem::ParseValue(std::string_view /*text*/, std::uint32_t /*first*/, std::uint32_t /*end*/) { return false; }
 
+void CItem::ParsePiece(const TMatchPiece &piece) { ParseValue(piece.text, piece.first, piece.end); }
+
+void CItem::TakePiece(const TMatchPiece &piece) { ParsePiece(piece); }
+
 void CItem::Done() { id_variable_.reset(); }
 
 void CItem::CloneBaseInto(CItem &clone) {

@@ -42,6 +42,15 @@ struct TMatchStep {
     bool may_be_empty = false;   ///< the item may be passed over without a character
 };
 
+/// What a match cut out of its text for one item.
+struct TMatchPiece {
+    std::string_view text;
+    std::uint32_t first = 0;
+    std::uint32_t end = 0;
+    bool ends_text = false;     ///< nothing was taken behind it
+    bool ends_pattern = false;  ///< the item is the last of its pattern
+};
+
 /// One element of a name or of a `par` line: it takes attributes from the compiler, recognises itself in the text of a
 /// parameter file, keeps a value, prints it, shows it in cells of the sheet, edits it there, and hands it on to a
 /// variable. This base has no value and answers false, nothing or 0.
@@ -92,6 +101,11 @@ public:
     virtual bool Match(std::string_view text, std::uint32_t position, TMatchStep &step);
     /// Takes the characters from first up to but not including end as (a further part of) the value, and publishes it.
     virtual bool ParseValue(std::string_view text, std::uint32_t first, std::uint32_t end);
+    /// Takes a whole piece as a walk through the text would have fed it to a clone.
+    virtual void ParsePiece(const TMatchPiece &piece);
+    /// Does to an item that publishes nothing what cloning it, feeding the piece to the clone and taking over the
+    /// clone's value would do.
+    virtual void TakePiece(const TMatchPiece &piece);
     /// A variable changed. ok becomes false if what follows from that can't be.
     virtual void ParameterChanged(const CVariable *variable, const TParValue &value, bool &ok);
     /// Gives back what others can see of the item.

@@ -22,28 +22,6 @@ bool Publishes(const CItem &item) {
     return item.IdVariable() != nullptr || item.Code() == TItemCode::kPlain || item.Code() == TItemCode::kDll;
 }
 
-/// Feeds a piece to a clone as the walk through the text would: a number's digits one at a time where they may not all
-/// fit. last tells that the piece ends the text, so nothing was cloned behind it any more.
-void TakePiece(CItem &clone, std::string_view text, std::uint32_t first, std::uint32_t end, bool last, bool has_next) {
-    constexpr std::uint32_t kSafeDigits = 9;
-    if (clone.Code() != TItemCode::kNumber || end - first <= kSafeDigits) {
-        clone.ParseValue(text, first, end);
-        if (!last) {
-            clone.ForceIntoRange();
-        }
-        return;
-    }
-    for (std::uint32_t digit = first; digit < end; ++digit) {
-        if (digit != first && has_next) {
-            clone.ForceIntoRange();
-        }
-        clone.ParseValue(text, digit, digit + 1);
-    }
-    if (!last) {
-        clone.ForceIntoRange();
-    }
-}
-
 }  // namespace
 
 void CMatcher::Begin(std::string_view text) {
@@ -313,12 +291,33 @@ std::unique_ptr<CItemSeq> CMatcher::BuildResults() {
     auto results = std::make_unique<CItemSeq>();
     Cuts();
     for (std::size_t place = 0; place < cuts_.size(); ++place) {
-        const TCut &cut = cuts_[place];
-        std::unique_ptr<CItem> clone = items[cut.item]->Clone();
-        TakePiece(*clone, text_, cut.first, cut.end, place + 1 == cuts_.size(), cut.item + 1 < items.size());
+        std::unique_ptr<CItem> clone = items[cuts_[place].item]->Clone();
+        clone->ParsePiece(Piece(place));
         results->Append(std::move(clone));
     }
     return results;
+}
+
+/// The piece of a cut.
+TMatchPiece CMatcher::Piece(std::size_t place) const {
+    const TCut &cut = cuts_[place];
+    const bool ends_pattern = cut.item + 1 == patterns_[Winner()].items->size();
+    return {text_, cut.first, cut.end, place + 1 == cuts_.size(), ends_pattern};
+}
+
+bool CMatcher::PutIntoPattern() {
+    if (stepped_) {
+        return false;
+    }
+    const auto &items = *patterns_[Winner()].items;
+    Cuts();
+    if (cuts_.size() != items.size()) {
+        return false;
+    }
+    for (std::size_t place = 0; place < cuts_.size(); ++place) {
+        items[place]->TakePiece(Piece(place));
+    }
+    return true;
 }
 
 }  // namespace kq_pdt

@@ -48,6 +48,9 @@ public:
     /// Clones of the items that took part, each with its piece. An item that took nothing may be missing, so results
     /// don't always line up with the pattern. To be called at most once, and before the pattern's items change.
     std::unique_ptr<CItemSeq> TakeResults();
+    /// Does to the items of the winning pattern what CopyValues from the results would do, without results. False, and
+    /// nothing done, where something publishes or shows a variable, or results and pattern don't line up.
+    bool PutIntoPattern();
 
 private:
     static constexpr std::uint32_t kNone = 0xFFFFFFFF;
@@ -108,6 +111,7 @@ private:
     bool RestMayBeEmpty(const TPattern &pattern, std::uint32_t item) const;
     bool Mark(const TPattern &pattern, bool starting, std::uint32_t item, std::uint32_t position);
     std::unique_ptr<CItemSeq> BuildResults();
+    TMatchPiece Piece(std::size_t place) const;
 
     std::string_view text_;
     CCutSearch search_;

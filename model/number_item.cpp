@@ -1,5 +1,7 @@
 #include "model/number_item.h"
 
+#include <utility>
+
 #include "model/var_ref_item.h"
 #include "platform/base/number_text.h"
 
@@ -189,6 +191,32 @@ bool CNumberItem::ParseValue(std::string_view text, std::uint32_t first, std::ui
         PublishValue(TParValue::Number(value_));
     }
     return true;
+}
+
+/// The digits come one at a time where they may not all fit, each behind a clone of what they made so far.
+void CNumberItem::ParsePiece(const TMatchPiece &piece) {
+    constexpr std::uint32_t kSafeDigits = 9;
+    if (piece.end - piece.first <= kSafeDigits) {
+        ParseValue(piece.text, piece.first, piece.end);
+    } else {
+        for (std::uint32_t digit = piece.first; digit < piece.end; ++digit) {
+            if (digit != piece.first && !piece.ends_pattern) {
+                ForceIntoRange();
+            }
+            ParseValue(piece.text, digit, digit + 1);
+        }
+    }
+    if (!piece.ends_text) {
+        ForceIntoRange();
+    }
+}
+
+void CNumberItem::TakePiece(const TMatchPiece &piece) {
+    ForceIntoRange();
+    kq_base::TText own_buffer = std::exchange(parse_buffer_, {});
+    ParsePiece(piece);
+    parse_buffer_ = std::move(own_buffer);
+    has_value_ = true;
 }
 
 void CNumberItem::ParameterChanged(const CVariable *variable, const TParValue &value, bool &ok) {

@@ -161,4 +161,11 @@ bool COptionsItem::ParseValue(std::string_view text, std::uint32_t first, std::u
     return true;
 }
 
+void COptionsItem::TakePiece(const TMatchPiece &piece) {
+    ParsePiece(piece);
+    if (selected_index_ >= Entries().size()) {
+        selected_index_ = kNoNumber;
+    }
+}
+
 }  // namespace kq_pdt

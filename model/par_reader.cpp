@@ -258,8 +258,9 @@ bool CParReader::TakeValue(std::string_view value, bool has_separator, std::uint
     }
     const CScopeGuard section_scope(&instance);
     const CScopeGuard key_scope(&key);
-    const std::unique_ptr<CItemSeq> results = matcher_.TakeResults();
-    par.Items().CopyValues(*results);
+    if (!matcher_.PutIntoPattern()) {
+        par.Items().CopyValues(*matcher_.TakeResults());
+    }
     if (has_separator) {
         par.SetSeparator(par_scanner::TokenKindText(separator));
     }

@@ -145,6 +145,11 @@ bool CStringItem::ParseValue(std::string_view text, std::uint32_t first, std::ui
     return true;
 }
 
+void CStringItem::TakePiece(const TMatchPiece &piece) {
+    has_value_ = false;
+    ParsePiece(piece);
+}
+
 void CStringItem::ParameterChanged(const CVariable *variable, const TParValue &value, bool &ok) {
     CItem::ParameterChanged(variable, value, ok);
     const TItemAttributes &attributes = Attributes();

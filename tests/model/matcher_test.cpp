@@ -39,17 +39,20 @@ public:
         lists.emplace_back();
         ASSERT_TRUE(compiler.CompileValueList(lists.back(), result)) << text << result.message.View();
     }
-    /// The numbers of all items: a match pulls them into their ranges.
-    std::string Numbers() const {
-        std::string numbers;
+    /// What all items hold: a match pulls numbers into their ranges, and the winner's values are taken over.
+    std::string Values() const {
+        std::string values;
         for (const auto &list : lists) {
             for (const auto &item : list->Items().Items()) {
+                kq_base::CTextBuffer text;
+                const bool writes = item->AppendText(text);
+                values += std::string(text.View()) + (writes ? " " : "? ");
                 if (const auto *number = dynamic_cast<const kq_pdt::CNumberItem *>(item.get())) {
-                    numbers += std::to_string(number->Value()) + " ";
+                    values += std::to_string(number->Value()) + " ";
                 }
             }
         }
-        return numbers;
+        return values;
     }
 
     kq_pdt::CParSheetData data;
@@ -77,6 +80,9 @@ std::string RunMatcher(CMatcher &matcher, const CPatterns &patterns, std::string
     }
     const bool matched = matcher.Run();
     const std::unique_ptr<CItemSeq> results = matched ? matcher.TakeResults() : nullptr;
+    if (matched && !matcher.PutIntoPattern()) {
+        patterns.lists[matcher.Winner()]->Items().CopyValues(*results);
+    }
     return Show(matched, matcher.Winner(), results.get());
 }
 
@@ -86,6 +92,9 @@ std::string RunReference(const CPatterns &patterns, std::string_view text) {
         matcher.AddPattern(list->Items());
     }
     const bool matched = matcher.Run();
+    if (matched) {
+        patterns.lists[matcher.Winner()]->Items().CopyValues(matcher.Results());
+    }
     return Show(matched, matcher.Winner(), matched ? &matcher.Results() : nullptr);
 }
 
@@ -132,7 +141,7 @@ public:
             matches_ += due == "no match" ? 0 : 1;
             ASSERT_EQ(RunMatcher(matcher_, ours, text), due) << testing::PrintToString(set) << " on " << text;
             ASSERT_EQ(ours.recorder.log, reference.recorder.log) << testing::PrintToString(set) << " on " << text;
-            ASSERT_EQ(ours.Numbers(), reference.Numbers()) << testing::PrintToString(set) << " on " << text;
+            ASSERT_EQ(ours.Values(), reference.Values()) << testing::PrintToString(set) << " on " << text;
         }
     }
     void CompareAll(const std::vector<std::string> &chains, const std::vector<std::string> &texts) {
