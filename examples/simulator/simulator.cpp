@@ -104,8 +104,8 @@ TCode CSimulator::InputHistory(const TValue &value) const {
     }
     std::array<float, kHistorySteps> history{};
     if (!parameters_.signals.empty()) {
-        const std::uint64_t known = std::min<std::uint64_t>(step_ + 1, kHistorySteps);
-        for (std::uint64_t back = 0; back < known; ++back) {
+        const auto known = static_cast<std::size_t>(std::min<std::uint64_t>(step_ + 1, kHistorySteps));
+        for (std::size_t back = 0; back < known; ++back) {
             history[kHistorySteps - 1 - back] =
                 static_cast<float>(SignalValue(parameters_, parameters_.signals.front(), 0, step_ - back));
         }
