@@ -1,5 +1,5 @@
-/// The matcher of names and values beside RE2, both with the pieces that the text was cut into. `Results` gives clones of
-/// the items with their pieces too.
+/// The matcher of names and values beside RE2, both with the pieces that the text was cut into. `Results` gives clones
+/// of the items with their pieces too.
 
 #include <benchmark/benchmark.h>
 #include <re2/re2.h>
