@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
-#include "bench/support/count_memory.h"
 #include "tests/driver/driver_module.h"
+#include "tests/support/count_allocations.h"
 
 namespace {
 
@@ -27,14 +27,14 @@ TEST(DriverAllocation, SettledExchangesAllocateNothing) {
         module.Control().logs = false;
         CInitializedDriver driver(module);
         TDStringA string;
-        const kq_bench::CMemoryMeter scalars;
+        const CAllocationMeter scalars;
         Exchange(driver, string, false);
         EXPECT_EQ(scalars.Allocations(), 0U);
         for (const std::size_t length : module.Generation() == 3 ? std::vector<std::size_t>{10, 5000, 10}
                                                                  : std::vector<std::size_t>{10, 255, 10}) {
             module.SetTexts(std::u16string(length, u'ž'));
             Exchange(driver, string, true);
-            const kq_bench::CMemoryMeter settled;
+            const CAllocationMeter settled;
             Exchange(driver, string, true);
             EXPECT_EQ(settled.Allocations(), 0U) << length;
         }
@@ -45,7 +45,7 @@ TEST(DriverAllocation, SettledExchangesAllocateNothing) {
 TEST(DriverAllocation, NothingStaysBehindWithoutDone) {
     const CTestModule module(3, true);
     module.Control().logs = false;
-    const kq_bench::CMemoryMeter before;
+    const CAllocationMeter before;
     {
         kq_drv::CDriver driver;
         kq_drv::CDriver copy(driver);

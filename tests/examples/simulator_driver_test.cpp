@@ -172,7 +172,7 @@ TEST(SimulatorDriver, DamagedParameterFiles) {
     std::mt19937 random(7);  // NOLINT(cert-msc51-cpp): the same files every time
     const std::string bytes("[]=,\n\"'(*)0919\x00\xE8", 17);
     int read = 0;
-    for (int round = 0; round < 600; ++round) {
+    for (unsigned round = 0; round < 600; ++round) {
         std::string par = sample;
         for (std::size_t change = 0; change < 1 + round % 5U; ++change) {
             const std::size_t at = random() % par.size();

@@ -111,7 +111,7 @@ TEST(ParScanner, ReaderFailuresEndTheText) {
 
 TEST(ParScanner, BoundsOfTexts) {
     for (const std::string_view more : {"", "'", "(**)"}) {  // in a plain line and in odd ones
-        for (const std::size_t length : {254, 255, 256, 300}) {
+        for (const std::size_t length : {254U, 255U, 256U, 300U}) {
             const std::string x(length, 'x');
             const std::string expected(length > 255 ? 254 : length, 'x');
             const std::string tail(more == "'" ? "''" : more);
