@@ -311,8 +311,8 @@ TEST(SimulatorDriver, LongTextsBuffersAndQuestions) {
     value.tag = kq_def::kTagBuffer;
     value.PutField(TValue::kBufferAt, history.data());
     ASSERT_TRUE(host.Get(kHistory, value)) << host.Code();
-    EXPECT_EQ(history[61], 0);
-    EXPECT_NE(history[62], 0);
+    EXPECT_EQ(history[61], 0.0F);
+    EXPECT_NE(history[62], 0.0F);
     EXPECT_EQ(history[63], host.Get<kq_def::kTagShortreal>(11));
 
     TDStringA question(std::string_view("Signal3"));
