@@ -53,8 +53,10 @@ bool CDriverComponentDLLHelper::Init(std::uint32_t error_high, char *error, void
     return true;
 }
 
+bool CDriverComponentDLLHelper::MayCall() const { return state_ == kPassed && !kq_os::OnlyLooks(module_); }
+
 bool CDriverComponentDLLHelper::Version(std::uint32_t &version) const {
-    if (state_ != kPassed) {
+    if (!MayCall()) {
         return false;
     }
     void *const wide = Find("VersionW");
@@ -64,7 +66,7 @@ bool CDriverComponentDLLHelper::Version(std::uint32_t &version) const {
 }
 
 bool CDriverComponentDLLHelper::GetDriverDescription(std::uint32_t high, char *text) const {
-    if (state_ != kPassed) {
+    if (!MayCall()) {
         return false;
     }
     return TakeText(reinterpret_cast<KQGetDriverInfoEntry *>(Find("GetDriverInfo")),
@@ -77,7 +79,7 @@ bool CDriverComponentDLLHelper::GetDriverDescription(std::uint32_t high, char *t
 
 bool CDriverComponentDLLHelper::AbleToRunInThisKQ(std::uint32_t error_high, char *error, std::uint32_t a,
                                                   std::uint32_t b, std::uint32_t c) const {
-    if (state_ != kPassed) {
+    if (!MayCall()) {
         kq_base::CopyToBuffer(texts::kNotADriver, error_high, error);
         return false;
     }

@@ -37,6 +37,8 @@ private:
     enum TState : std::uint32_t { kNew, kRefused, kPassed };
 
     void *Find(const char *name) const;
+    /// Has the module passed, and can it be run?
+    bool MayCall() const;
 
     TState state_ = kNew;
     void *module_ = nullptr;

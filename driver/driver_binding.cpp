@@ -7,24 +7,15 @@
 #include "driver/driver_state.h"
 #include "driver/texts.h"
 #include "platform/base/wide_text.h"
+#include "platform/os/modules.h"
 
 namespace kq_drv {
 namespace {
 
 using kq_base::CLocalText;
 
-/// Makes the driver; false if the module makes none.
-template <typename TCharacter>
-bool MakeDriver(TDriverState &state, const TTextEntries<TCharacter> &text, CDriver *context,
-                KQDriverCallbackEntry *callback) {
-    state.driver = state.entries.make_driver();
-    if (state.driver == nullptr) {
-        return false;
-    }
-    if (text.init3 != nullptr) {
-        CLocalText<TCharacter, 64> name(state.name.View());
-        text.init3(state.driver, state.instance, name.kHigh, name.Data(), context, callback);
-    }
+/// Settles which form of an entry serves a value.
+void SettleForms(TDriverState &state) {
     const TDriverEntries &entries = state.entries;
     state.input = entries.get_input3 != nullptr   ? EForm::kThird
                   : entries.get_input2 != nullptr ? EForm::kSecond
@@ -35,6 +26,23 @@ bool MakeDriver(TDriverState &state, const TTextEntries<TCharacter> &text, CDriv
     state.query = entries.query_proc3 != nullptr  ? EForm::kThird
                   : entries.query_proc != nullptr ? EForm::kFirst
                                                   : EForm::kNone;
+}
+
+/// Makes the driver, and the room for its strings; false if the module makes none.
+template <typename TCharacter>
+bool MakeDriver(TDriverState &state, const TTextEntries<TCharacter> &text, std::shared_ptr<CTextRoom<TCharacter>> &room,
+                CDriver *context, KQDriverCallbackEntry *callback) {
+    state.driver = state.entries.make_driver();
+    if (state.driver == nullptr) {
+        return false;
+    }
+    room = std::make_shared<CTextRoom<TCharacter>>();
+    SettleForms(state);
+    // All must be ready here: from now on the driver may call its host, and the host the driver.
+    if (text.init3 != nullptr) {
+        CLocalText<TCharacter, 64> name(state.name.View());
+        text.init3(state.driver, state.instance, name.kHigh, name.Data(), context, callback);
+    }
     return true;
 }
 
@@ -111,7 +119,7 @@ bool CDriver::Initialize(std::uint32_t error_high, char *error, std::uint32_t in
 
     std::string reason;
     std::uint8_t wide = 0;
-    if (!state.helper.IsUNICODE(wide)) {
+    if (!state.helper.IsUNICODE(wide) || kq_os::OnlyLooks(state.module)) {
         reason = texts::kNotADriver;
     } else if (!FindEntries(state.module, wide != 0, state.entries, reason)) {
         reason += texts::kEntryMissing;
@@ -120,21 +128,17 @@ bool CDriver::Initialize(std::uint32_t error_high, char *error, std::uint32_t in
         kq_base::CopyToBuffer(reason.append(state.name.View()), error_high, error);
         return false;
     }
-    if (wide != 0 ? !MakeDriver(state, state.entries.wide, this, KQDriverCallbackW)
-                  : !MakeDriver(state, state.entries.narrow, this, KQDriverCallback)) {
+    const bool made = wide != 0 ? MakeDriver(state, state.entries.wide, state.wide_room, this, KQDriverCallbackW)
+                                : MakeDriver(state, state.entries.narrow, state.room, this, KQDriverCallback);
+    if (!made) {
         kq_base::CopyToBuffer(reason.append(state.name.View()).append(texts::kNoDriverMade), error_high, error);
-        return false;
     }
-    if (wide != 0) {
-        state.wide_room = std::make_shared<CTextRoom<char16_t>>();
-    } else {
-        state.room = std::make_shared<CTextRoom<char>>();
-    }
-    return true;
+    return made;
 }
 
 bool CDriver::ReadParameters(std::uint32_t path_high, const char *path, std::uint32_t error_high, char *error,
                              std::uint32_t &a, std::uint32_t &b, std::uint32_t text_high, char *text) {
+    const std::string path_text(kq_base::ViewOfPair(path_high, path));  // the caller may have it in the place of a text
     a = 0;
     b = 0;
     kq_base::CopyToBuffer(std::string_view(), text_high, text);
@@ -144,7 +148,6 @@ bool CDriver::ReadParameters(std::uint32_t path_high, const char *path, std::uin
         kq_base::CopyToBuffer(reason, error_high, error);
         return false;
     }
-    const std::string_view path_text = kq_base::ViewOfPair(path_high, path);
     const TParameterResults results = {error_high, error, a, b, text_high, text};
     return state.wide_room != nullptr ? kq_drv::ReadParameters(state, state.entries.wide, path_text, this, results)
                                       : kq_drv::ReadParameters(state, state.entries.narrow, path_text, this, results);

@@ -41,7 +41,7 @@ enum TDriverCode : std::uint32_t {
 ///     driver.Done();                                   // then the module may be freed
 ///
 /// Nothing watches over that order, but an operation that comes too early, or behind Done, reaches no driver: it
-/// answers like one whose entry the module lacks.
+/// answers like one whose entry the module lacks. Only AbleToEnumerateChannels tells of the entries alone.
 ///
 /// Values are scalars, buffers, or strings in the form of tag kTagDString (driver/value_string.h); the other forms of
 /// text are the driver's alone. Texts to the caller go to a buffer given by its highest valid index and its address.

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <chrono>
 
 #include "platform/base/file_system_name.h"
@@ -63,7 +64,8 @@ private:
             if (!CInterrupt::WaitUntil(next)) {
                 break;
             }
-            next += std::chrono::milliseconds(options.interval);
+            // After a round that took longer the next one follows at once, without catching up on those missed.
+            next = std::max(next + std::chrono::milliseconds(options.interval), std::chrono::steady_clock::now());
             good = Round(session) && good;
             // Each round is to be seen when it is over. If nobody takes it the drive ends.
             std::string reason;

@@ -4,13 +4,14 @@
 #include "tools/json_text.h"
 #include "tools/module_facts.h"
 #include "tools/module_file.h"
+#include "tools/terminal_text.h"
 
 namespace {
 
 std::string FactsText(const std::string &name, const TModuleFacts &facts) {
     const auto yes_or_no = [](bool yes) { return yes ? "yes\n" : "no\n"; };
     std::string text = name + ": driver module of generation " + std::to_string(facts.generation) + "\n";
-    text += "  description           " + facts.description.value_or("") + "\n";
+    text += "  description           " + TerminalText(facts.description.value_or("")) + "\n";
     text += "  version               " + HexText(facts.version.value_or(0)) + "\n";
     text += "  texts                 " + std::string(facts.wide ? "16 bits" : "8 bits") + " a character\n";
     text += "  lists its channels    " + std::string(yes_or_no(facts.enumerates_channels));

@@ -3,6 +3,7 @@
 #include "tools/drive_report.h"
 #include "tools/driver_words.h"
 #include "tools/hex_text.h"
+#include "tools/terminal_text.h"
 #include "tools/text_table.h"
 
 namespace {
@@ -10,18 +11,6 @@ namespace {
 std::string NumbersText(const TDriverChannels &channels) {
     const std::string first = std::to_string(channels.first);
     return channels.count == 1 ? first : first + " - " + std::to_string(channels.first + (channels.count - 1));
-}
-
-/// A driver's text for the terminal: one of many lines goes on below its beginning, indented, and other control
-/// characters, which would move the cursor, become blanks.
-std::string Shown(std::string_view text) {
-    std::string shown;
-    for (const char character : text) {
-        const auto code = static_cast<unsigned char>(character);
-        shown += character != '\n' && (code < 0x20 || code == 0x7F) ? ' ' : character;
-        shown += character == '\n' ? "      " : "";
-    }
-    return shown;
 }
 
 class CDriveOutline : public CDriveReport {
@@ -32,15 +21,15 @@ public:
         module_ = head.module;
         par_ = head.par;
         if (head.version) {
-            console_.out.Write(module_ + ": " + Shown(kq_base::ToUtf8(head.description.value_or(""))) + ", version " +
-                               HexText(*head.version) + "\n");
+            console_.out.Write(module_ + ": " + TerminalText(kq_base::ToUtf8(head.description.value_or(""))) +
+                               ", version " + HexText(*head.version) + "\n");
         }
     }
 
     void Parameters(const TParametersAnswer &answer) override {
         if (!answer.ok) {
-            const std::string detail = kq_base::ToUtf8(answer.detail);
-            PrintError(console_, par_, kq_base::ToUtf8(answer.message) + (detail.empty() ? "" : " (" + detail + ")"));
+            const std::string detail = answer.detail.empty() ? "" : " (" + answer.detail + ")";
+            PrintError(console_, par_, TerminalText(kq_base::ToUtf8(answer.message + detail)));
         }
     }
 
@@ -54,7 +43,7 @@ public:
             const std::string detail = each.detail.empty() ? "" : " (" + each.detail + ")";
             rows.push_back({NumbersText(each), ChannelTypeWord(each).value_or("unknown"),
                             ChannelDirectionWord(each).value_or("unknown"),
-                            Shown(kq_base::ToUtf8(each.description + detail))});
+                            TerminalText(kq_base::ToUtf8(each.description + detail))});
         }
         console_.out.Write(TextTable(rows));
     }
@@ -90,7 +79,7 @@ private:
             std::string line = what + std::to_string(point.channel) + " ";
             line.append(point.value.TypeWord());
             if (result.ok || !read) {
-                line += " = " + Shown(point.value.Text());
+                line += " = " + TerminalText(point.value.Text());
             }
             if (result.ok && read) {
                 line += "  (status " + std::to_string(result.status) + ")";
@@ -103,7 +92,7 @@ private:
     }
 
     static std::string FailureText(const TStepResult &result) {
-        return Shown(result.text) + (result.code != 0 ? " [" + HexText(result.code) + "]" : "");
+        return TerminalText(result.text) + (result.code != 0 ? " [" + HexText(result.code) + "]" : "");
     }
 
     TConsole &console_;

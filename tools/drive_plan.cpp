@@ -41,7 +41,7 @@ bool AddWrite(const std::string &text, std::deque<TDrivePoint> &writes, std::str
 bool FindName(const TDriveArguments &arguments, std::string_view module, std::string &name, std::string &reason) {
     if (!arguments.name) {
         const std::string file = kq_base::FromFileSystem(kq_base::FileNamePart(module));
-        name = file.substr(0, file.find('.')).substr(0, kLongestDriverName);
+        name = file.substr(0, file.rfind('.')).substr(0, kLongestDriverName);
         return true;
     }
     if (!kq_base::FromUtf8(*arguments.name, name)) {

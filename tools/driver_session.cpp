@@ -18,8 +18,8 @@ using TMoment = std::chrono::steady_clock;
 /// How long a driver may take for one half of a round.
 constexpr std::chrono::seconds kLongestHalf{5};
 constexpr std::chrono::milliseconds kBetweenQuestions{1};
-/// What a driver's list may hold; no driver has as much, unless its list never ends.
-constexpr std::size_t kMostBlocks = 100000;
+/// What is taken of a driver's list, in rows and in blocks; no driver has as much, unless its list never ends.
+constexpr std::size_t kMostRows = 100000;
 /// Larger blocks are described by their first channel.
 constexpr std::uint32_t kDescribedChannels = 64;
 
@@ -96,7 +96,7 @@ std::optional<std::vector<TDriverChannels>> CDriverSession::Channels() {
     unsigned long cookie = 0;
     TDriverChannels block;
     for (std::size_t blocks = 0;
-         blocks < kMostBlocks &&
+         blocks < kMostRows && channels.size() < kMostRows &&
          driver_.EnumerateChannels(cookie, block.type, block.direction, block.first, block.count, block.flag);
          ++blocks) {
         AddDescribed(block, channels);

@@ -26,7 +26,6 @@ char name_is_there;
 
 HMODULE HandleOf(CModuleNames *names) { return reinterpret_cast<char *>(names) + 1; }
 
-bool OnlyLooks(HMODULE module) { return (reinterpret_cast<std::uintptr_t>(module) & 1U) != 0; }
 
 CModuleNames *NamesOf(HMODULE module) { return reinterpret_cast<CModuleNames *>(static_cast<char *>(module) - 1); }
 
@@ -70,6 +69,8 @@ int LookAtLoaded(dl_phdr_info *info, std::size_t, void *data) {
 }
 
 }  // namespace
+
+bool OnlyLooks(HMODULE module) { return (reinterpret_cast<std::uintptr_t>(module) & 1U) != 0; }
 
 HMODULE LoadLibraryA(std::string_view path) {
     std::string located = kq_base::LocateFile(path);

@@ -25,6 +25,9 @@ KQ_API HMODULE LoadLibraryA(std::string_view path);
 /// module is run, and its processor and the modules that it needs don't matter. Without flags the same as LoadLibraryA.
 KQ_API HMODULE LoadLibraryExA(std::string_view path, std::uint32_t flags);
 
+/// Is this a handle that only looks?
+KQ_API bool OnlyLooks(HMODULE module);
+
 /// The address of a name that the module itself exports, null without one: the modules that it needs aren't searched.
 /// On a handle that only looks, the result says no more than that the name is there: it points to nothing, and must be
 /// neither called nor read.

@@ -2,6 +2,7 @@
 
 #include <cstring>
 
+#include "platform/os/modules.h"
 #include "tests/driver/driver_module.h"
 #include "tests/support/temporary_directory.h"
 
@@ -364,6 +365,60 @@ TEST(DriverLifecycle, OperationsKeepTheirSlots) {
         EXPECT_EQ(slot, wanted++);
     }
     EXPECT_EQ(wanted, 27U);
+}
+
+/// A host that turns to the driver while that is being made.
+class CHastyHost : public CDriver {
+public:
+    std::uint32_t DriverCallBackA(std::uint32_t /*number*/, void * /*pointer*/) override { return Ask(); }
+    std::uint32_t DriverCallBackW(std::uint32_t /*number*/, void * /*pointer*/) override { return Ask(); }
+
+    std::uint32_t codes[3] = {9, 9, 9};
+    TDStringA string;
+
+private:
+    std::uint32_t Ask() {
+        std::uint32_t status = 0;
+        kq_def::TValue scalar;
+        scalar.tag = kq_def::kTagReal;
+        kq_def::TValue text = kq_def::DStringValue(&string);
+        GetInput(codes[0], 1, &scalar, status, nullptr);
+        GetInput(codes[1], 1, &text, status, nullptr);
+        codes[2] = OutputRequest(codes[2], 1, scalar, 0, nullptr) ? 0 : codes[2];
+        return 0;
+    }
+};
+
+TEST(DriverLifecycle, DriverMayCallItsHostFromInit3) {
+    for (const bool wide : {false, true}) {
+        const CTestModule module(3, wide);
+        module.Control().calls_back = true;
+        module.SetTexts(u"žluť");
+        CHastyHost host;
+        host.Init(module.Handle());
+        EXPECT_EQ(Initialize(host), "ok");
+        for (const std::uint32_t code : host.codes) {
+            EXPECT_EQ(code, 0U);
+        }
+        EXPECT_EQ(kq_base::ToUtf8(host.string.View()), "žluť");
+        host.Done();
+    }
+}
+
+TEST(DriverLifecycle, ModuleThatIsOnlyLookedAtIsNeverCalled) {
+    const kq_os::HMODULE module =
+        kq_os::LoadLibraryExA(KQ_DRIVER_MODULES "/generation3.dll", kq_os::kDontResolveReferences);
+    CDriver driver;
+    driver.Init(module);
+    std::uint32_t version = 7;
+    EXPECT_FALSE(driver.Version(version));
+    EXPECT_EQ(Initialize(driver), "DLL ovladače nevyváží požadované rozhraní: drv");
+    kq_drv::CDriverComponentDLLHelper helper;
+    CTextBuffer256 text;
+    EXPECT_TRUE(helper.Init(text.kHigh, text.Data(), module));
+    EXPECT_FALSE(helper.AbleToRunInThisKQ(text.kHigh, text.Data(), 1, 2, 3));
+    EXPECT_TRUE(helper.AbleToEnumerateChannels(1));
+    kq_os::FreeLibrary(module);
 }
 
 TEST(DriverLifecycle, CopiesAreTheSameDriver) {

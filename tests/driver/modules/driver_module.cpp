@@ -210,6 +210,9 @@ KQ_ENTRY(void, Init3)
     Log("Init3", driver, instance, name_high);
     Given() = name;
     MeetHost(context, callback);
+    if (control.calls_back) {
+        callback(context, 0, nullptr);
+    }
 }
 KQ_CHECK(Init3);
 

@@ -32,6 +32,8 @@ struct TModuleControl {
     std::string second_text;  ///< the second text of entries that give two
     std::u16string wide_second_text;
 
+    bool calls_back = false;  ///< Init3 calls its host
+
     bool logs = true;
     std::string log;            ///< the calls since it was cleared, a line each
     std::string given;          ///< the last text that came in, of an 8-bit module
