@@ -92,6 +92,7 @@ void CInstanceIndex::Take(CSectionDef &section) {
         EraseFrom(by_text_, kq_base::ToUpper(entry.text), section);
     } else if (entry.form == TForm::kPattern) {
         EraseFrom(patterns_, section.Definition(), section);
+        fresh_.erase(section.Definition());
     } else if (entry.form == TForm::kSingle) {
         EraseInOrder(singles_, section);
     }
@@ -120,6 +121,7 @@ void CInstanceIndex::Clear() {
     by_definition_.clear();
     by_text_.clear();
     patterns_.clear();
+    fresh_.clear();
     singles_.clear();
 }
 
@@ -131,7 +133,11 @@ CSectionDef *CInstanceIndex::FirstOf(const CSectionDef *definition) const {
 void CInstanceIndex::FindCandidates(std::string_view text, std::vector<CSectionDef *> &candidates) const {
     candidates = singles_;
     for (const auto &[definition, sections] : patterns_) {
-        candidates.push_back(sections.front());
+        std::size_t &fresh = fresh_[definition];
+        while (fresh < sections.size() && sections[fresh]->WasTaken()) {
+            ++fresh;
+        }
+        candidates.push_back(fresh < sections.size() ? sections[fresh] : sections.front());
     }
     const auto place = by_text_.find(kq_base::ToUpper(text));
     if (place != by_text_.end()) {

@@ -145,6 +145,13 @@ bool CStringItem::ParseValue(std::string_view text, std::uint32_t first, std::ui
     return true;
 }
 
+void CStringItem::ParsePiece(const TMatchPiece &piece) {
+    CItem::ParsePiece(piece);
+    // A clone doesn't count its text as given. So a default is laid over a string behind which the pattern goes on, and
+    // not over one that ends it.
+    has_value_ = has_value_ && piece.ends_text;
+}
+
 void CStringItem::TakePiece(const TMatchPiece &piece) {
     has_value_ = false;
     ParsePiece(piece);

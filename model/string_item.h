@@ -23,6 +23,7 @@ public:
     void SetExpression(std::uint32_t keyword, std::uint32_t word, std::unique_ptr<CExpression> expression) override;
     bool Match(std::string_view text, std::uint32_t position, TMatchStep &step) override;
     bool ParseValue(std::string_view text, std::uint32_t first, std::uint32_t end) override;
+    void ParsePiece(const TMatchPiece &piece) override;
     void TakePiece(const TMatchPiece &piece) override;
     void ParameterChanged(const CVariable *variable, const TParValue &value, bool &ok) override;
 
