@@ -44,13 +44,13 @@ struct TValue : KQValue {
     /// Writes a field at a place counted from the start of the record, 4 or above.
     template <typename TField>
     void PutField(std::size_t at, TField field) {
-        std::memcpy(payload + (at - sizeof(tag)), &field, sizeof(field));
+        std::memcpy(payload + (at - sizeof(tag)), &field, sizeof(TField));
     }
     /// Reads the field at such a place.
     template <typename TField>
     TField GetField(std::size_t at) const {
         TField field;
-        std::memcpy(&field, payload + (at - sizeof(tag)), sizeof(field));
+        std::memcpy(&field, payload + (at - sizeof(tag)), sizeof(TField));
         return field;
     }
 };

@@ -48,9 +48,8 @@ std::uint32_t CountLineFeeds(const char *begin, const char *end) {
 TLine MeasureLine(const char *begin) {
     TLine line{nullptr, nullptr};
     for (const char *at = begin;; at += kStep) {
-        const std::uint64_t ends =
-            WideMask<std::uint64_t>(at, [](const CByteBlock &block) { return block.Equal('\n'); });
-        const std::uint64_t equals =
+        const auto ends = WideMask<std::uint64_t>(at, [](const CByteBlock &block) { return block.Equal('\n'); });
+        const auto equals =
             WideMask<std::uint64_t>(at, [](const CByteBlock &block) { return block.Equal('='); }) & (ends ^ (ends - 1));
         if (line.equal == nullptr && equals != 0) {
             line.equal = at + LowestBit(equals);

@@ -171,7 +171,7 @@ void RunTree(std::uint32_t seed, std::uint32_t numbers, std::uint32_t length) {
         for (int step = 0; step < 6000; ++step) {
             const std::uint32_t row =
                 list.ranges.empty() ? 0 : static_cast<std::uint32_t>(random() % list.ranges.size());
-            const std::uint32_t first = static_cast<std::uint32_t>(random() % numbers);
+            const auto first = static_cast<std::uint32_t>(random() % numbers);
             const TRangeRecord record = {first, first + static_cast<std::uint32_t>(random() % length), 1, 2, ++note};
             if (random() % 100 < share) {
                 list.Insert(record);

@@ -170,7 +170,7 @@ TEST(SimulatorDriver, DamagedParameterFiles) {
     const CTemporaryDirectory directory;
     const std::string sample = SamplePar();
     std::mt19937 random(7);  // NOLINT(cert-msc51-cpp): the same files every time
-    const std::string bytes("[]=,\n\"'(*)0919\x00\xE8", 17);
+    const std::string bytes("[]=,\n\"'(*)0919\x00\xE8", 16);
     int read = 0;
     for (unsigned round = 0; round < 600; ++round) {
         std::string par = sample;
