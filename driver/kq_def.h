@@ -44,12 +44,14 @@ struct TValue : KQValue {
     /// Writes a field at a place counted from the start of the record, 4 or above.
     template <typename TField>
     void PutField(std::size_t at, TField field) {
+        // NOLINTNEXTLINE(bugprone-sizeof-expression): a field may be a pointer.
         std::memcpy(payload + (at - sizeof(tag)), &field, sizeof(TField));
     }
     /// Reads the field at such a place.
     template <typename TField>
     TField GetField(std::size_t at) const {
         TField field;
+        // NOLINTNEXTLINE(bugprone-sizeof-expression): likewise.
         std::memcpy(&field, payload + (at - sizeof(tag)), sizeof(TField));
         return field;
     }
