@@ -26,7 +26,6 @@ char name_is_there;
 
 HMODULE HandleOf(CModuleNames *names) { return reinterpret_cast<char *>(names) + 1; }
 
-
 CModuleNames *NamesOf(HMODULE module) { return reinterpret_cast<CModuleNames *>(static_cast<char *>(module) - 1); }
 
 /// True if an address that was found through a module's handle lies in that module, not in one that it needs.
