@@ -6,7 +6,7 @@
 #include <string>
 
 #include "bench/support/texts.h"
-#include "driver/text_out.h"
+#include "driver/channels/text_out.h"
 #include "model/sheet_data.h"
 #include "platform/view/text_view.h"
 

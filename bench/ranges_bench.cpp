@@ -12,7 +12,7 @@
 #include <vector>
 
 #include "bench/support/count_memory.h"
-#include "driver/channel_range_table.h"
+#include "driver/channels/channel_range_table.h"
 
 namespace {
 

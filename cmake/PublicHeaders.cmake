@@ -3,9 +3,9 @@
 # header that leans on another one's includes, or on one that isn't in the list, breaks the build.
 set(KQ_PUBLIC_HEADERS
     configurator/kq_cfg.h
-    driver/channel_map.h
+    driver/channels/channel_map.h
     driver/component_helper.h
-    driver/dmf_words.h
+    driver/channels/dmf_words.h
     driver/driver_proxy.h
     driver/kq_def.h
     driver/kq_driver.h

@@ -8,7 +8,8 @@
 #include "platform/base/bounded_text.h"
 #include "platform/base/paths.h"
 #include "platform/view/message_box.h"
-#include "template/host_callback.h"
+#include "template/compiler.h"
+#include "template/language/host_callback.h"
 
 namespace kq_cfg {
 

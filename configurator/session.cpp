@@ -1,6 +1,6 @@
 #include "configurator/session.h"
 
-#include "driver/text_out.h"
+#include "driver/channels/text_out.h"
 
 namespace kq_pdt {
 

@@ -1,7 +1,7 @@
 #pragma once
 
 /// Access to driver modules: the public header of the namespace kq_drv.
-#include "driver/channel_map.h"
+#include "driver/channels/channel_map.h"
 #include "driver/component_helper.h"
 #include "driver/driver_proxy.h"
 #include "driver/value_string.h"

@@ -9,10 +9,10 @@
 #include <string_view>
 #include <vector>
 
-#include "driver/channel_block_set.h"
-#include "driver/channel_range_table.h"
-#include "driver/dmf_map_reader.h"
-#include "driver/text_out.h"
+#include "driver/channels/channel_block_set.h"
+#include "driver/channels/channel_range_table.h"
+#include "driver/channels/dmf_map_reader.h"
+#include "driver/channels/text_out.h"
 #include "platform/view/text_view.h"
 
 namespace {

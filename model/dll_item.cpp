@@ -10,7 +10,7 @@
 #include "platform/base/files.h"
 #include "platform/base/paths.h"
 #include "platform/os/modules.h"
-#include "template/host_callback.h"
+#include "template/language/host_callback.h"
 
 namespace kq_pdt {
 

@@ -9,7 +9,7 @@
 #include "platform/base/par_value.h"
 #include "platform/base/pooled.h"
 #include "platform/base/text_buffer.h"
-#include "template/keywords.h"
+#include "template/language/keywords.h"
 
 namespace kq_pdt {
 

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "platform/base/bounded_text.h"
-#include "template/expression.h"
+#include "template/language/expression.h"
 
 namespace kq_pdt {
 

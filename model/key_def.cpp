@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "driver/text_out.h"
+#include "driver/channels/text_out.h"
 #include "model/section_def.h"
 
 namespace kq_pdt {

@@ -1,7 +1,7 @@
 // Writing: each section is measured first, then its values stand in columns. A separator hugs the value ahead of it and
 // the padding comes behind the separator, so no line ends in blanks.
 
-#include "driver/text_out.h"
+#include "driver/channels/text_out.h"
 #include "model/key_def.h"
 #include "model/section_def.h"
 

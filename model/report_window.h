@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <string_view>
 
-#include "driver/channel_range_owner.h"
+#include "driver/channels/channel_range_owner.h"
 
 namespace kq_pdt {
 

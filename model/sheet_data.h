@@ -7,12 +7,12 @@
 #include <unordered_map>
 #include <vector>
 
-#include "driver/channel_range_table.h"
+#include "driver/channels/channel_range_table.h"
+#include "model/compile_result.h"
 #include "model/dll_item.h"
 #include "model/instance_index.h"
 #include "model/report_window.h"
 #include "model/section_def.h"
-#include "template/compiler.h"
 
 class CTextOut;
 class CTextView;

@@ -1,6 +1,6 @@
 #include "template/compiler.h"
 
-#include "driver/channel_range_table.h"
+#include "driver/channels/channel_range_table.h"
 #include "model/sheet_data.h"
 #include "platform/base/number_text.h"
 #include "template/texts.h"

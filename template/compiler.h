@@ -6,22 +6,15 @@
 #include <string_view>
 #include <vector>
 
+#include "model/compile_result.h"
 #include "model/dll_item.h"
 #include "model/section_def.h"
-#include "template/expression_builder.h"
-#include "template/keyword_reader.h"
+#include "template/language/expression_builder.h"
+#include "template/language/keyword_reader.h"
 
 namespace kq_pdt {
 
 class CChannelRangeTable;
-
-/// What a compile says. Line and position are the reader's, behind the look-ahead, without an error too.
-struct TCompileResult {
-    kq_base::TText message;  ///< empty without an error, and for errors that have no text
-    std::uint32_t line = 0;
-    std::uint32_t position = 0;
-    bool no_channels = false;
-};
 
 /// Turns the text of one template into definitions: recursive descent with one token of look-ahead. What a statement
 /// creates is created as the statement is read, and the first error ends everything; what was made before it stays.

@@ -6,7 +6,7 @@
 #include "model/sheet_data.h"
 #include "model/string_item.h"
 #include "template/compiler.h"
-#include "template/host_callback.h"
+#include "template/language/host_callback.h"
 #include "template/texts.h"
 
 namespace kq_pdt {

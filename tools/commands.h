@@ -1,7 +1,7 @@
 #pragma once
 
 #include "tools/arguments.h"
-#include "tools/console.h"
+#include "tools/console/console.h"
 
 /// The commands of the program. Each does its work and gives the exit code; what it writes to the console's output is
 /// checked by the caller.

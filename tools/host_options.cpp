@@ -6,7 +6,7 @@
 
 #include "platform/base/code_page.h"
 #include "platform/base/files.h"
-#include "tools/diagnostics.h"
+#include "tools/console/diagnostics.h"
 
 bool MakeHostOptions(const TArguments &arguments, TConsole &console, kq_cfg::TOptions &options) {
     if (arguments.language) {

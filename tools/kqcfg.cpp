@@ -6,8 +6,8 @@
 
 #include "tools/arguments.h"
 #include "tools/commands.h"
-#include "tools/diagnostics.h"
-#include "tools/files.h"
+#include "tools/console/diagnostics.h"
+#include "tools/console/files.h"
 
 namespace {
 

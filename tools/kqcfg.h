@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "tools/console.h"
+#include "tools/console/console.h"
 
 /// The whole program kqcfg: does what the arguments say (without the program's name) and gives the exit code, see
 /// TExitCode.

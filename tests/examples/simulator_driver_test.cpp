@@ -8,11 +8,11 @@
 #include <thread>
 
 #include "configurator/kq_cfg.h"
-#include "driver/dmf_words.h"
+#include "driver/channels/dmf_words.h"
 #include "driver/kq_drv.h"
 #include "driver/value_scalars.h"
 #include "tests/tools/temporary_directory.h"
-#include "tools/module_file.h"
+#include "tools/driver/module_file.h"
 
 namespace {
 

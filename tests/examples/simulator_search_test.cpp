@@ -14,7 +14,7 @@
 #include "platform/base/code_page.h"
 #include "platform/os/events.h"
 #include "tests/tools/temporary_directory.h"
-#include "tools/module_file.h"
+#include "tools/driver/module_file.h"
 
 namespace {
 

@@ -7,13 +7,13 @@
 #include <vector>
 
 #include "configurator/session.h"
-#include "driver/channel_range.h"
+#include "driver/channels/channel_range.h"
 #include "platform/base/code_page.h"
 #include "platform/base/number_text.h"
 #include "platform/base/paths.h"
 #include "platform/view/message_box.h"
-#include "template/host_callback.h"
-#include "template/keywords.h"
+#include "template/language/host_callback.h"
+#include "template/language/keywords.h"
 
 /// UTF-8, as tests are written, to the code page.
 inline std::string Bytes(std::string_view utf8) {

@@ -10,9 +10,9 @@
 #include "platform/base/code_page.h"
 #include "tests/tools/run_program.h"
 #include "tests/tools/temporary_directory.h"
-#include "tools/diagnostics.h"
+#include "tools/console/diagnostics.h"
+#include "tools/console/progress.h"
 #include "tools/kqcfg.h"
-#include "tools/progress.h"
 
 namespace {
 

@@ -10,7 +10,7 @@
 #include "tests/driver/modules/module_control.h"
 #include "tests/tools/run_program.h"
 #include "tests/tools/temporary_directory.h"
-#include "tools/driver_session.h"
+#include "tools/driver/driver_session.h"
 
 namespace {
 

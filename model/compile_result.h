@@ -1,0 +1,17 @@
+#pragma once
+
+#include <cstdint>
+
+#include "platform/base/bounded_text.h"
+
+namespace kq_pdt {
+
+/// What a compile says. Line and position are the reader's, behind the look-ahead, without an error too.
+struct TCompileResult {
+    kq_base::TText message;  ///< empty without an error, and for errors that have no text
+    std::uint32_t line = 0;
+    std::uint32_t position = 0;
+    bool no_channels = false;
+};
+
+}  // namespace kq_pdt

@@ -1,0 +1,226 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <random>
+
+#include "driver/channels/channel_range_table.h"
+#include "driver/channels/range_tree.h"
+#include "tests/driver/channels/range_program.h"
+#include "tests/driver/channels/reference_table.h"
+
+namespace {
+
+using namespace kq_pdt;
+using kq_drv::CRangeTree;
+using kq_drv::TRangeRecord;
+
+/// Makes programs over few channels, so that everything meets everything.
+class CGenerator {
+public:
+    explicit CGenerator(std::uint32_t seed) : random_(seed) {}
+
+    std::uint32_t Below(std::uint32_t bound) { return static_cast<std::uint32_t>(random_() % bound); }
+    std::string Number() {
+        if (Below(40) == 0) {
+            return std::to_string(0xFFFFFFFF - Below(3));
+        }
+        return std::to_string(Below(30));
+    }
+    std::string Type(bool open) { return Pick({"real", "real", "boolean", open ? "-" : "real"}); }
+    std::string Direction(bool open) { return Pick({"input", "input", "output", open ? "-" : "input"}); }
+    std::string Pick(std::vector<std::string> words) { return words[Below(static_cast<std::uint32_t>(words.size()))]; }
+    std::string Statement() {
+        const std::string kind = Type(true) + " " + Direction(true);
+        switch (Below(11)) {
+            case 0:
+            case 1:
+            case 2:
+                return "def " + Bounds() + " " + kind + Pick({"", " x", " y"});
+            case 3:
+                return "free " + Bounds() + " " + kind;
+            case 4:
+                return "append " + kind + Pick({" 0 ", " 1 "}) + Pick({"0", "1", "3"});
+            case 5:
+                return "remove " + Number();
+            case 6:
+                return "to " + Number() + " " + Number() + " " + Number();
+            case 7:
+                return "all " + Number() + " " + Bounds();
+            case 8:
+                return "type " + Number() + " " + Type(true);
+            default:
+                return Pick({"from ", "number "}) + Number() + " " + Number();
+        }
+    }
+
+private:
+    std::string Bounds() {
+        const std::uint32_t first = Below(30);
+        return std::to_string(first) + " " + std::to_string(first + Below(9) - (Below(20) == 0 ? 1 : 0));
+    }
+
+    std::mt19937 random_;
+};
+
+void FillFromMap(CGenerator &generator, CChannelRangeTable &table, CReferenceTable &reference, std::string &trace) {
+    for (std::uint32_t count = generator.Below(8); count > 0; --count) {
+        CChannelRange range;
+        range.first = generator.Below(30);
+        range.last = range.first + generator.Below(6) - (generator.Below(10) == 0 && range.first > 2 ? 2 : 0);
+        const std::string type = generator.Type(false);
+        const std::string direction = generator.Direction(false);
+        range.type = FindKeyword(type);
+        range.direction = FindKeyword(direction);
+        reference.Insert(range);
+        trace += std::to_string(range.first) + " - " + std::to_string(range.last) + " " + type + " " + direction + " ";
+    }
+    table.LoadDmfText("begin " + trace);
+    reference.CheckOverlaps();
+}
+
+/// Every lookup must find the same range, whatever it is.
+void CompareLookups(const CChannelRangeTable &table, const CReferenceTable &reference) {
+    for (std::uint32_t number = 0; number < 45; ++number) {
+        CChannelRange ours;
+        CChannelRange theirs;
+        ASSERT_EQ(table.FindContaining(number, ours), reference.FindContaining(number, theirs)) << number;
+        ASSERT_EQ(RangeText(ours), RangeText(theirs)) << number;
+        ASSERT_EQ(table.FindByFirst(number, ours), reference.FindByFirst(number, theirs)) << number;
+        ASSERT_EQ(RangeText(ours), RangeText(theirs)) << number;
+    }
+}
+
+TEST(ChannelRangeTableAgainstReference, RandomPrograms) {
+    for (std::uint32_t seed = 0; seed < 1500; ++seed) {
+        CGenerator generator(seed);
+        CRecordingOwner our_owner;
+        CRecordingOwner their_owner;
+        CChannelRangeTable table;
+        CReferenceTable reference;
+        table.SetOwner(&our_owner);
+        reference.SetOwner(&their_owner);
+        std::string trace;
+        FillFromMap(generator, table, reference, trace);
+        for (int step = 0; step < 30; ++step) {
+            const std::string statement = generator.Statement();
+            trace += "\n" + statement;
+            ASSERT_EQ(CRangeProgram(table, statement).Run(), CRangeProgram(reference, statement).Run()) << trace;
+            ASSERT_EQ(TableText(table), TableText(reference)) << trace;
+            ASSERT_EQ(our_owner.reports, their_owner.reports) << trace;
+        }
+        CompareLookups(table, reference);
+        ASSERT_FALSE(HasFatalFailure()) << trace;
+    }
+}
+
+/// Ranges in a plain list, in the order that the tree promises.
+class CRangeList {
+public:
+    void Insert(const TRangeRecord &record) {
+        const auto behind = [](std::uint32_t first, const TRangeRecord &other) { return first < other.first; };
+        ranges.insert(std::upper_bound(ranges.begin(), ranges.end(), record.first, behind), record);
+    }
+    std::vector<TRangeRecord> ranges;
+};
+
+void CompareTree(const CRangeTree &tree, const CRangeList &list) {
+    ASSERT_EQ(tree.Size(), list.ranges.size());
+    CRangeTree::CPlace place = tree.Begin();
+    for (std::uint32_t row = 0; row < tree.Size(); ++row, tree.Next(place)) {
+        ASSERT_FALSE(tree.IsEnd(place));
+        ASSERT_EQ(tree.RowOf(place), row);
+        ASSERT_EQ(tree.At(tree.AtRow(row)).note, list.ranges[row].note);
+        ASSERT_EQ(tree.At(place).first, list.ranges[row].first);
+        ASSERT_EQ(tree.LastAt(place), list.ranges[row].last);
+        ASSERT_EQ(tree.At(place).note, list.ranges[row].note);
+    }
+    ASSERT_TRUE(tree.IsEnd(place));
+}
+
+/// The first range that answers yes must be the one that the tree finds.
+template <class TTest>
+void ExpectFirst(const CRangeTree &tree, const CRangeList &list, bool found, const CRangeTree::CPlace &place,
+                 TTest test) {
+    const auto wanted = std::find_if(list.ranges.begin(), list.ranges.end(), test);
+    ASSERT_EQ(found, wanted != list.ranges.end());
+    if (found) {
+        ASSERT_EQ(tree.At(place).note, wanted->note);
+    }
+}
+
+void CompareSearches(const CRangeTree &tree, const CRangeList &list, std::uint32_t number) {
+    CRangeTree::CPlace place = tree.FirstEndingFrom(number);
+    ExpectFirst(tree, list, !tree.IsEnd(place), place, [&](const auto &range) { return range.last >= number; });
+    const bool starts = tree.FindByFirst(number, place);
+    ExpectFirst(tree, list, starts, place, [&](const auto &range) { return range.first == number; });
+    const bool holds = tree.FindContaining(number, place);
+    const auto contains = [&](const auto &range) { return range.first <= number && number <= range.last; };
+    ExpectFirst(tree, list, holds, place, contains);
+    TRangeRecord record;
+    ASSERT_EQ(tree.FindContaining(number, record), holds);
+    ASSERT_TRUE(!holds || record.note == tree.At(place).note);
+}
+
+/// Grows and shrinks a tree of some levels: numbers far apart or crowded, with or without overlaps.
+void RunTree(std::uint32_t seed, std::uint32_t numbers, std::uint32_t length) {
+    std::mt19937 random(seed);
+    CRangeTree tree;
+    CRangeList list;
+    std::uint32_t note = 0;
+    for (const std::uint32_t share : {90U, 40U, 65U, 5U}) {  // of a hundred steps those that insert
+        for (int step = 0; step < 6000; ++step) {
+            const std::uint32_t row =
+                list.ranges.empty() ? 0 : static_cast<std::uint32_t>(random() % list.ranges.size());
+            const auto first = static_cast<std::uint32_t>(random() % numbers);
+            const TRangeRecord record = {first, first + static_cast<std::uint32_t>(random() % length), 1, 2, ++note};
+            if (random() % 100 < share) {
+                list.Insert(record);
+                CRangeTree::CPlace near = tree.AtRow(row);
+                if (note % 2 == 0) {
+                    tree.Insert(near, record);
+                    ASSERT_EQ(tree.At(near).note, note);
+                } else {
+                    tree.Insert(record);
+                }
+            } else if (!list.ranges.empty() && random() % 4 == 0) {
+                list.ranges[row].last = record.last;
+                tree.SetLast(tree.AtRow(row), record.last);
+            } else if (!list.ranges.empty()) {
+                list.ranges.erase(list.ranges.begin() + row);
+                tree.Erase(tree.AtRow(row));
+            }
+            if (step % 50 == 0) {
+                CompareSearches(tree, list, static_cast<std::uint32_t>(random() % numbers));
+                ASSERT_FALSE(testing::Test::HasFatalFailure()) << seed;
+            }
+        }
+        CompareTree(tree, list);
+        ASSERT_FALSE(testing::Test::HasFatalFailure()) << seed;
+    }
+}
+
+TEST(RangeTree, AgainstAList) {
+    RunTree(1, 0xFFFFFFF0, 1);
+    RunTree(2, 1000000, 100);
+    RunTree(3, 1000000, 200000);
+    RunTree(4, 50, 10);
+}
+
+TEST(RangeTree, AscendingInsertionsFillTheNodes) {
+    CRangeTree tree;
+    for (std::uint32_t number = 0; number < 300000; ++number) {
+        tree.Insert({number * 2, number * 2, 0, 0, number});
+    }
+    for (std::uint32_t row = 0; row < 300000; row += 777) {
+        CRangeTree::CPlace place;
+        ASSERT_TRUE(tree.FindContaining(row * 2, place));
+        ASSERT_EQ(tree.RowOf(place), row);
+        ASSERT_FALSE(tree.FindContaining(row * 2 + 1, place));
+    }
+    while (!tree.IsEmpty()) {
+        tree.Erase(tree.AtRow(tree.Size() / 2));
+    }
+    EXPECT_TRUE(tree.IsEnd(tree.Begin()));
+}
+
+}  // namespace

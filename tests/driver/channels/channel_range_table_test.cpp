@@ -1,0 +1,325 @@
+#include "driver/channels/channel_range_table.h"
+
+#include <gtest/gtest.h>
+
+#include "tests/driver/channels/range_program.h"
+
+namespace {
+
+using namespace kq_pdt;
+
+const char *const kTwice = "E:Vícenásobná definice kanálu v PAR souboru, kanály od:";
+const char *const kRepair = " použijte volbu \"opravit DMF podle konfigurace\" z menu Nástroje.\n";
+
+struct TCase {
+    const char *dmf;      ///< entries of a driver map
+    const char *program;  ///< what happens then
+    const char *results;
+    const char *table;
+    std::string reports;
+};
+
+class CTableCases : public testing::Test {
+protected:
+    void Check(const std::vector<TCase> &cases) {
+        for (std::size_t row = 0; row < cases.size(); ++row) {
+            const TCase &wanted = cases[row];
+            SCOPED_TRACE(std::to_string(row) + ": " + wanted.program);
+            CRecordingOwner owner;
+            CChannelRangeTable table;
+            table.LoadDmfText("begin " + std::string(wanted.dmf) + " end.");
+            table.SetOwner(&owner);
+            EXPECT_EQ(CRangeProgram(table, wanted.program).Run(), wanted.results);
+            EXPECT_EQ(TableText(table), wanted.table);
+            EXPECT_EQ(owner.reports, wanted.reports);
+        }
+    }
+};
+
+using CAddDefined = CTableCases;
+using CChangeParameter = CTableCases;
+using CAppendAndFree = CTableCases;
+
+TEST_F(CAddDefined, WhereARangeHoldsTheFirstChannel) {
+    Check({
+        {"", "def 5 4 real input", "+", "", ""},
+        {"", "def 4 6 real input x", "+", "4-6 real input D 'x'", ""},
+        {"", "def 4 6 - - x", "+", "4-6 - - Dtd 'x'", ""},
+        {"4 - 6 real input", "def 4 6 real input x", "+", "4-6 real input D 'x'", ""},
+        {"4 - 6 real input", "def 4 6 - input", "+", "4-6 real input Dt", ""},
+        {"1 - 10 real input", "def 1 6 - input x", "+", "1-6 real input Dt 'x'; 7-10 real input", ""},
+        {"1 - 10 real input", "def 4 6 real input x", "+", "1-3 real input; 4-6 real input D 'x'; 7-10 real input 'x'",
+         ""},
+        {"1 - 10 real input", "def 8 10 real - x", "+", "1-7 real input; 8-10 real input Dd 'x'", ""},
+        {"1 - 10 real input", "def 8 12 real input x", "+", "1-7 real input; 8-10 real input D 'x'; 11-12 real input D",
+         ""},
+        {"4 - 6 real input", "def 4 9 - - x", "+", "4-6 real input Dtd 'x'; 7-9 - - Dtd", ""},
+        // The rest goes the same way again, through whatever it meets.
+        {"1 - 2 real input 4 - 5 real input 7 real input", "def 1 9 real input x", "+",
+         "1-2 real input D 'x'; 3-9 real input D; 4-5 real input; 7-7 real input", ""},
+        {"1 - 2 real input 3 - 5 real input 6 - 8 real input", "def 2 7 real input x", "+",
+         "1-1 real input; 2-2 real input D 'x'; 3-5 real input D; 6-7 real input D; 8-8 real input", ""},
+        {"4294967290 - 4294967295 real input", "def 4294967293 4294967295 real input", "+",
+         "4294967290-4294967292 real input; 4294967293-4294967295 real input D", ""},
+        {"", "append - - 0 4; def 1 4 real input", "1-4 +", "1-4 real input D", ""},
+        {"", "append - - 0 4; def 2 4 real input", "1-4 +", "1-1 - - td; 2-4 - - D", ""},
+    });
+}
+
+TEST_F(CAddDefined, WhereARangeHoldsOnlyTheLastChannel) {
+    Check({
+        // No comparison on this way.
+        {"5 - 8 real input", "def 3 6 boolean input x", "+",
+         "3-4 boolean input D; 5-6 real input D 'x'; 7-8 real input 'x'", ""},
+        {"5 - 8 real input", "def 3 8 boolean - x", "+", "3-4 boolean - Dd; 5-8 real input Dd 'x'", ""},
+        // The channel at the range's start becomes defined, but not free.
+        {"5 - 8 real input", "def 3 5 - - x", "+", "3-4 - - Dtd; 5-5 real input D 'x'; 6-8 real input", ""},
+        {"5 real input", "def 3 5 - - x", "+", "3-4 - - Dtd; 5-5 real input Dtd 'x'", ""},
+        {"2 - 3 real input 5 - 8 real input", "def 1 6 real input x", "+",
+         "1-4 real input D; 2-3 real input; 5-6 real input D 'x'; 7-8 real input 'x'", ""},
+        {"3 real input", "def 1 5 boolean output x", "+", "1-5 boolean output D 'x'; 3-3 real input", ""},
+    });
+}
+
+TEST_F(CAddDefined, Refuses) {
+    const std::string no_match = "E:Definice kanálů v PAR souboru nesouhlasí s definicí v DMF:|kanál:4";
+    Check({
+        {"1 - 10 real input", "def 4 6 boolean input x", "-", "1-10 real input", no_match + " chybný typ" + kRepair},
+        {"1 - 10 real input", "def 4 6 boolean output", "-", "1-10 real input", no_match + " chybný typ" + kRepair},
+        {"1 - 10 real input", "def 4 6 - output", "-", "1-10 real input", no_match + " chybný směr" + kRepair},
+        {"", "def 3 5 real input; def 5 7 real input", "+ -", "3-5 real input D", kTwice + std::string("5 do:|7\n")},
+        {"", "def 3 5 real input; def 1 4 real output", "+ -", "3-5 real input D", kTwice + std::string("1 do:|4\n")},
+        {"", "def 3 5 real input; def 4 4 boolean input", "+ -", "3-5 real input D",
+         "E:Vícenásobná definice kanálu v PAR souboru |kanál:4\n"},
+        {"", "def 3 5 - -; def 5 7 real input", "+ -", "3-5 - - Dtd", kTwice + std::string("5 do:|7\n")},
+        // Pieces that were laid stay.
+        {"1 - 3 real input 4 boolean input", "def 1 4 real input x", "-", "1-3 real input D 'x'; 4-4 boolean input",
+         no_match + " chybný typ" + kRepair},
+        {"5 - 6 real input", "def 1 2 real input; def 2 5 real input x", "+ -", "1-2 real input D; 5-6 real input",
+         kTwice + std::string("2 do:|5\n")},
+        {"5 - 6 real input", "def 3 4 real input; def 2 5 real input x", "+ -",
+         "3-4 real input D; 5-5 real input D 'x'; 6-6 real input", kTwice + std::string("2 do:|4\n")},
+    });
+}
+
+TEST_F(CAppendAndFree, Cases) {
+    Check({
+        {"", "append real input 1 1; append - - 0 3; append real - 1 1", "1-1 2-4 5-5",
+         "1-1 real input D; 2-4 - - td; 5-5 real - Dd", ""},
+        {"2 real input 10 real input", "append real input 1 2", "11-12",
+         "2-2 real input; 10-10 real input; 11-12 real input D", ""},
+        {"5 - 6 real input", "free 1 4 - input; free 7 7 real -; free 8 9 real input", "+ + +",
+         "1-4 - input Dt; 5-6 real input; 7-7 real - Dd; 8-9 real input D", ""},
+        {"5 - 6 real input",
+         "free 1 5 real input; free 6 6 real input; free 6 9 real input; free 1 9 real input; free 9 8 real input",
+         "- - - - -", "5-6 real input", ""},
+        {"5 real input 7 real input", "remove 6; remove 5", "+ +", "7-7 real input", ""},
+    });
+}
+
+TEST_F(CChangeParameter, OneBound) {
+    const char *const kRow = "5 - 8 real input 12 - 14 real input 15 - 16 real input";
+    Check({
+        // ch_from: down clears ranges of the same kind, up shrinks or walks on.
+        {kRow, "def 15 16 real input; from 15 13", "+ +", "5-8 real input; 12-12 real input; 13-16 real input D", ""},
+        {kRow, "def 15 16 real input; from 15 12", "+ +", "5-8 real input; 12-16 real input D", ""},
+        {kRow, "def 15 16 real input; from 15 9", "+ +", "5-8 real input; 9-16 real input D", ""},
+        {kRow, "def 15 16 real input; from 15 0", "+ +", "0-16 real input D", ""},
+        {kRow, "def 5 8 real input; from 15 8", "+ -", "5-8 real input D; 12-14 real input; 15-16 real input", ""},
+        {"1 - 3 boolean input 5 real input", "from 5 3", "-", "1-3 boolean input; 5-5 real input", ""},
+        {"1 - 3 real output 5 real input", "from 5 3", "-", "1-3 real output; 5-5 real input", ""},
+        {"5 real input", "append - - 0 1; from 6 5", "6-6 -", "5-5 real input; 6-6 - - td", ""},
+        {kRow, "from 5 7", "+", "7-8 real input; 12-14 real input; 15-16 real input", ""},
+        {kRow, "from 5 8", "+", "8-8 real input; 12-14 real input; 15-16 real input", ""},
+        {kRow, "from 5 10", "+", "10-10 real input; 12-14 real input; 15-16 real input", ""},
+        {kRow, "from 5 13", "+", "13-13 real input; 14-14 real input; 15-16 real input", ""},
+        {kRow, "from 5 14", "+", "14-14 real input; 15-16 real input", ""},
+        {kRow, "def 12 14 real input; from 5 12", "+ -", "5-8 real input; 12-14 real input D; 15-16 real input", ""},
+        {kRow, "from 6 1", "-", "5-8 real input; 12-14 real input; 15-16 real input", ""},
+        // ch_to: the way up doesn't compare kinds.
+        {"5 - 8 real input 10 - 12 boolean output", "to 5 8 11", "+", "5-11 real input; 12-12 boolean output", ""},
+        {"5 - 8 real input 10 - 12 boolean output", "to 5 8 12", "+", "5-12 real input", ""},
+        {"5 - 8 real input 10 - 12 boolean output", "to 5 8 9", "+", "5-9 real input; 10-12 boolean output", ""},
+        {"5 - 8 real input 10 - 12 real input", "def 10 12 real input; to 5 8 20", "+ -",
+         "5-8 real input; 10-12 real input D", ""},
+        {kRow, "to 5 8 6", "+", "5-6 real input; 12-14 real input; 15-16 real input", ""},
+        {kRow, "to 12 14 7", "+", "5-6 real input; 7-7 real input; 15-16 real input", ""},
+        {kRow, "def 5 8 real input; to 12 14 7", "+ -", "5-8 real input D; 12-14 real input; 15-16 real input", ""},
+        {kRow, "to 9 9 10", "-", "5-8 real input; 12-14 real input; 15-16 real input", ""},
+    });
+}
+
+TEST_F(CChangeParameter, TheWholeRange) {
+    const char *const kRow = "5 - 8 real input 12 - 14 real input 15 - 16 real input";
+    Check({
+        {kRow, "number 5 20", "+", "12-14 real input; 15-16 real input; 20-23 real input", ""},
+        {kRow, "number 5 13", "+", "13-16 real input", ""},
+        {kRow, "number 15 8", "+", "8-9 real input; 12-14 real input", ""},
+        {kRow, "number 12 13", "+", "5-8 real input; 13-15 real input", ""},
+        {kRow, "def 12 14 real input; number 5 10", "+ -", "5-8 real input; 12-14 real input D; 15-16 real input", ""},
+        {"5 real input 9 boolean input", "number 5 9", "-", "5-5 real input; 9-9 boolean input", ""},
+        {kRow, "number 5 4294967294", "-", "5-8 real input; 12-14 real input; 15-16 real input", ""},
+        {kRow, "number 5 4294967292", "+", "12-14 real input; 15-16 real input; 4294967292-4294967295 real input", ""},
+        {kRow, "number 6 20", "-", "5-8 real input; 12-14 real input; 15-16 real input", ""},
+        // A group that moved both bounds; equal values don't stop it.
+        {kRow, "all 12 7 15", "+", "7-15 real input", ""},
+        {kRow, "all 12 13 13", "+", "5-8 real input; 13-13 real input; 15-16 real input", ""},
+        {kRow, "def 5 5 real input; all 12 5 9", "+ -",
+         "5-5 real input D; 6-8 real input; 12-14 real input; 15-16 real input", ""},
+        {"5 real output 7 real input", "all 7 5 6", "-", "5-5 real output; 7-7 real input", ""},
+        {kRow, "all 6 1 2", "-", "5-8 real input; 12-14 real input; 15-16 real input", ""},
+        {kRow, "type 5 boolean; direction 12 output; type 15 -; type 6 real", "+ + + -",
+         "5-8 boolean input; 12-14 real output; 15-16 - input", ""},
+    });
+}
+
+TEST(ChangeParameterValues, OnlyNumbersCount) {
+    CChannelRangeTable table;
+    table.LoadDmfText("begin 5 - 8 real input");
+    const TParValue text = TParValue::Text("6");
+    const TParValue unknown = TParValue::Undefined();
+    for (const std::uint32_t keyword : {kwChFrom, kwChTo, kwChNumber, kwChType, kwChDirection, kwChCount, kwReadAll}) {
+        EXPECT_TRUE(table.ChangeParameter(5, keyword, TParValue::Number(5), text)) << keyword;
+        EXPECT_TRUE(table.ChangeParameter(5, keyword, unknown, unknown)) << keyword;
+        EXPECT_TRUE(table.ChangeParameter(99, keyword, TParValue::Number(7), TParValue::Number(7))) << keyword;
+    }
+    EXPECT_TRUE(table.ChangeParameter(5, kwChFrom, unknown, TParValue::Number(6)));
+    EXPECT_TRUE(table.ChangeParameter(5, kwChTo, text, TParValue::Number(6)));
+    EXPECT_EQ(TableText(table), "5-8 real input");
+}
+
+TEST(ChannelRangeTable, Cells) {
+    CChannelRangeTable table;
+    table.LoadDmfText("begin 5 - 8 real input 20 boolean output");
+    CRangeProgram(table, "def 5 6 real input Tlak; append - input 1 2; def 30 30 - -; append - - 0 1").Run();
+    struct {
+        std::uint32_t row, column;
+        const char *text;
+        std::uint32_t color, highlighted, background;
+        bool editable;
+    } cells[] = {
+        {0, 1, "5", 0, 0, 1, false},
+        {0, 2, "6", 0, 0, 1, false},
+        {0, 3, "real", 0, 0, 1, false},
+        {0, 4, "input", 0, 0, 1, false},
+        {0, 5, "Tlak", 0, 0, 1, false},
+        {0, 6, "", 0, 0, 1, false},
+        {1, 1, "7", 0x7F7F7F, 0x7F7F7F, 1, false},
+        {1, 3, "real", 0x7F7F7F, 0x7F7F7F, 1, false},
+        {3, 3, "<nedefinován>", 0xFF0000, 0xFFFFFF, 0xFF, true},
+        {3, 4, "input", 0, 0, 1, false},
+        {4, 4, "<nedefinován>", 0xFF0000, 0xFFFFFF, 0xFF, true},
+        {5, 4, "<nedefinován>", 0xFF0000, 0xFFFFFF, 0xFF, true},
+    };
+    for (const auto &cell : cells) {
+        SCOPED_TRACE(std::to_string(cell.row) + "," + std::to_string(cell.column));
+        kq_base::TText text;
+        std::uint32_t color = 1;
+        std::uint32_t background = 1;
+        ASSERT_TRUE(table.GetCellText(cell.row, cell.column, text, color, background, false));
+        EXPECT_EQ(kq_base::ToUtf8(text.View()), cell.text);
+        EXPECT_EQ(color, cell.color);
+        EXPECT_EQ(background, 1U);
+        ASSERT_TRUE(table.GetCellText(cell.row, cell.column, text, color, background, true));
+        EXPECT_EQ(color, cell.highlighted);
+        EXPECT_EQ(background, cell.background);
+        EXPECT_EQ(table.IsCellEditable(cell.row, cell.column), cell.editable);
+    }
+    kq_base::TText text;
+    std::uint32_t color = 1;
+    EXPECT_FALSE(table.GetCellText(6, 1, text, color, color, false));
+    EXPECT_FALSE(table.IsCellEditable(6, 3));
+
+    table.SetCellText(3, 3, "longint");
+    table.SetCellText(4, 4, "output");
+    table.SetCellText(4, 3, "Real");
+    table.SetCellText(0, 5, "real");
+    table.SetCellText(6, 3, "real");
+    EXPECT_EQ(TableText(table),
+              "5-6 real input D 'Tlak'; 7-8 real input; 20-20 boolean output; 21-22 longint input Dt; "
+              "30-30 - output Dtd; 31-31 - - td");
+    // A word of the language that is no type can be stored, but shows as unknown.
+    table.SetCellText(0, 3, "label");
+    table.GetCellText(0, 3, text, color, color, false);
+    EXPECT_EQ(kq_base::ToUtf8(text.View()), "<nedefinován>");
+}
+
+TEST(ChannelRangeTable, RowsAndUndefinedRanges) {
+    CRecordingOwner owner;
+    CChannelRangeTable table;
+    table.SetOwner(&owner);
+    table.LoadDmfText("begin 5 real input 5 real input 9 real output 7 integer input");
+    EXPECT_EQ(table.RowCount(), 4U);
+    table.SelectRow(9);
+    EXPECT_EQ(owner.selected, 4U);
+    table.SelectRow(5);
+    EXPECT_EQ(owner.selected, 1U);
+    table.SelectRow(6);
+    EXPECT_EQ(owner.selected, 1U);
+    CChannelRange range;
+    for (const std::uint32_t row : {3U, 0U, 1U, 1U, 2U, 3U, 2U}) {
+        ASSERT_TRUE(table.GetRow(row, range));
+        EXPECT_EQ(range.first, (std::array{5U, 5U, 7U, 9U}[row]));
+    }
+    EXPECT_FALSE(table.GetRow(4, range));
+    table.GetRow(0, range);
+    table.RemoveRange(5);
+    ASSERT_TRUE(table.GetRow(1, range));
+    EXPECT_EQ(range.first, 7U);
+
+    std::uint32_t row = 77;
+    EXPECT_FALSE(table.HasUndefined());
+    EXPECT_FALSE(table.FirstUndefinedRow(row));
+    CRangeProgram(table, "append real - 1 1; direction 7 name").Run();
+    EXPECT_TRUE(table.FirstUndefinedRow(row));
+    EXPECT_EQ(row, 1U);
+    CRangeProgram(table, "direction 7 input").Run();
+    EXPECT_TRUE(table.FirstUndefinedRow(row));
+    EXPECT_EQ(row, 3U);
+    table.Clear();
+    EXPECT_EQ(table.RowCount(), 0U);
+    EXPECT_FALSE(table.GetRow(0, range));
+}
+
+TEST(ChannelRangeTable, TellsWhatChanged) {
+    CRecordingOwner owner;
+    CChannelRangeTable table;
+    table.SetOwner(&owner);
+    struct {
+        const char *program;
+        bool news;
+    } steps[] = {
+        {"def 1 3 real input", true},
+        {"def 3 5 real input", false},
+        {"free 5 6 real input", true},
+        {"free 5 6 real input", false},
+        {"append real input 1 1", true},
+        {"remove 5", true},
+        {"remove 5", false},
+        {"to 1 3 4", false},
+    };
+    for (const auto &step : steps) {
+        owner.changes = 0;
+        CRangeProgram(table, step.program).Run();
+        EXPECT_EQ(owner.changes != 0, step.news) << step.program;
+    }
+}
+
+/// A definition over as many ranges as this takes as many steps; they must not pile up.
+TEST(ChannelRangeTable, ADefinitionOverManyRanges) {
+    constexpr std::uint32_t kRanges = 200000;
+    CChannelRangeTable table;
+    std::uint32_t first = 0;
+    std::uint32_t last = 0;
+    for (std::uint32_t range = 0; range < kRanges; ++range) {
+        table.AppendRange(kwReal, kwInput, first, last, false, 2);
+    }
+    EXPECT_TRUE(table.AddDefined(2, last + 1, kwReal, kwInput, "x"));
+    EXPECT_EQ(table.RowCount(), kRanges + 2);
+    CChannelRange range;
+    for (std::uint32_t row = 1; table.GetRow(row, range); ++row) {
+        ASSERT_TRUE(range.defined);
+    }
+}
+
+}  // namespace

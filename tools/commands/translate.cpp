@@ -1,0 +1,175 @@
+#include <algorithm>
+#include <optional>
+
+#include "configurator/kq_cfg.h"
+#include "tools/commands.h"
+#include "tools/console/diagnostics.h"
+#include "tools/console/files.h"
+#include "tools/console/progress.h"
+#include "tools/host_options.h"
+#include "tools/print/channel_table.h"
+#include "tools/print/json_report.h"
+#include "tools/print/report_text.h"
+
+using kq_cfg::CConfiguration;
+using kq_cfg::TReport;
+
+namespace {
+
+/// A configuration that was translated from the files of the command line.
+class CTranslation {
+public:
+    /// False if a file can't be read; the reason has been told then.
+    bool Read(const TArguments &arguments, TConsole &console, bool with_dmf) {
+        bool read = ReadSource(console, arguments.pdt, sources_.pdt);
+        read = ReadSource(console, arguments.par, sources_.par) && read;
+        if (with_dmf && arguments.dmf) {
+            read = ReadSource(console, *arguments.dmf, sources_.dmf) && read;
+        }
+        return read && MakeHostOptions(arguments, console, options_);
+    }
+
+    /// From text to model, without the driver map file if this is a repair of it. Tells people what there was to tell.
+    void Translate(const TArguments &arguments, TConsole &console, bool repair) {
+        configuration_.emplace(options_);
+        {
+            const CProgress progress(console, "Translating " + sources_.par.Name());
+            if (repair) {
+                configuration_->TranslateForRepair(sources_.pdt.Text(), sources_.par.Text());
+            } else {
+                configuration_->Translate(sources_.pdt.Text(), sources_.par.Text(), sources_.dmf.Text());
+            }
+        }
+        if (!arguments.json) {
+            PrintReport(console, sources_, Report());
+        }
+    }
+
+    const CConfiguration &Configuration() const { return *configuration_; }
+    const TReport &Report() const { return configuration_->Report(); }
+    const TSources &Sources() const { return sources_; }
+    int ExitCode() const { return Report().Good() ? kDone : kInputErrors; }
+
+private:
+    TSources sources_;
+    kq_cfg::TOptions options_;
+    std::optional<CConfiguration> configuration_;
+};
+
+/// Hands out a text that was made: into a file, as part of the JSON value, or as it is. Without a text only the JSON
+/// value goes out. False if the file can't be written.
+bool HandOut(const TArguments &arguments, TConsole &console, const TReport &report,
+             const std::optional<std::string> &text) {
+    const bool into_file = arguments.output && *arguments.output != kStandardInput;
+    if (text && into_file && !SaveText(console, *arguments.output, *text)) {
+        return false;
+    }
+    if (arguments.json) {
+        TJson json = ReportJson(report);
+        json["text"] = TextOrNull(text);
+        console.out.Write(json.dump(2) + "\n");
+    } else if (text && !into_file && !arguments.check) {
+        console.out.Write(*text);
+    }
+    return true;
+}
+
+/// How a line would have to change to stand as it is written.
+std::string ChangeText(std::string_view line, std::string_view written, bool behind_end) {
+    if (behind_end) {
+        return "this line and what follows would go";
+    }
+    return line == written ? "this line would end with CR LF"
+                           : "this line would be \"" + kq_base::ToUtf8(written) + "\"";
+}
+
+void PrintFirstDifference(TConsole &console, const CSourceText &par, const std::string &written) {
+    const std::string &text = par.Text();
+    const auto [in_text, in_written] = std::mismatch(text.begin(), text.end(), written.begin(), written.end());
+    const auto line = static_cast<std::uint32_t>(1 + std::count(text.begin(), in_text, '\n'));
+    const CSourceText lines("", written);
+    PrintDiagnostic(console, par,
+                    {.text = "the file isn't in the form that is written; " +
+                             ChangeText(par.Line(line), lines.Line(line), in_written == written.end()),
+                     .line = line});
+}
+
+/// A driver map file has no place for a channel whose type or direction is open.
+void PrintLeftOut(TConsole &console, const CSourceText &par, const std::vector<kq_cfg::TChannel> &channels) {
+    for (const kq_cfg::TChannel &channel : channels) {
+        if (!channel.type || !channel.direction) {
+            PrintDiagnostic(console, par,
+                            {.kind = TDiagnosticKind::kNote,
+                             .text = "left out, since type or direction is undefined: " + ChannelNumbers(channel)});
+        }
+    }
+}
+
+}  // namespace
+
+int RunCheck(const TArguments &arguments, TConsole &console) {
+    CTranslation translation;
+    if (!translation.Read(arguments, console, true)) {
+        return kFailed;
+    }
+    translation.Translate(arguments, console, false);
+    console.out.Write(arguments.json
+                          ? ReportJson(translation.Report()).dump(2) + "\n"
+                          : translation.Sources().par.Name() + ": " + VerdictText(translation.Report()) + "\n");
+    return translation.ExitCode();
+}
+
+int RunFormat(const TArguments &arguments, TConsole &console) {
+    CTranslation translation;
+    if (!translation.Read(arguments, console, true)) {
+        return kFailed;
+    }
+    translation.Translate(arguments, console, false);
+    std::optional<std::string> text;
+    if (translation.Report().Good()) {
+        text = translation.Configuration().ParText();
+    }
+    if (!HandOut(arguments, console, translation.Report(), text)) {
+        return kFailed;
+    }
+    const CSourceText &par = translation.Sources().par;
+    if (!arguments.check || !text || *text == par.Text()) {
+        return translation.ExitCode();
+    }
+    if (!arguments.json) {
+        PrintFirstDifference(console, par, *text);
+    }
+    return kInputErrors;
+}
+
+int RunChannels(const TArguments &arguments, TConsole &console) {
+    CTranslation translation;
+    if (!translation.Read(arguments, console, true)) {
+        return kFailed;
+    }
+    translation.Translate(arguments, console, false);
+    if (arguments.json) {
+        TJson json = ReportJson(translation.Report());
+        json["channels"] = ChannelsJson(translation.Configuration().Channels());
+        console.out.Write(json.dump(2) + "\n");
+    } else {
+        console.out.Write(ChannelTable(translation.Configuration().Channels()));
+    }
+    return translation.ExitCode();
+}
+
+int RunDmf(const TArguments &arguments, TConsole &console) {
+    CTranslation translation;
+    if (!translation.Read(arguments, console, false)) {
+        return kFailed;
+    }
+    translation.Translate(arguments, console, true);
+    std::optional<std::string> text;
+    if (translation.Report().Good()) {
+        text = translation.Configuration().DmfText();
+        if (!arguments.json) {
+            PrintLeftOut(console, translation.Sources().par, translation.Configuration().Channels());
+        }
+    }
+    return HandOut(arguments, console, translation.Report(), text) ? translation.ExitCode() : kFailed;
+}

@@ -1,0 +1,19 @@
+#pragma once
+
+#include "configurator/kq_cfg.h"
+#include "tools/console/console.h"
+#include "tools/console/source_text.h"
+
+/// The files that a translation works on. A file that wasn't given has no name.
+struct TSources {
+    CSourceText pdt;
+    CSourceText par;
+    CSourceText dmf;
+};
+
+/// Tells a person all that a translation said, and which parts of the files weren't read at all.
+void PrintReport(TConsole &console, const TSources &sources, const kq_cfg::TReport &report);
+/// Notes the places from which on the text of a parameter file isn't read.
+void PrintUnreadText(TConsole &console, const CSourceText &par);
+/// The verdict in a few words: "no errors", "2 errors, 1 warning". A box with the stop icon is an error here.
+std::string VerdictText(const kq_cfg::TReport &report);
