@@ -61,14 +61,12 @@ bool TReport::Good() const {
     return result.ok && errors == 0;
 }
 
-/// The session with what surrounds it. The library has one current model, one host and one answerer of message boxes,
-/// so each piece of work puts its own in place and the former ones back.
+/// The session with what surrounds it. The library has one host and one answerer of message boxes, so each piece of
+/// work puts its own in place and the former ones back.
 struct CConfiguration::TState {
     class CWork {
     public:
-        explicit CWork(TState &state)
-            : former_data_(kq_pdt::CParSheetData::Current()), former_host_(kq_pdt::HostCallback()) {
-            kq_pdt::CParSheetData::SetCurrent(&state.session.SheetData());
+        explicit CWork(TState &state) : former_host_(kq_pdt::HostCallback()) {
             kq_pdt::SetHostCallback(state.host.get());
             former_handler_ = SetMessageBoxHandler([&state](const ::TMessageBox &box) {
                 state.report.boxes.push_back(
@@ -79,13 +77,11 @@ struct CConfiguration::TState {
         ~CWork() {
             SetMessageBoxHandler(std::move(former_handler_));
             kq_pdt::SetHostCallback(former_host_);
-            kq_pdt::CParSheetData::SetCurrent(former_data_);
         }
         CWork(const CWork &) = delete;
         CWork &operator=(const CWork &) = delete;
 
     private:
-        kq_pdt::CParSheetData *former_data_;
         CAbstractPdtIdeCallBack *former_host_;
         TMessageBoxHandler former_handler_;
     };

@@ -4,10 +4,7 @@
 
 namespace kq_pdt {
 
-CConfiguratorSession::CConfiguratorSession() {
-    CParSheetData::SetCurrent(&sheet_data_);
-    sheet_data_.SetWindow(this);
-}
+CConfiguratorSession::CConfiguratorSession() { sheet_data_.SetWindow(this); }
 
 CConfiguratorSession::~CConfiguratorSession() { sheet_data_.SetWindow(nullptr); }
 

@@ -15,6 +15,11 @@ void CDefNode::SetRowId(std::uint32_t id) {
     }
 }
 
+void CDefNode::SetNames(std::unique_ptr<CItemList> names) {
+    names->Items().SetNode(this);
+    names_ = std::move(names);
+}
+
 void CDefNode::AddGroupItem(std::unique_ptr<CChannelsGroupItem> item) { groups_.push_back(std::move(item)); }
 
 CVariable &CDefNode::DeclareVariable(std::string_view name) {
@@ -82,15 +87,14 @@ void CDefNode::Done() {
         }
         groups_.clear();
     }
-    CParSheetData *data = CParSheetData::Current();
-    if (Has(nfChannels) && channels_done_ && data != nullptr) {
+    if (Has(nfChannels) && channels_done_) {
         std::uint32_t first = kNoNumber;
         GetChannelAttr(kwChFrom, first);
         if (first == kNoNumber) {
             GetChannelAttr(kwChNumber, first);
         }
         if (first != kNoNumber) {
-            data->RemoveChannelRange(first);
+            sheet_data_->RemoveChannelRange(first);
         }
     }
 }
@@ -101,8 +105,7 @@ void CDefNode::ReleaseScope() {
 }
 
 void CDefNode::SelectChannel() {
-    CParSheetData *data = CParSheetData::Current();
-    if (!Has(nfChannels) || data == nullptr) {
+    if (!Has(nfChannels)) {
         return;
     }
     std::uint32_t first = kNoNumber;
@@ -111,7 +114,7 @@ void CDefNode::SelectChannel() {
         GetChannelAttr(kwChNumber, first);
     }
     if (first != kNoNumber) {
-        data->SelectChannelRange(first);
+        sheet_data_->SelectChannelRange(first);
     }
 }
 

@@ -67,7 +67,7 @@ public:
     bool Has(TNodeFlag flag) const { return (flags_ & flag) != 0; }
     void SetFlag(TNodeFlag flag) { flags_ |= flag; }
     CItemList *Names() const { return names_.get(); }
-    void SetNames(std::unique_ptr<CItemList> names) { names_ = std::move(names); }
+    void SetNames(std::unique_ptr<CItemList> names);
     CParSheetData *SheetData() const { return sheet_data_; }
     bool ChannelsDone() const { return channels_done_; }
     const CVarScope *Scope() const { return scope_.get(); }

@@ -62,9 +62,7 @@ void CDefNode::RegisterOwnChannels() {
     std::uint32_t direction = kUndefinedCode;
     GetChannelAttr(kwChType, type);
     GetChannelAttr(kwChDirection, direction);
-    if (CParSheetData *data = CParSheetData::Current()) {
-        data->AddUnnamedChannelRange(first, last, type, direction);
-    }
+    sheet_data_->AddUnnamedChannelRange(first, last, type, direction);
 }
 
 bool CDefNode::CommitChannels() {
@@ -74,8 +72,7 @@ bool CDefNode::CommitChannels() {
             return false;
         }
     }
-    CParSheetData *data = CParSheetData::Current();
-    if (!Has(nfChannels) || channels_done_ || data == nullptr) {
+    if (!Has(nfChannels) || channels_done_) {
         return true;
     }
     channels_done_ = true;
@@ -88,7 +85,7 @@ bool CDefNode::CommitChannels() {
     GetChannelAttr(kwChDirection, direction);
     std::uint32_t first = 0;
     std::uint32_t last = 0;
-    data->AppendChannelRange(type, direction, first, last, true);
+    sheet_data_->AppendChannelRange(type, direction, first, last, true);
     bool matched = false;
     std::uint32_t present = kNoNumber;
     GetChannelAttr(kwChFrom, present);
@@ -104,7 +101,7 @@ bool CDefNode::CommitChannels() {
         std::uint32_t count = kNoNumber;
         GetChannelAttr(kwChCount, count);
         count = count == kNoNumber ? 1 : count;
-        data->ChangeChannelParameter(first, kwChTo, TParValue::Number(1), TParValue::Number(first + count - 1));
+        sheet_data_->ChangeChannelParameter(first, kwChTo, TParValue::Number(1), TParValue::Number(first + count - 1));
     }
     return true;
 }

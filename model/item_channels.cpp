@@ -35,11 +35,14 @@ bool IsNumberAttribute(std::uint32_t keyword) {
     return keyword == kwChFrom || keyword == kwChTo || keyword == kwChNumber || keyword == kwChCount;
 }
 
+/// The node that answers an item's questions about channels, which it does once the item was published.
 CDefNode *OwnerNode(const CItemSeq *owner) {
-    if (owner == nullptr) {
-        return nullptr;
-    }
-    return owner->Par() != nullptr ? owner->Par()->Key() : owner->Node();
+    return owner != nullptr && owner->IsPublished() ? owner->Node() : nullptr;
+}
+
+/// The sheet data of the item's node; none outside any node.
+CParSheetData *SheetData(const CItemSeq *owner) {
+    return owner != nullptr && owner->Node() != nullptr ? owner->Node()->SheetData() : nullptr;
 }
 
 /// The answer of the item's node to a channel attribute; 0xFFFFFFFF if the node doesn't stand for channels.
@@ -77,15 +80,16 @@ bool OwnerChannelsDone(const CItemSeq *owner) {
     return section != nullptr && section->Has(nfChannels) && section->ChannelsDone();
 }
 
-/// Changes a parameter of a range through the current sheet data, which shows a refusal to the user.
-bool Change(std::uint32_t key, std::uint32_t keyword, const TParValue &old_value, const TParValue &new_value) {
-    CParSheetData *data = CParSheetData::Current();
+/// Changes a parameter of a range through the sheet data, which shows a refusal to the user.
+bool Change(const CItemSeq *owner, std::uint32_t key, std::uint32_t keyword, const TParValue &old_value,
+            const TParValue &new_value) {
+    CParSheetData *data = SheetData(owner);
     return data != nullptr && data->ChangeChannelParameter(key, keyword, old_value, new_value);
 }
 
 /// A range for numbers that a node gets for the first time. That it may not be free isn't the edit's business.
 void AddIfFree(const CItemSeq *owner, std::uint32_t first, std::uint32_t last) {
-    CParSheetData *data = CParSheetData::Current();
+    CParSheetData *data = SheetData(owner);
     if (data != nullptr && first <= last) {
         data->AddChannelRangeIfFree(first, last, AskOwner(owner, kwChType), AskOwner(owner, kwChDirection));
     }
@@ -155,7 +159,7 @@ void CItem::ParameterChanged(const CVariable *variable, const TParValue &value, 
                             std::uint32_t keyword) {
         std::uint32_t code = 0;
         if (reference && variable != nullptr && reference->Variable() == variable && MapValue(map, value, code)) {
-            Change(first, keyword, TParValue::Number(0), TParValue::Number(code));
+            Change(owner_, first, keyword, TParValue::Number(0), TParValue::Number(code));
         }
     };
     follow(channel->type_variable, channel->type_map, kwChType);
@@ -171,7 +175,7 @@ bool CItem::EditChannelNumber(const TChannelEdit &edit, bool &decided) {
     if (HasRole(roleChNumber) || (!HasRole(roleChCount) && HasRole(roleChFrom))) {
         const bool by_count = HasRole(roleChNumber);
         if (edit.HadNumber() && edit.TakenAway()) {
-            if (CParSheetData *data = CParSheetData::Current()) {
+            if (CParSheetData *data = SheetData(owner_)) {
                 data->RemoveChannelRange(edit.old_number);
             }
             return true;
@@ -190,7 +194,7 @@ bool CItem::EditChannelNumber(const TChannelEdit &edit, bool &decided) {
             }
             return true;
         }
-        const bool moved = Change(kNoNumber, by_count ? kwChNumber : kwChFrom, old_value, edit.new_value);
+        const bool moved = Change(owner_, kNoNumber, by_count ? kwChNumber : kwChFrom, old_value, edit.new_value);
         if (moved && !by_count && edit.new_value.IsNumber() && number > other) {
             TellOwner(owner_, kwChTo, number);
         }
@@ -210,7 +214,7 @@ bool CItem::EditChannelNumber(const TChannelEdit &edit, bool &decided) {
             }
             return true;
         }
-        return Change(first, kwChTo, TParValue::Number(first + edit.old_number - 1),
+        return Change(owner_, first, kwChTo, TParValue::Number(first + edit.old_number - 1),
                       TParValue::Number(first + number - 1));
     }
     decided = true;
@@ -218,7 +222,7 @@ bool CItem::EditChannelNumber(const TChannelEdit &edit, bool &decided) {
     if (first == kNoNumber || edit.TakenAway()) {
         return false;
     }
-    const bool moved = Change(first, kwChTo, old_value, edit.new_value);
+    const bool moved = Change(owner_, first, kwChTo, old_value, edit.new_value);
     if (moved && edit.new_value.IsNumber() && number < first) {
         TellOwner(owner_, kwChFrom, number);
     }
@@ -234,7 +238,7 @@ bool CItem::EditChannelWord(std::uint32_t keyword, const TValueMap &map, TCellEd
     const std::uint32_t first = AskFirstChannel(owner_);
     TParValue old_value;
     GetValue(old_value);
-    return first != kNoNumber && Change(first, keyword, old_value, TParValue::Number(code));
+    return first != kNoNumber && Change(owner_, first, keyword, old_value, TParValue::Number(code));
 }
 
 bool CItem::CheckChannelEdit(TCellEditor &editor, bool accept) {

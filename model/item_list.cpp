@@ -12,11 +12,6 @@ void CItemSeq::Append(std::unique_ptr<CItem> item) {
     items_.push_back(std::move(item));
 }
 
-void CItemSeq::SetOwner(CParDef *par, CDefNode *node) {
-    par_ = par;
-    node_ = node;
-}
-
 bool CItemSeq::AppendText(kq_base::CTextBuffer &text) {
     bool result = write_if_all_;
     for (const auto &item : items_) {
@@ -27,6 +22,7 @@ bool CItemSeq::AppendText(kq_base::CTextBuffer &text) {
 }
 
 void CItemSeq::PublishAll() {
+    published_ = true;
     for (const auto &item : items_) {
         item->Publish();
     }

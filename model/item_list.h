@@ -8,7 +8,6 @@
 namespace kq_pdt {
 
 class CDefNode;
-class CParDef;
 
 /// The value items of a name or of a `par` line, joined by `+`, in order.
 class CItemSeq : public kq_base::CPooled {
@@ -20,11 +19,9 @@ public:
     CItemSeq &operator=(const CItemSeq &) = delete;
 
     void Append(std::unique_ptr<CItem> item);
-    /// Tells the list whose it is: a line's or, as a name, a node's.
-    void SetOwner(CParDef *par, CDefNode *node);
-
     /// Appends the text of all items. True if any of them wrote something, with `write_if_all` if all did.
     bool AppendText(kq_base::CTextBuffer &text);
+    /// Publishes all items. From then on the node answers their questions about channels.
     void PublishAll();
     /// True if every item may be left without a value, also for an empty list.
     bool AllOptional() const;
@@ -59,14 +56,16 @@ public:
     void SetWriteIfAll() { write_if_all_ = true; }
     const TItems &Items() const { return items_; }
     bool IsEmpty() const { return items_.empty(); }
-    CParDef *Par() const { return par_; }
+    bool IsPublished() const { return published_; }
+    /// The node whose name or value the list is; none for the results of a match.
     CDefNode *Node() const { return node_; }
+    void SetNode(CDefNode *node) { node_ = node; }
 
 private:
     bool write_if_all_ = false;
+    bool published_ = false;
     std::uint32_t cells_ = kNoNumber;  ///< not counted yet
     TItems items_;
-    CParDef *par_ = nullptr;
     CDefNode *node_ = nullptr;
 };
 

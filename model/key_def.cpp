@@ -12,7 +12,7 @@ CKeyDef::CKeyDef(CParSheetData *sheet_data) : CDefNode(sheet_data) { flags_ = nf
 CKeyDef::~CKeyDef() = default;
 
 CParDef &CKeyDef::AddPar() {
-    pars_.push_back(std::make_unique<CParDef>());
+    pars_.push_back(std::make_unique<CParDef>(this));
     return *pars_.back();
 }
 
@@ -22,16 +22,15 @@ std::unique_ptr<CKeyDef> CKeyDef::Clone(bool deep, const CItemSeq *names) const 
     clone->definition_ = this;
     clone->label_ = label_;
     if (names != nullptr) {
-        clone->names_ = std::make_unique<CItemList>();
+        clone->SetNames(std::make_unique<CItemList>());
         names->CloneInto(clone->names_->Items());
     } else if (names_) {
-        clone->names_ = names_->Clone(nullptr);
+        clone->SetNames(names_->Clone(nullptr));
     }
     if (deep) {
         clone->pars_.reserve(pars_.size());
         for (const auto &par : pars_) {
-            clone->pars_.push_back(par->Clone());
-            clone->pars_.back()->SetKey(clone.get());
+            clone->pars_.push_back(par->CloneFor(clone.get()));
         }
     }
     return clone;
@@ -40,11 +39,10 @@ std::unique_ptr<CKeyDef> CKeyDef::Clone(bool deep, const CItemSeq *names) const 
 void CKeyDef::PublishTree() {
     const CScopeGuard scope(this);
     if (names_) {
-        names_->Items().SetOwner(nullptr, this);
         names_->Items().PublishAll();
     }
     for (const auto &par : pars_) {
-        par->PublishItems();
+        par->Items().PublishAll();
     }
 }
 

@@ -2,14 +2,10 @@
 
 namespace kq_pdt {
 
-CParDef::CParDef() {
+CParDef::CParDef(CDefNode *key) {
     static const TSeparator comma(",");
     separator_ = comma;
-}
-
-void CParDef::PublishItems() {
-    Items().SetOwner(this, nullptr);
-    Items().PublishAll();
+    Items().SetNode(key);
 }
 
 bool CParDef::AppendText(kq_base::CTextBuffer &text) {
@@ -17,8 +13,8 @@ bool CParDef::AppendText(kq_base::CTextBuffer &text) {
     return Items().AppendText(text);
 }
 
-std::unique_ptr<CParDef> CParDef::Clone() const {
-    auto clone = std::make_unique<CParDef>();
+std::unique_ptr<CParDef> CParDef::CloneFor(CDefNode *key) const {
+    auto clone = std::make_unique<CParDef>(key);
     list_.CloneInto(clone->list_, nullptr);
     clone->separator_ = separator_;
     return clone;

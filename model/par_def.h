@@ -8,31 +8,26 @@
 
 namespace kq_pdt {
 
-class CKeyDef;
-
 /// One `par` line of a key: the items of one value.
 class CParDef : public kq_base::CPooled {
 public:
     /// A separator's text is at most this long.
     using TSeparator = kq_base::TBoundedText<31>;
 
-    CParDef();
+    explicit CParDef(CDefNode *key);
 
     CItemList &List() { return list_; }
     const CItemList &List() const { return list_; }
     CItemSeq &Items() { return list_.Items(); }
     const CItemSeq &Items() const { return list_.Items(); }
 
-    CKeyDef *Key() const { return key_; }
-    void SetKey(CKeyDef *key) { key_ = key; }
     /// What is written ahead of this value; "," unless the text that was read had something else.
     const TSeparator &Separator() const { return separator_; }
     void SetSeparator(std::string_view text) { separator_ = text; }
 
-    /// Tells the items that they are this line's, and publishes them.
-    void PublishItems();
     bool AppendText(kq_base::CTextBuffer &text);
-    std::unique_ptr<CParDef> Clone() const;
+    /// A copy for another key.
+    std::unique_ptr<CParDef> CloneFor(CDefNode *key) const;
     std::uint32_t GetCellCount() { return Items().CountCells(); }
     bool AllOptional() const { return Items().AllOptional(); }
     bool AnyEnabled() const { return Items().AnyEnabled(); }
@@ -41,7 +36,6 @@ public:
 
 private:
     CItemList list_;
-    CKeyDef *key_ = nullptr;
     TSeparator separator_;
 };
 

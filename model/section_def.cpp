@@ -22,7 +22,7 @@ std::unique_ptr<CSectionDef> CSectionDef::Clone(bool deep) {
     CloneInto(*clone);
     clone->definition_ = this;
     if (names_) {
-        clone->names_ = names_->Clone(nullptr);
+        clone->SetNames(names_->Clone(nullptr));
     }
     if (deep) {
         clone->keys_.reserve(keys_.size());
@@ -69,7 +69,6 @@ std::uint32_t CSectionDef::GetColumns() {
 void CSectionDef::PublishTree() {
     const CScopeGuard scope(this);
     if (names_) {
-        names_->Items().SetOwner(nullptr, this);
         names_->Items().PublishAll();
     }
     for (const auto &key : keys_) {

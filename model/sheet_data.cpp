@@ -8,24 +8,9 @@
 
 namespace kq_pdt {
 
-namespace {
-
-CParSheetData *current_sheet_data = nullptr;
-
-}  // namespace
-
-CParSheetData *CParSheetData::Current() { return current_sheet_data; }
-
-void CParSheetData::SetCurrent(CParSheetData *data) { current_sheet_data = data; }
-
 CParSheetData::CParSheetData() { root_scope_.SetOwner(this); }
 
-CParSheetData::~CParSheetData() {
-    Done();
-    if (current_sheet_data == this) {
-        current_sheet_data = nullptr;
-    }
-}
+CParSheetData::~CParSheetData() { Done(); }
 
 void CParSheetData::SetWindow(CReportWindow *window) {
     window_ = window;

@@ -20,8 +20,7 @@ class CTextView;
 namespace kq_pdt {
 
 /// The root of a session's model: the compiled template, the instances read from a parameter file, the table of
-/// channels and the variables. It works without a window; reports and commands are dropped then. One sheet data is the
-/// current one, which channel code reaches.
+/// channels and the variables. It works without a window; reports and commands are dropped then.
 class CParSheetData final : public CExpressionContext {
 public:
     /// How deep assignments may set each other off.
@@ -55,9 +54,6 @@ public:
     private:
         CParSheetData &data_;
     };
-
-    static CParSheetData *Current();
-    static void SetCurrent(CParSheetData *data);
 
     /// Attaches the window that takes messages and commands, or none.
     void SetWindow(CReportWindow *window);
