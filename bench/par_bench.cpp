@@ -36,7 +36,7 @@ public:
     /// True if the template compiled and all keys of the text were read.
     bool Holds(std::int64_t keys) const {
         std::size_t found = 0;
-        for (const auto &section : data_.Instances()) {
+        for (const auto &section : data_.Instances().List()) {
             found += section->Keys().size();
         }
         return good_ && found == static_cast<std::size_t>(keys);

@@ -105,7 +105,7 @@ CSectionDef *CParReader::MatchCandidates(std::string_view name, std::unique_ptr<
 
 /// Of several instances of one definition that fit, one that no text was read into yet.
 CSectionDef *CParReader::MatchInstance(std::string_view name, std::unique_ptr<CItemSeq> &results) {
-    sheet_data_.Index().FindCandidates(name, candidates_);
+    sheet_data_.Instances().Index().FindCandidates(name, candidates_);
     CSectionDef *first = MatchCandidates(name, results);
     if (first == nullptr || !first->WasTaken()) {
         return first;
@@ -133,10 +133,10 @@ bool CParReader::PlaceSection(const TParSectionRef &section) {
     }
     const bool shared = definition->Has(nfModule) || definition->DependOn() != nullptr;
     if (instance == nullptr && shared && !definition->Has(nfMultiple)) {
-        instance = sheet_data_.Index().FirstOf(definition);
+        instance = sheet_data_.Instances().Index().FirstOf(definition);
     }
     if (instance == nullptr) {
-        instance = &sheet_data_.AppendInstance(definition->Clone(true));
+        instance = &sheet_data_.Instances().Append(definition->Clone(true));
     }
     instance->SetTaken();
     if (instance->Names() != nullptr && results) {
@@ -306,17 +306,17 @@ void CParReader::AddUnknownSection(const TParSectionRef &section) {
         scanner_->KeyPars(value);
         AddUnknownKey(scanner_->KeyName(), value, definition);
     }
-    sheet_data_.AppendInstance(definition.Clone(true));
+    sheet_data_.Instances().Append(definition.Clone(true));
     Warn(texts::kUnknownSection, section.name, section.line);
 }
 
 void CParReader::CheckRequiredSections() {
     std::vector<CSectionDef *> added;
     for (const auto &definition : sheet_data_.Definitions()) {
-        if (!definition->Has(nfRequired) || sheet_data_.HasInstance(*definition)) {
+        if (!definition->Has(nfRequired) || sheet_data_.Instances().Has(*definition)) {
             continue;
         }
-        CSectionDef &section = sheet_data_.AppendInstance(definition->Clone(true));
+        CSectionDef &section = sheet_data_.Instances().Append(definition->Clone(true));
         added.push_back(&section);
         kq_base::CTextBuffer name;
         if (section.Names() != nullptr) {
@@ -327,7 +327,7 @@ void CParReader::CheckRequiredSections() {
         }
         Warn(texts::kMissingSection, name.View(), kNoNumber);
     }
-    const CParSheetData::CHold hold(sheet_data_);
+    const CInstances::CHold hold(sheet_data_.Instances());
     for (CSectionDef *section : added) {
         section->PublishTree();
         section->CommitChannels();

@@ -119,7 +119,7 @@ void CSectionDef::CapturedValueChanged(const TParValue &value, const CVariable *
             key->CapturedValueChanged(value, variable);
         }
     }
-    SheetData()->SectionRenamed(*this);
+    SheetData()->Instances().Renamed(*this);
     bool ok = true;
     SheetData()->VariableAssigned(nullptr, value, ok);
 }
@@ -134,7 +134,7 @@ void CSectionDef::BindVariable(CVariable &variable) {
             key->BindVariable(variable);
         }
     }
-    SheetData()->SectionRenamed(*this);
+    SheetData()->Instances().Renamed(*this);
 }
 
 void CSectionDef::GetChannelAttr(std::uint32_t keyword, std::uint32_t &value) {

@@ -1,7 +1,5 @@
 #include "model/sheet_data.h"
 
-#include <algorithm>
-
 #include "driver/channels/text_out.h"
 #include "model/par_reader.h"
 #include "model/texts.h"
@@ -34,15 +32,7 @@ void CParSheetData::ReadPar(std::string_view text) {
     CParReader(*this).Read(text);
 }
 
-void CParSheetData::WriteParText(CTextOut &out) {
-    for (const auto &section : instances_) {
-        section->WriteSection(out);
-    }
-}
-
-CSectionDef *CParSheetData::GetSection(std::size_t index) const {
-    return index < instances_.size() ? instances_[index].get() : nullptr;
-}
+void CParSheetData::WriteParText(CTextOut &out) { instances_.Write(out); }
 
 void CParSheetData::FindByTable(std::uint32_t id, CSectionDef *&section, CKeyDef *&key) {
     section = nullptr;
@@ -69,15 +59,6 @@ void CParSheetData::TableChanged(CDefNode &node, std::uint32_t old_id, std::uint
     }
 }
 
-CSectionDef &CParSheetData::AppendInstance(std::unique_ptr<CSectionDef> section) {
-    section->SetSerial(next_serial_++);
-    instances_.push_back(std::move(section));
-    index_.Add(*instances_.back());
-    return *instances_.back();
-}
-
-void CParSheetData::SectionRenamed(CSectionDef &section) { index_.Rename(section); }
-
 CSectionDef &CParSheetData::AppendDefinition(std::unique_ptr<CSectionDef> section) {
     definitions_.push_back(std::move(section));
     if (definitions_.back()->DependOn() != nullptr) {
@@ -86,15 +67,9 @@ CSectionDef &CParSheetData::AppendDefinition(std::unique_ptr<CSectionDef> sectio
     return *definitions_.back();
 }
 
-/// From the back, since an instance may take those that its module brought along with it.
 void CParSheetData::ClearInstances() {
     next_table_id_ = 2;
-    while (!instances_.empty()) {
-        std::unique_ptr<CSectionDef> section = std::move(instances_.back());
-        instances_.pop_back();
-        index_.Remove(*section);
-        Release(std::move(section));
-    }
+    instances_.Clear();
 }
 
 void CParSheetData::ClearData() {
@@ -103,7 +78,7 @@ void CParSheetData::ClearData() {
     while (!definitions_.empty()) {
         std::unique_ptr<CSectionDef> section = std::move(definitions_.back());
         definitions_.pop_back();
-        Release(std::move(section));
+        instances_.Release(std::move(section));
     }
     dependents_.clear();
     keyword_words_.clear();
@@ -113,27 +88,6 @@ void CParSheetData::ClearData() {
 void CParSheetData::Done() {
     ClearData();
     ranges_.Clear();
-}
-
-/// An instance gives its channels back at once, so that others can have them, unless it is at work further down the
-/// stack. A definition gives nothing back, and has to outlive its instances.
-void CParSheetData::Release(std::unique_ptr<CSectionDef> section) {
-    const bool is_definition = section->Definition() == nullptr;
-    const bool in_use = is_definition ? !walks_.empty() || holds_ != 0 || !dying_.empty() : section->IsEntered();
-    if (!in_use) {
-        section->Done();
-        return;
-    }
-    section->Retire();
-    dying_.push_back(std::move(section));
-}
-
-void CParSheetData::ReleaseDying() {
-    while (walks_.empty() && holds_ == 0 && !dying_.empty() && !dying_.front()->IsEntered()) {
-        const std::unique_ptr<CSectionDef> section = std::move(dying_.front());
-        dying_.erase(dying_.begin());
-        section->Done();
-    }
 }
 
 void CParSheetData::FindDependents() {

@@ -10,7 +10,7 @@
 #include "driver/channels/channel_range_table.h"
 #include "model/compile_result.h"
 #include "model/dll_item.h"
-#include "model/instance_index.h"
+#include "model/instances.h"
 #include "model/report_window.h"
 #include "model/section_def.h"
 
@@ -36,24 +36,6 @@ public:
     ~CParSheetData() override;
     CParSheetData(const CParSheetData &) = delete;
     CParSheetData &operator=(const CParSheetData &) = delete;
-
-    /// What follows from a value may switch off the module that brought the very section in which the value stands. A
-    /// section that is released while somebody is inside its scope leaves the lists at once but ends only later, and as
-    /// long as one of these lives no such section ends: whoever publishes a section and then commits its channels, or
-    /// closes an editor and then leaves the scopes, holds one.
-    class CHold {
-    public:
-        explicit CHold(CParSheetData &data) : data_(data) { ++data_.holds_; }
-        ~CHold() {
-            --data_.holds_;
-            data_.ReleaseDying();
-        }
-        CHold(const CHold &) = delete;
-        CHold &operator=(const CHold &) = delete;
-
-    private:
-        CParSheetData &data_;
-    };
 
     /// Attaches the window that takes messages and commands, or none.
     void SetWindow(CReportWindow *window);
@@ -106,13 +88,6 @@ public:
     void FindByTable(std::uint32_t id, CSectionDef *&section, CKeyDef *&key);
     /// A node's table has another id now; 0 is none.
     void TableChanged(CDefNode &node, std::uint32_t old_id, std::uint32_t id);
-    /// An instance by its place from 0; none behind the last.
-    CSectionDef *GetSection(std::size_t index) const;
-    bool HasInstance(const CSectionDef &definition) const { return index_.FirstOf(&definition) != nullptr; }
-    /// Puts an instance at the end of the list.
-    CSectionDef &AppendInstance(std::unique_ptr<CSectionDef> section);
-    /// An instance's name shows another text now.
-    void SectionRenamed(CSectionDef &section);
     CSectionDef &AppendDefinition(std::unique_ptr<CSectionDef> section);
     void ClearInstances();
     /// Forgets template and instances.
@@ -123,8 +98,8 @@ public:
     CVarScope &RootScope() { return root_scope_; }
     CChannelRangeTable &Ranges() { return ranges_; }
     const CSectionList &Definitions() const { return definitions_; }
-    const CSectionList &Instances() const { return instances_; }
-    const CInstanceIndex &Index() const { return index_; }
+    CInstances &Instances() { return instances_; }
+    const CInstances &Instances() const { return instances_; }
     const CNameList &KeywordWords() const { return keyword_words_; }
     bool CanAddMultiple() const { return can_add_multiple_; }
     bool NoChannels() const { return no_channels_; }
@@ -138,10 +113,7 @@ public:
 
 private:
     void NotifyInstances(const CVariable *variable, const TParValue &value, bool &ok);
-    void ReleaseInstancesOf(const CSectionDef &definition);
     void ReleaseDefinition(const CSectionDef &definition);
-    void Release(std::unique_ptr<CSectionDef> section);
-    void ReleaseDying();
     void FindDependents();
     void TakeModuleSections(CSectionList &sections, CSectionRefs &loaded);
     void ShowTemplateBox(std::string_view path, const TCompileResult &result);
@@ -151,24 +123,19 @@ private:
     CSectionList definitions_;
     bool can_add_multiple_ = false;
     bool no_channels_ = false;
-    CSectionList instances_;
-    CInstanceIndex index_;
+    CInstances instances_;
     std::uint32_t next_table_id_ = 2;
     CReportWindow *window_ = nullptr;
     CNameList keyword_words_;
     bool reading_ = false;
 
-    std::vector<CSectionDef *> dependents_;  ///< definitions with `depend_on`, in order
-    std::vector<std::size_t *> walks_;       ///< places of the walks over the instances that are under way
-    CSectionList dying_;                     ///< released sections that may still be at work, oldest first
-    std::uint32_t holds_ = 0;
+    std::vector<CSectionDef *> dependents_;                 ///< definitions with `depend_on`, in order
     std::unordered_map<std::uint32_t, CDefNode *> tables_;  ///< instances and their keys by the id of their table
     std::uint32_t assign_depth_ = 0;
     std::uint32_t sections_born_ = 0;
     std::uint32_t module_depth_ = 0;
     std::uint32_t module_loads_ = 0;
     bool module_limit_told_ = false;  ///< one box tells of templates that load each other
-    std::uint32_t next_serial_ = 1;
 };
 
 }  // namespace kq_pdt

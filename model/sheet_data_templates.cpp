@@ -48,7 +48,7 @@ bool CParSheetData::LoadTemplateText(std::string_view text, TCompileResult &resu
 
 void CParSheetData::LoadModuleTemplate(CSectionRefs &loaded, std::string_view name) {
     for (const CSectionRefs released = std::move(loaded); const CSectionDef *definition : released) {
-        ReleaseInstancesOf(*definition);
+        instances_.ReleaseOf(*definition);
         ReleaseDefinition(*definition);
     }
     loaded.clear();
@@ -90,14 +90,14 @@ void CParSheetData::LoadModuleTemplate(CSectionRefs &loaded, std::string_view na
 }
 
 void CParSheetData::TakeModuleSections(CSectionList &sections, CSectionRefs &loaded) {
-    const CHold hold(*this);
+    const CInstances::CHold hold(instances_);
     Post(cmKeywordsChanged);
     for (std::unique_ptr<CSectionDef> &section : sections) {
         CSectionDef &definition = AppendDefinition(std::move(section));
         definition.SetFlag(nfModule);
         loaded.push_back(&definition);
         if (definition.Has(nfRequired)) {
-            CSectionDef &instance = AppendInstance(definition.Clone(true));
+            CSectionDef &instance = instances_.Append(definition.Clone(true));
             instance.PublishTree();
             instance.CommitChannels();
             if (loaded.empty() || loaded.back() != &definition) {

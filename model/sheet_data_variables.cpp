@@ -74,42 +74,15 @@ CSectionDef *CParSheetData::VariableAssigned(CVariable *variable, const TParValu
         return nullptr;
     }
     ++sections_born_;
-    CSectionDef &section = AppendInstance((*dependent)->Clone(true));
+    CSectionDef &section = instances_.Append((*dependent)->Clone(true));
     section.BindVariable(*variable);
     return &section;
 }
 
-/// Instances that come to life on the way are walked too; those released leave the list, and the walk goes on behind
-/// their place.
 void CParSheetData::NotifyInstances(const CVariable *variable, const TParValue &value, bool &ok) {
-    if (reading_) {
-        return;
-    }
-    ok = true;
-    std::size_t place = 0;
-    walks_.push_back(&place);
-    while (place < instances_.size()) {
-        instances_[place++]->ParameterChanged(variable, value, ok);
-    }
-    walks_.pop_back();
-    ReleaseDying();
-}
-
-void CParSheetData::ReleaseInstancesOf(const CSectionDef &definition) {
-    // What an instance holds may take others along, so each is looked up anew.
-    while (CSectionDef *instance = index_.FirstOf(&definition)) {
-        const auto at =
-            std::lower_bound(instances_.begin(), instances_.end(), instance->Serial(),
-                             [](const auto &other, std::uint32_t serial) { return other->Serial() < serial; });
-        const auto place = static_cast<std::size_t>(at - instances_.begin());
-        std::unique_ptr<CSectionDef> section = std::move(*at);
-        instances_.erase(at);
-        for (std::size_t *walk : walks_) {
-            *walk -= *walk > place ? 1 : 0;
-        }
-        index_.Remove(*section);
-        Post(cmRebuildTable, section->RowId());
-        Release(std::move(section));
+    if (!reading_) {
+        ok = true;
+        instances_.ParameterChanged(variable, value, ok);
     }
 }
 
@@ -122,7 +95,7 @@ void CParSheetData::ReleaseDefinition(const CSectionDef &definition) {
     std::unique_ptr<CSectionDef> section = std::move(*place);
     definitions_.erase(place);
     FindDependents();
-    Release(std::move(section));
+    instances_.Release(std::move(section));
 }
 
 }  // namespace kq_pdt

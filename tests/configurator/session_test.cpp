@@ -55,7 +55,7 @@ TEST(Session, BrokenTemplateLeavesAnEmptyModelAndBothTexts) {
     ASSERT_TRUE(session.Translate(kPdt, "[S]\nk = 1, 2\n"));
     session.SetTemplateText("def_section name = 5");
     EXPECT_EQ(session.TranslateToModel(), TOutcome::templateFailed);
-    EXPECT_TRUE(session.SheetData().Instances().empty());
+    EXPECT_TRUE(session.SheetData().Instances().List().empty());
     EXPECT_EQ(session.ParView().Text(), "[S]\nk = 1, 2\n");
     EXPECT_EQ(session.RepairDmf(), TOutcome::templateFailed);
     session.SetTemplatePath("/nowhere/x.pdt");

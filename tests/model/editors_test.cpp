@@ -236,7 +236,7 @@ TEST(Editors, CellsOutsideAKeyAreNothing) {
     CModelSession session;
     ASSERT_TRUE(
         session.Translate("def_section name = 'S'; def_key par = number; label = 'L'; end_key end_section", ""));
-    ASSERT_EQ(session.SheetData().Instances().size(), 0U);
+    ASSERT_EQ(session.SheetData().Instances().List().size(), 0U);
     ASSERT_TRUE(session.Translate(
         "def_section name = 'S'; required; def_key par = number; label = 'L'; end_key end_section", "[S]"));
     kq_pdt::CKeyDef &key = session.Key(0, 0);

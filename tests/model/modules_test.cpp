@@ -103,7 +103,7 @@ TEST_F(CModules, SectionsOfTheModuleAreReadWhereverTheyStand) {
     EXPECT_EQ(session_.MessageLines(), "");
     // The section behind its source is placed by the first pass; the one ahead of it is read into the same instance.
     EXPECT_EQ(session_.Written(), "[S]\n  m  = A.dll\n\n[Of]\n  k  = 7\n\n[Free]\n  x  = 1\n\n");
-    EXPECT_TRUE(session_.SheetData().Instances()[1]->Has(kq_pdt::nfModule));
+    EXPECT_TRUE(session_.SheetData().Instances().List()[1]->Has(kq_pdt::nfModule));
 }
 
 TEST_F(CModules, AnotherChoiceReplacesSectionsAndChannels) {
@@ -147,13 +147,13 @@ TEST_F(CModules, ConditionLoadsAndReleases) {
         " par = dll { enable_if %v% = 'a' }; par = dll { enable_if %v% = 'b' }; end_key end_section";
     ASSERT_TRUE(session_.Translate(pdt, "[S]\nk = a, A\n")) << session_.MessageLines();
     EXPECT_EQ(session_.Channels(), "*1-2 real input");
-    EXPECT_EQ(session_.SheetData().Instances().size(), 2U);
+    EXPECT_EQ(session_.SheetData().Instances().List().size(), 2U);
     Choose(0, 0, 1, 2);
-    EXPECT_EQ(session_.SheetData().Instances().size(), 2U);
+    EXPECT_EQ(session_.SheetData().Instances().List().size(), 2U);
     EXPECT_EQ(session_.Section(1).Definition(), session_.SheetData().Definitions().back().get());
     EXPECT_EQ(session_.Channels(), "*1-2 real input") << "the one section went before the other came";
     Choose(0, 0, 1, 1);
-    EXPECT_EQ(session_.SheetData().Instances().size(), 2U);
+    EXPECT_EQ(session_.SheetData().Instances().List().size(), 2U);
 }
 
 /// A value of a module's section that switches its own module off: while it is published, read or edited.
@@ -173,7 +173,7 @@ TEST_F(CModules, SectionMayTakeItselfAway) {
     }
     ASSERT_TRUE(session_.Translate(root + pdt, "[S]\na = A\n[Of]\nk = 2\n")) << session_.MessageLines();
     for (const char *number : {"3", "1", "0"}) {
-        const auto &instances = session_.SheetData().Instances();
+        const auto &instances = session_.SheetData().Instances().List();
         for (std::size_t place = 0; place < instances.size(); ++place) {
             if (!instances[place]->Keys().empty() && session_.Cell(session_.Key(place, 0), 1) != "A.dll") {
                 session_.Edit(session_.SheetData(), session_.Key(place, 0), 1,
@@ -197,7 +197,7 @@ TEST_F(CModules, TemplatesThatLoadEachOtherEndWithOneBox) {
         EXPECT_EQ(session_.boxes[0],
                   "PDT: Chyba při čtení definice PARu:./A.pdt|Šablony modulů se načítají navzájem. řádek:0 pozice:0|");
         EXPECT_LE(session_.boxes.size(), 4U);
-        EXPECT_LE(session_.SheetData().Instances().size(), 401U);
+        EXPECT_LE(session_.SheetData().Instances().List().size(), 401U);
         session_.SheetData().ClearInstances();
         EXPECT_EQ(session_.SheetData().Definitions().size(), 1U) << "the modules' sections go with the instances";
     }

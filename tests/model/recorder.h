@@ -22,7 +22,7 @@ public:
         CRecorder &result = *recorder;
         names->Items().Append(std::move(recorder));
         section->SetNames(std::move(names));
-        data.AppendInstance(std::move(section));
+        data.Instances().Append(std::move(section));
         return result;
     }
     static std::string Shown(const TParValue &value) {

@@ -23,7 +23,7 @@ std::string ValueOf(const CVarScope &scope, const std::string &name) {
 /// The names of all instances but the recorder's.
 std::string Names(const CParSheetData &data) {
     std::string names;
-    for (const auto &section : data.Instances()) {
+    for (const auto &section : data.Instances().List()) {
         kq_base::CTextBuffer text;
         if (section->Names()->Items().AppendText(text)) {
             names += (names.empty() ? "" : " ") + std::string(text.View());
@@ -247,7 +247,7 @@ TEST(Variables, OneAssignmentBringsAHundredSectionsToLife) {
     bool ok = true;
     root.Assign("start", TParValue::Number(1), ok);
     EXPECT_EQ(refused, " 100");
-    EXPECT_EQ(data.Instances().size(), 101U);
+    EXPECT_EQ(data.Instances().List().size(), 101U);
     EXPECT_EQ(ValueOf(root, "v99") + ValueOf(root, "v100"), "1?");
     EXPECT_NE(root.Assign("v100", TParValue::Number(1), ok), nullptr);
     EXPECT_TRUE(ok);

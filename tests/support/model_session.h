@@ -111,7 +111,7 @@ public:
         }
         return text;
     }
-    kq_pdt::CSectionDef &Section(std::size_t place) { return *SheetData().Instances().at(place); }
+    kq_pdt::CSectionDef &Section(std::size_t place) { return *SheetData().Instances().List().at(place); }
     kq_pdt::CKeyDef &Key(std::size_t section, std::size_t key) { return *Section(section).Keys().at(key); }
 
     /// The text of a cell of a key's name and lines, counted from 1; in brackets while it is disabled.
@@ -126,7 +126,7 @@ public:
     /// Opens the editor of a cell, lets a person act on it, and closes it as the sheet does.
     static void Edit(kq_pdt::CParSheetData &data, kq_pdt::CKeyDef &key, std::uint32_t index,
                      const std::function<bool(kq_pdt::TCellEditor &)> &act) {
-        const kq_pdt::CParSheetData::CHold hold(data);
+        const kq_pdt::CInstances::CHold hold(data.Instances());
         const kq_pdt::CScopeGuard section_scope(key.Section());
         const kq_pdt::CScopeGuard key_scope(&key);
         std::unique_ptr<kq_pdt::TCellEditor> editor;
