@@ -61,7 +61,7 @@ void CParReader::Read(std::string_view text) {
 
 /// True if anything was placed.
 bool CParReader::RunPass(const TPending &pending, TPending &retry) {
-    sheet_data_.SetReading(true);
+    sheet_data_.Assignments().SetReading(true);
     bool placed = false;
     for (const TParSectionRef &section : pending) {
         scanner_->SetActSectionHandle(section.handle);
@@ -71,7 +71,7 @@ bool CParReader::RunPass(const TPending &pending, TPending &retry) {
             retry.push_back(section);
         }
     }
-    sheet_data_.SetReading(false);
+    sheet_data_.Assignments().SetReading(false);
     return placed;
 }
 

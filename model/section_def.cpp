@@ -121,7 +121,7 @@ void CSectionDef::CapturedValueChanged(const TParValue &value, const CVariable *
     }
     SheetData()->Instances().Renamed(*this);
     bool ok = true;
-    SheetData()->VariableAssigned(nullptr, value, ok);
+    SheetData()->Assignments().Follow(nullptr, value, ok);
 }
 
 void CSectionDef::BindVariable(CVariable &variable) {

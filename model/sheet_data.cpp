@@ -61,9 +61,7 @@ void CParSheetData::TableChanged(CDefNode &node, std::uint32_t old_id, std::uint
 
 CSectionDef &CParSheetData::AppendDefinition(std::unique_ptr<CSectionDef> section) {
     definitions_.push_back(std::move(section));
-    if (definitions_.back()->DependOn() != nullptr) {
-        dependents_.push_back(definitions_.back().get());
-    }
+    assignments_.AddDependent(*definitions_.back());
     return *definitions_.back();
 }
 
@@ -80,7 +78,7 @@ void CParSheetData::ClearData() {
         definitions_.pop_back();
         instances_.Release(std::move(section));
     }
-    dependents_.clear();
+    assignments_.FindDependents(definitions_);
     keyword_words_.clear();
     root_scope_.Clear();
 }
@@ -88,15 +86,6 @@ void CParSheetData::ClearData() {
 void CParSheetData::Done() {
     ClearData();
     ranges_.Clear();
-}
-
-void CParSheetData::FindDependents() {
-    dependents_.clear();
-    for (const auto &definition : definitions_) {
-        if (definition->DependOn() != nullptr) {
-            dependents_.push_back(definition.get());
-        }
-    }
 }
 
 void CParSheetData::ReadVariable(std::string_view name, TParValue &value) { root_scope_.Value(name, value); }

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "driver/channels/channel_range_table.h"
+#include "model/assignments.h"
 #include "model/compile_result.h"
 #include "model/dll_item.h"
 #include "model/instances.h"
@@ -23,10 +24,6 @@ namespace kq_pdt {
 /// channels and the variables. It works without a window; reports and commands are dropped then.
 class CParSheetData final : public CExpressionContext {
 public:
-    /// How deep assignments may set each other off.
-    static constexpr std::uint32_t kMaxAssignDepth = 100;
-    /// How many sections one assignment may bring to life, with all that it sets off.
-    static constexpr std::uint32_t kMaxSectionsBorn = 100;
     /// How deep the templates of modules may load each other.
     static constexpr std::uint32_t kMaxModuleDepth = 8;
     /// How many templates one module may bring along, with all that they load.
@@ -55,11 +52,6 @@ public:
     /// Writes all instances out.
     void WriteParText(CTextOut &out);
 
-    /// Carries an assignment out: the value is stored and all that depends on the variable follows. Gives the section
-    /// that came to life, or none. If anything refuses, the old value comes back and ok is false.
-    CSectionDef *AssignVariable(CVariable &variable, const TParValue &value, bool &ok);
-    /// Lets instances and dependent sections follow a changed value. Without a variable a bound value has changed.
-    CSectionDef *VariableAssigned(CVariable *variable, const TParValue &value, bool &ok);
     /// A module was chosen in a `dll` value: what the previous one brought along goes, and the module's own template is
     /// loaded. An empty name only releases. A template that fails shows a box.
     void LoadModuleTemplate(CSectionRefs &loaded, std::string_view name);
@@ -98,23 +90,19 @@ public:
     CVarScope &RootScope() { return root_scope_; }
     CChannelRangeTable &Ranges() { return ranges_; }
     const CSectionList &Definitions() const { return definitions_; }
+    CAssignments &Assignments() { return assignments_; }
     CInstances &Instances() { return instances_; }
     const CInstances &Instances() const { return instances_; }
     const CNameList &KeywordWords() const { return keyword_words_; }
     bool CanAddMultiple() const { return can_add_multiple_; }
     bool NoChannels() const { return no_channels_; }
-    /// True while a parameter file is read: instances don't follow changed variables then.
-    bool IsReading() const { return reading_; }
-    void SetReading(bool reading) { reading_ = reading; }
 
     void ReadVariable(std::string_view name, TParValue &value) override;
     CVariable *FindVariable(std::string_view name) override;
     std::uint32_t NewChannels(std::uint32_t count) override;
 
 private:
-    void NotifyInstances(const CVariable *variable, const TParValue &value, bool &ok);
     void ReleaseDefinition(const CSectionDef &definition);
-    void FindDependents();
     void TakeModuleSections(CSectionList &sections, CSectionRefs &loaded);
     void ShowTemplateBox(std::string_view path, const TCompileResult &result);
 
@@ -124,15 +112,11 @@ private:
     bool can_add_multiple_ = false;
     bool no_channels_ = false;
     CInstances instances_;
+    CAssignments assignments_{*this};
     std::uint32_t next_table_id_ = 2;
     CReportWindow *window_ = nullptr;
     CNameList keyword_words_;
-    bool reading_ = false;
-
-    std::vector<CSectionDef *> dependents_;                 ///< definitions with `depend_on`, in order
     std::unordered_map<std::uint32_t, CDefNode *> tables_;  ///< instances and their keys by the id of their table
-    std::uint32_t assign_depth_ = 0;
-    std::uint32_t sections_born_ = 0;
     std::uint32_t module_depth_ = 0;
     std::uint32_t module_loads_ = 0;
     bool module_limit_told_ = false;  ///< one box tells of templates that load each other

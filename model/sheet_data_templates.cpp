@@ -34,7 +34,7 @@ bool CParSheetData::CompileTemplateText(std::string_view text, CSectionList &sec
     can_add_multiple_ = can_add_multiple_ || std::any_of(sections.begin(), sections.end(), [](const auto &section) {
                             return section->Has(nfMultiple) && section->DependOn() == nullptr;
                         });
-    FindDependents();
+    assignments_.FindDependents(definitions_);
     return ok;
 }
 
@@ -44,6 +44,18 @@ bool CParSheetData::LoadTemplate(std::string_view path, TCompileResult &result) 
 
 bool CParSheetData::LoadTemplateText(std::string_view text, TCompileResult &result) {
     return CompileTemplateText(text, definitions_, result);
+}
+
+void CParSheetData::ReleaseDefinition(const CSectionDef &definition) {
+    const auto found = std::find_if(definitions_.begin(), definitions_.end(),
+                                    [&definition](const auto &other) { return other.get() == &definition; });
+    if (found == definitions_.end()) {
+        return;
+    }
+    std::unique_ptr<CSectionDef> section = std::move(*found);
+    definitions_.erase(found);
+    assignments_.FindDependents(definitions_);
+    instances_.Release(std::move(section));
 }
 
 void CParSheetData::LoadModuleTemplate(CSectionRefs &loaded, std::string_view name) {

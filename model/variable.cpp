@@ -45,7 +45,7 @@ CSectionDef *CVariable::Assign(const TParValue &value, bool &ok) {
         value_ = value;
         return nullptr;
     }
-    return owner->AssignVariable(*this, value, ok);
+    return owner->Assignments().Assign(*this, value, ok);
 }
 
 void CVarScope::Push(CVarScope *scope) {

@@ -178,7 +178,7 @@ TEST(Variables, AReferenceKeepsToItsSection) {
     EXPECT_EQ(recorder.log, "n=2 *=3 n=4 *=5 *=6");
     data.ClearInstances();
     EXPECT_EQ(assign(*one, 6), "Port6 6");
-    data.SetReading(true);
+    data.Assignments().SetReading(true);
     const CRecorder &silent = CRecorder::AddTo(data);
     EXPECT_EQ(assign(*other, 7), "Port6 Port7 7");
     EXPECT_EQ(silent.log, "");
@@ -218,10 +218,10 @@ TEST(Variables, RenamingsSetEachOtherOffAHundredDeep) {
         reference->Assign(TParValue::Number(value.number + 1), taken);
     };
     reference->Assign(TParValue::Number(1), ok);
-    EXPECT_EQ(told, CParSheetData::kMaxAssignDepth);
+    EXPECT_EQ(told, kq_pdt::CAssignments::kMaxDepth);
     told = 0;
     reference->Assign(TParValue::Number(1), ok);
-    EXPECT_EQ(told, CParSheetData::kMaxAssignDepth);
+    EXPECT_EQ(told, kq_pdt::CAssignments::kMaxDepth);
 }
 
 TEST(Variables, OneAssignmentBringsAHundredSectionsToLife) {
