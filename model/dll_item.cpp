@@ -25,7 +25,7 @@ constexpr std::uint32_t kPathHigh = kq_base::TPathText::kBound;
 
 }  // namespace
 
-CDllItem::CDllItem(CParSheetData *sheet_data) : CItem(TItemCode::kDll), sheet_data_(sheet_data) {}
+CDllItem::CDllItem(CParSheetData *sheet_data) : CCellItem(TItemCode::kDll), sheet_data_(sheet_data) {}
 
 const kq_base::TText *CDllItem::Selected() const {
     return selected_index_ < names_.size() ? &names_[selected_index_] : nullptr;
@@ -47,9 +47,9 @@ bool CDllItem::AppendText(kq_base::CTextBuffer &text) {
     return true;
 }
 
-void CDllItem::GetCell(std::uint32_t &index, kq_base::CTextBuffer &text, TCellField field, bool &disabled) {
-    if (AnswerCell(index, text, field, disabled) && Selected() != nullptr) {
-        text.Append(Selected()->View());
+void CDllItem::AppendShownValue(kq_base::CTextBuffer &text) const {
+    if (const kq_base::TText *name = Selected()) {
+        text.Append(name->View());
     }
 }
 
@@ -145,13 +145,10 @@ void CDllItem::CloseEditor(std::unique_ptr<TCellEditor> &editor, bool accept) {
 }
 
 void CDllItem::SetAttribute(std::uint32_t keyword, std::uint32_t form, std::string_view text, CVarScope *scope) {
-    CItem::SetAttribute(keyword, form, text, scope);
-    if (keyword == kwLabel) {
-        EditAttributes().label = text;
-    } else if (keyword == kwBubble) {
-        EditAttributes().bubble = text;
-    } else if (keyword == kwProcedure) {
+    if (keyword == kwProcedure) {
         names_.emplace_back(text);
+    } else if (keyword != kwOptional) {  // there is always a module, if there are any
+        CCellItem::SetAttribute(keyword, form, text, scope);
     }
 }
 

@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "model/item.h"
+#include "model/cell_item.h"
 
 namespace kq_pdt {
 
@@ -16,7 +16,7 @@ using CSectionRefs = std::vector<CSectionDef *>;
 
 /// A choice among driver modules. A definition keeps the procedures that a module must export; its clone lists the
 /// modules of the host's directory, and the chosen module brings its own template along.
-class CDllItem final : public CItem {
+class CDllItem final : public CCellItem {
 public:
     explicit CDllItem(CParSheetData *sheet_data);
 
@@ -24,9 +24,7 @@ public:
     const CNameList &Names() const { return names_; }
 
     void Publish() override;
-    std::uint32_t GetCellCount() const override { return 1; }
     bool AppendText(kq_base::CTextBuffer &text) override;
-    void GetCell(std::uint32_t &index, kq_base::CTextBuffer &text, TCellField field, bool &disabled) override;
     std::unique_ptr<CItem> Clone() override;
     void CopyValue(CItem *source) override;
     void OpenEditor(std::uint32_t &index, std::unique_ptr<TCellEditor> &editor) override;
@@ -36,6 +34,9 @@ public:
     bool ParseValue(std::string_view text, std::uint32_t first, std::uint32_t end) override;
     void ParameterChanged(const CVariable *variable, const TParValue &value, bool &ok) override;
     void Done() override;
+
+protected:
+    void AppendShownValue(kq_base::CTextBuffer &text) const override;
 
 private:
     /// The first name that stands at a position in any case of letters, with ".DLL" or without. False without any.
@@ -48,7 +49,8 @@ private:
 
     CParSheetData *sheet_data_;
     CNameList names_;
-    bool listed_ = false;  ///< names_ holds modules
+    bool published_ = false;  ///< Publish has run once
+    bool listed_ = false;     ///< names_ holds modules
     std::uint32_t selected_index_ = kNoNumber;
     CSectionRefs loaded_sections_;
 };

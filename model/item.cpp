@@ -66,7 +66,7 @@ bool CItem::IsEnabled() const {
     return condition == nullptr || condition->Holds();
 }
 
-void CItem::Publish() { published_ = true; }
+void CItem::Publish() {}
 
 bool CItem::SetValue(const TParValue & /*value*/) { return false; }
 
@@ -218,36 +218,6 @@ void CItem::AdoptDependent(const CItem &source, const TParValue &value) {
     if (CVariable *variable = id_variable_->Variable()) {
         variable->Replace(value);
     }
-}
-
-bool CItem::AnswerCell(std::uint32_t &index, kq_base::CTextBuffer &text, TCellField field, bool &disabled) const {
-    if (index-- != 1) {
-        return false;
-    }
-    const TItemAttributes &attributes = Attributes();
-    disabled = !IsEnabled();
-    text.Clear();
-    if (field == TCellField::kLabel) {
-        text.Append(attributes.label.View());
-    } else if (field == TCellField::kBubble) {
-        text.Append(attributes.bubble.View());
-    } else if (field == TCellField::kComment) {
-        text.Append(attributes.comment.View());
-    }
-    return field == TCellField::kValue;
-}
-
-TParValue CItem::EditedValue(const TCellEditor & /*editor*/) const { return {}; }
-
-bool CItem::BeginEditor(std::uint32_t &index, std::unique_ptr<TCellEditor> &editor) {
-    if (index-- != 1) {
-        return false;
-    }
-    if (!editor) {
-        editor = std::make_unique<TCellEditor>();
-    }
-    editor->item = this;
-    return true;
 }
 
 }  // namespace kq_pdt

@@ -13,7 +13,9 @@
 
 namespace kq_pdt {
 
+class CDefNode;
 class CItemSeq;
+class CParSheetData;
 class CVarRefItem;
 class CVarScope;
 class CVariable;
@@ -89,8 +91,6 @@ public:
     /// Takes the value from the editor, if accept and if channels and variable let it, and ends the editor. To be
     /// called inside the scopes of the item's nodes, which keep the item standing whatever follows from its new value.
     virtual void CloseEditor(std::unique_ptr<TCellEditor> &editor, bool accept);
-    /// Carries an edit over to the table of channels; false if the new value may not stand.
-    virtual bool CheckChannelEdit(TCellEditor &editor, bool accept);
     /// Takes an attribute with a literal from the compiler.
     virtual void SetAttribute(std::uint32_t keyword, std::uint32_t form, std::string_view text, CVarScope *scope);
     /// Takes an attribute with an expression; word is the keyword behind the expression, or 0.
@@ -99,12 +99,9 @@ public:
     virtual void CapturedValueChanged(const TParValue &value, const CVariable *variable);
     /// One step of matching at a position of the text; false if the item doesn't accept what stands there.
     virtual bool Match(std::string_view text, std::uint32_t position, TMatchStep &step);
-    /// Takes the characters from first up to but not including end as (a further part of) the value, and publishes it.
+    /// Takes characters, a clone takes its piece, and an item itself takes its piece: see CMatcher.
     virtual bool ParseValue(std::string_view text, std::uint32_t first, std::uint32_t end);
-    /// Takes a whole piece as a walk through the text would have fed it to a clone.
     virtual void ParsePiece(const TMatchPiece &piece);
-    /// Does to an item that publishes nothing what cloning it, feeding the piece to the clone and taking over the
-    /// clone's value would do.
     virtual void TakePiece(const TMatchPiece &piece);
     /// A variable changed. ok becomes false if what follows from that can't be.
     virtual void ParameterChanged(const CVariable *variable, const TParValue &value, bool &ok);
@@ -121,7 +118,6 @@ public:
     bool HasRole(TRole role) const { return (Attributes().roles & role) != 0; }
     bool IsOptional() const { return optional_; }
     bool IsUndefined() const { return undefined_; }
-    void SetOptional(bool optional) { optional_ = optional; }
     const kq_base::TText &NoneText() const { return none_text_; }
     const CVarRefItem *IdVariable() const { return id_variable_.get(); }
     /// True without a condition or while it holds.
@@ -141,28 +137,29 @@ protected:
     /// Lets the item's reference go on with the section that the source's reference brought to life, if it has none of
     /// its own, and puts the value into the variable without setting anything off.
     void AdoptDependent(const CItem &source, const TParValue &value);
-    /// Answers one field of a cell with a label and a bubble; the value field is left to the caller (true).
-    bool AnswerCell(std::uint32_t &index, kq_base::CTextBuffer &text, TCellField field, bool &disabled) const;
-    /// The value that an editor holds: pvUndefined if the value is taken away, pvNone if the text is no value.
-    virtual TParValue EditedValue(const TCellEditor &editor) const;
-    /// Counts index down; true if it meant this item, whose editor then stands in editor.
-    bool BeginEditor(std::uint32_t &index, std::unique_ptr<TCellEditor> &editor);
+    /// The sheet data of the item's node; none outside any node.
+    CParSheetData *SheetData() const;
+    /// The node that answers the item's questions about channels, none before the item was published.
+    CDefNode *AskedNode() const;
+    /// The answer of the node to a channel attribute; 0xFFFFFFFF if the node doesn't stand for channels.
+    std::uint32_t AskNode(std::uint32_t keyword) const;
+    /// The first channel of the node, by `ch_from` or else `ch_number`.
+    std::uint32_t AskFirstChannel() const;
+    /// Changes a parameter of a range through the sheet data, which shows a refusal to the user.
+    bool ChangeChannels(std::uint32_t key, std::uint32_t keyword, const TParValue &old_value,
+                        const TParValue &new_value);
 
     bool optional_ = false;
     bool undefined_ = false;  ///< there is no value at present
-    bool published_ = false;  ///< Publish has run once
-    bool has_value_ = false;  ///< the value came from a file, the sheet or the default (numbers and strings)
-    std::unique_ptr<CVarRefItem> id_variable_;
 
 private:
     static const TItemAttributes &NoAttributes();
 
-    struct TChannelEdit;
-    bool EditChannelNumber(const TChannelEdit &edit, bool &decided);
-    bool EditChannelWord(std::uint32_t keyword, const TValueMap &map, TCellEditor &editor);
+    bool NodeChannelsDone() const;
 
     TItemCode code_;
     CItemSeq *owner_ = nullptr;
+    std::unique_ptr<CVarRefItem> id_variable_;
     kq_base::TText none_text_;
     std::shared_ptr<TItemAttributes> attributes_;
 };

@@ -28,6 +28,15 @@ class CDefNode;
 /// place only the one stepped first goes on: they would do the same from there on. Beyond kMaxSteps the publishing
 /// patterns, too, are followed this way, so that only the winner publishes. Where nothing publishes and no variable
 /// shows at all, CCutSearch finds the same winner without a step.
+///
+/// So an item gets its characters in one of three ways:
+/// - CItem::ParseValue, step by step: a candidate's clone takes the characters from first up to but not including end
+///   as its value or a further part of it, and publishes what it has so far. False if it takes nothing.
+/// - CItem::ParsePiece, for results: a fresh clone takes the piece of the winner, with the value that the steps would
+///   have left in it. The steps differ from one call of ParseValue where a value was cloned on the way: a number too
+///   large is pulled into its range at each fork, and a string no longer counts as given.
+/// - CItem::TakePiece, without results: an item that publishes nothing takes the piece itself, and has afterwards the
+///   value that it would have after cloning, ParsePiece of the clone and CopyValue from it.
 class CMatcher {
 public:
     static constexpr std::uint32_t kMaxSteps = 1'000'000;

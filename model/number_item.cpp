@@ -7,7 +7,7 @@
 
 namespace kq_pdt {
 
-CNumberItem::CNumberItem() : CItem(TItemCode::kNumber) {}
+CNumberItem::CNumberItem() : CTypedItem(TItemCode::kNumber) {}
 
 bool CNumberItem::IsInRange(std::uint32_t number) const {
     const TItemAttributes &attributes = Attributes();
@@ -25,19 +25,9 @@ void CNumberItem::ForceIntoRange() {
     }
 }
 
-bool CNumberItem::TakeDefault() {
-    TParValue result;
-    Attributes().default_expression->Evaluate(result);
-    has_value_ = true;
-    if (result.IsNumber()) {
-        value_ = result.number;
-    }
-    return result.IsNumber();
-}
-
 void CNumberItem::Publish() {
-    published_ = true;
     if (Attributes().default_expression && !has_value_ && !undefined_ && IsEnabled()) {
+        has_value_ = true;
         TakeDefault();
     }
     PublishValue(TParValue::Number(value_));
@@ -52,25 +42,6 @@ bool CNumberItem::SetValue(const TParValue &value) {
 }
 
 void CNumberItem::GetValue(TParValue &value) { value = TParValue::Number(undefined_ ? kNoNumber : value_); }
-
-bool CNumberItem::AppendText(kq_base::CTextBuffer &text) {
-    if (undefined_ || !IsEnabled()) {
-        return false;
-    }
-    text.AppendDecimal(value_);
-    return true;
-}
-
-void CNumberItem::GetCell(std::uint32_t &index, kq_base::CTextBuffer &text, TCellField field, bool &disabled) {
-    if (!AnswerCell(index, text, field, disabled)) {
-        return;
-    }
-    if (undefined_) {
-        text.Append(NoneText().View());
-    } else {
-        text.AppendDecimal(value_);
-    }
-}
 
 std::unique_ptr<CItem> CNumberItem::Clone() {
     ForceIntoRange();
@@ -92,83 +63,36 @@ void CNumberItem::CopyValue(CItem *source) {
     PublishValue(value);
 }
 
-void CNumberItem::OpenEditor(std::uint32_t &index, std::unique_ptr<TCellEditor> &editor) {
-    if (!BeginEditor(index, editor) || !IsEnabled()) {
-        return;
-    }
-    if (!optional_) {
-        editor->kind = TCellEditor::TControl::kCountBox;
-        editor->control = std::make_unique<CIntegerCountBox>(value_, Attributes().range_from, Attributes().range_to);
-        return;
-    }
-    auto box = std::make_unique<CComboBox>(CComboBox::EMode::freeText);
-    box->AppendEntry(NoneText().View());
-    if (undefined_) {
-        box->Select(1);
-    } else {
-        box->SetText(kq_base::DecimalText(value_));
-    }
-    editor->kind = TCellEditor::TControl::kComboBox;
-    editor->control = std::move(box);
+bool CNumberItem::Store(const TParValue &value) { return SetValue(value); }
+
+void CNumberItem::AppendShownValue(kq_base::CTextBuffer &text) const { text.AppendDecimal(value_); }
+
+void CNumberItem::AddControl(TCellEditor &editor) const {
+    editor.kind = TCellEditor::TControl::kCountBox;
+    editor.control = std::make_unique<CIntegerCountBox>(value_, Attributes().range_from, Attributes().range_to);
 }
 
-TParValue CNumberItem::EditedValue(const TCellEditor &editor) const {
+TParValue CNumberItem::TypedValue(const TCellEditor &editor) const {
     if (editor.kind == TCellEditor::TControl::kCountBox) {
         return TParValue::Number(editor.CountBox().Value());
     }
-    const CComboBox &box = editor.ComboBox();
-    if (box.Selected() == 1 && box.Text() == NoneText().View()) {
-        return TParValue::Undefined();
-    }
     std::uint32_t number = 0;
-    const bool reads = kq_base::ParseDecimal(box.Text(), number) && IsInRange(number);
+    const bool reads = kq_base::ParseDecimal(editor.ComboBox().Text(), number) && IsInRange(number);
     return reads ? TParValue::Number(number) : TParValue();
 }
 
-void CNumberItem::CloseEditor(std::unique_ptr<TCellEditor> &editor, bool accept) {
-    if (editor && editor->control && CheckChannelEdit(*editor, accept)) {
-        const TParValue edited = EditedValue(*editor);
-        const bool keeps_undefined = editor->kind == TCellEditor::TControl::kCountBox && undefined_;
-        const bool undefined = keeps_undefined || edited.kind == TParKind::pvUndefined;
-        const std::uint32_t number = edited.IsNumber() ? edited.number : value_;
-        if (AssignToVariable(undefined ? TParValue::Undefined() : TParValue::Number(number))) {
-            value_ = number;
-            undefined_ = undefined;
-            has_value_ = true;
-        }
-    }
-    editor.reset();
-}
-
 void CNumberItem::SetAttribute(std::uint32_t keyword, std::uint32_t form, std::string_view text, CVarScope *scope) {
-    CItem::SetAttribute(keyword, form, text, scope);
+    CTypedItem::SetAttribute(keyword, form, text, scope);
     TItemAttributes &attributes = EditAttributes();
     switch (keyword) {
-        case kwLabel:
-            attributes.label = text;
-            break;
-        case kwBubble:
-            attributes.bubble = text;
-            break;
         case kwRangeFrom:
             kq_base::ParseDecimal(text, attributes.range_from);
             break;
         case kwRangeTo:
             kq_base::ParseDecimal(text, attributes.range_to);
             break;
-        case kwOptional:
-            optional_ = true;
-            undefined_ = true;
-            break;
         default:
             break;
-    }
-}
-
-void CNumberItem::SetExpression(std::uint32_t keyword, std::uint32_t /*word*/,
-                                std::unique_ptr<CExpression> expression) {
-    if (keyword == kwDefault) {
-        EditAttributes().default_expression = std::move(expression);
     }
 }
 
@@ -217,15 +141,6 @@ void CNumberItem::TakePiece(const TMatchPiece &piece) {
     ParsePiece(piece);
     parse_buffer_ = std::move(own_buffer);
     has_value_ = true;
-}
-
-void CNumberItem::ParameterChanged(const CVariable *variable, const TParValue &value, bool &ok) {
-    CItem::ParameterChanged(variable, value, ok);
-    const TItemAttributes &attributes = Attributes();
-    if (!has_value_ && attributes.default_expression && !undefined_ && attributes.enable_if &&
-        attributes.enable_if->Holds() && TakeDefault()) {
-        PublishValue(TParValue::Number(value_));
-    }
 }
 
 }  // namespace kq_pdt

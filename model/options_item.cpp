@@ -5,7 +5,7 @@
 
 namespace kq_pdt {
 
-COptionsItem::COptionsItem() : CItem(TItemCode::kOptions) {}
+COptionsItem::COptionsItem() : CCellItem(TItemCode::kOptions) {}
 
 const COptionEntry *COptionsItem::Selected() const {
     return selected_index_ < Entries().size() ? &Entries()[selected_index_] : nullptr;
@@ -17,10 +17,7 @@ TParValue COptionsItem::SelectedText() const {
 }
 
 /// The condition isn't asked here: a disabled choice keeps its variable known.
-void COptionsItem::Publish() {
-    published_ = true;
-    AssignToVariable(undefined_ ? TParValue::Undefined() : SelectedText());
-}
+void COptionsItem::Publish() { AssignToVariable(undefined_ ? TParValue::Undefined() : SelectedText()); }
 
 void COptionsItem::GetValue(TParValue &value) {
     value = undefined_ ? TParValue::Text(std::string_view()) : SelectedText();
@@ -35,14 +32,8 @@ bool COptionsItem::AppendText(kq_base::CTextBuffer &text) {
     return true;
 }
 
-void COptionsItem::GetCell(std::uint32_t &index, kq_base::CTextBuffer &text, TCellField field, bool &disabled) {
-    if (!AnswerCell(index, text, field, disabled)) {
-        return;
-    }
-    const COptionEntry *entry = Selected();
-    if (undefined_) {
-        text.Append(NoneText().View());
-    } else if (entry != nullptr) {
+void COptionsItem::AppendShownValue(kq_base::CTextBuffer &text) const {
+    if (const COptionEntry *entry = Selected()) {
         text.Append(entry->label.View());
     }
 }
@@ -102,16 +93,9 @@ void COptionsItem::CloseEditor(std::unique_ptr<TCellEditor> &editor, bool accept
 }
 
 void COptionsItem::SetAttribute(std::uint32_t keyword, std::uint32_t form, std::string_view text, CVarScope *scope) {
-    CItem::SetAttribute(keyword, form, text, scope);
+    CCellItem::SetAttribute(keyword, form, text, scope);
     TItemAttributes &attributes = EditAttributes();
-    if (keyword == kwLabel) {
-        attributes.label = text;
-    } else if (keyword == kwBubble) {
-        attributes.bubble = text;
-    } else if (keyword == kwOptional) {
-        optional_ = true;
-        undefined_ = true;
-    } else if (keyword == kwOption && form == kwLabel) {
+    if (keyword == kwOption && form == kwLabel) {
         attributes.pending_label = text;
     } else if (keyword == kwOption) {
         COptionEntry entry{kq_base::TText(text), attributes.pending_label};

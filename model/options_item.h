@@ -1,11 +1,11 @@
 #pragma once
 
-#include "model/item.h"
+#include "model/cell_item.h"
 
 namespace kq_pdt {
 
 /// A choice from a fixed list of texts.
-class COptionsItem final : public CItem {
+class COptionsItem final : public CCellItem {
 public:
     COptionsItem();
 
@@ -18,9 +18,7 @@ public:
 
     void Publish() override;
     void GetValue(TParValue &value) override;
-    std::uint32_t GetCellCount() const override { return 1; }
     bool AppendText(kq_base::CTextBuffer &text) override;
-    void GetCell(std::uint32_t &index, kq_base::CTextBuffer &text, TCellField field, bool &disabled) override;
     std::unique_ptr<CItem> Clone() override;
     void CopyValue(CItem *source) override;
     void OpenEditor(std::uint32_t &index, std::unique_ptr<TCellEditor> &editor) override;
@@ -29,6 +27,9 @@ public:
     bool Match(std::string_view text, std::uint32_t position, TMatchStep &step) override;
     bool ParseValue(std::string_view text, std::uint32_t first, std::uint32_t end) override;
     void TakePiece(const TMatchPiece &piece) override;
+
+protected:
+    void AppendShownValue(kq_base::CTextBuffer &text) const override;
 
 private:
     const COptionEntry *Selected() const;

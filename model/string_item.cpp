@@ -4,38 +4,14 @@
 
 namespace kq_pdt {
 
-CStringItem::CStringItem() : CItem(TItemCode::kString) {}
-
-bool CStringItem::TakeDefault() {
-    TParValue result;
-    Attributes().default_expression->Evaluate(result);
-    if (result.kind == TParKind::pvText) {
-        value_ = result.text;
-    }
-    return result.kind == TParKind::pvText;
-}
+CStringItem::CStringItem() : CTypedItem(TItemCode::kString) {}
 
 /// Unlike a number, a text takes its default at each publishing as long as nobody gave it a value, enabled or not.
 void CStringItem::Publish() {
-    published_ = true;
     if (Attributes().default_expression && !has_value_ && !undefined_) {
         TakeDefault();
     }
     PublishValue(TParValue::Text(value_));
-}
-
-bool CStringItem::AppendText(kq_base::CTextBuffer &text) {
-    if (undefined_ || !IsEnabled()) {
-        return false;
-    }
-    text.Append(value_.View());
-    return true;
-}
-
-void CStringItem::GetCell(std::uint32_t &index, kq_base::CTextBuffer &text, TCellField field, bool &disabled) {
-    if (AnswerCell(index, text, field, disabled)) {
-        text.Append(undefined_ ? NoneText().View() : value_.View());
-    }
 }
 
 std::unique_ptr<CItem> CStringItem::Clone() {
@@ -58,68 +34,24 @@ void CStringItem::CopyValue(CItem *source) {
     PublishValue(value);
 }
 
-void CStringItem::OpenEditor(std::uint32_t &index, std::unique_ptr<TCellEditor> &editor) {
-    if (!BeginEditor(index, editor) || !IsEnabled()) {
-        return;
+bool CStringItem::Store(const TParValue &value) {
+    if (value.kind != TParKind::pvText) {
+        return false;
     }
-    if (!optional_) {
-        editor->kind = TCellEditor::TControl::kEditBox;
-        editor->control = std::make_unique<CEditBox>(value_.View());
-        return;
-    }
-    auto box = std::make_unique<CComboBox>(CComboBox::EMode::freeText);
-    box->AppendEntry(NoneText().View());
-    if (undefined_) {
-        box->Select(1);
-    } else {
-        box->SetText(value_.View());
-    }
-    editor->kind = TCellEditor::TControl::kComboBox;
-    editor->control = std::move(box);
+    value_ = value.text;
+    return true;
 }
 
-TParValue CStringItem::EditedValue(const TCellEditor &editor) const {
-    if (editor.kind == TCellEditor::TControl::kEditBox) {
-        return TParValue::Text(editor.EditBox().Text());
-    }
-    const CComboBox &box = editor.ComboBox();
-    const bool taken_away = box.Selected() == 1 && box.Text() == NoneText().View();
-    return taken_away ? TParValue::Undefined() : TParValue::Text(box.Text());
+void CStringItem::AppendShownValue(kq_base::CTextBuffer &text) const { text.Append(value_.View()); }
+
+void CStringItem::AddControl(TCellEditor &editor) const {
+    editor.kind = TCellEditor::TControl::kEditBox;
+    editor.control = std::make_unique<CEditBox>(value_.View());
 }
 
-void CStringItem::CloseEditor(std::unique_ptr<TCellEditor> &editor, bool accept) {
-    if (editor && editor->control && CheckChannelEdit(*editor, accept)) {
-        const TParValue edited = EditedValue(*editor);
-        const bool keeps_undefined = editor->kind == TCellEditor::TControl::kEditBox && undefined_;
-        const bool undefined = keeps_undefined || edited.kind == TParKind::pvUndefined;
-        if (AssignToVariable(undefined ? TParValue::Undefined() : edited)) {
-            if (edited.kind == TParKind::pvText) {
-                value_ = edited.text;
-            }
-            undefined_ = undefined;
-            has_value_ = true;
-        }
-    }
-    editor.reset();
-}
-
-void CStringItem::SetAttribute(std::uint32_t keyword, std::uint32_t form, std::string_view text, CVarScope *scope) {
-    CItem::SetAttribute(keyword, form, text, scope);
-    if (keyword == kwLabel) {
-        EditAttributes().label = text;
-    } else if (keyword == kwBubble) {
-        EditAttributes().bubble = text;
-    } else if (keyword == kwOptional) {
-        optional_ = true;
-        undefined_ = true;
-    }
-}
-
-void CStringItem::SetExpression(std::uint32_t keyword, std::uint32_t /*word*/,
-                                std::unique_ptr<CExpression> expression) {
-    if (keyword == kwDefault) {
-        EditAttributes().default_expression = std::move(expression);
-    }
+TParValue CStringItem::TypedValue(const TCellEditor &editor) const {
+    const bool is_edit_box = editor.kind == TCellEditor::TControl::kEditBox;
+    return TParValue::Text(is_edit_box ? editor.EditBox().Text() : editor.ComboBox().Text());
 }
 
 bool CStringItem::Match(std::string_view text, std::uint32_t position, TMatchStep &step) {
@@ -155,18 +87,6 @@ void CStringItem::ParsePiece(const TMatchPiece &piece) {
 void CStringItem::TakePiece(const TMatchPiece &piece) {
     has_value_ = false;
     ParsePiece(piece);
-}
-
-void CStringItem::ParameterChanged(const CVariable *variable, const TParValue &value, bool &ok) {
-    CItem::ParameterChanged(variable, value, ok);
-    const TItemAttributes &attributes = Attributes();
-    if (!has_value_ && attributes.default_expression && !undefined_ && attributes.enable_if &&
-        attributes.enable_if->Holds()) {
-        has_value_ = true;
-        if (TakeDefault()) {
-            PublishValue(TParValue::Text(value_));
-        }
-    }
 }
 
 }  // namespace kq_pdt

@@ -1,0 +1,57 @@
+#include "model/cell_item.h"
+
+namespace kq_pdt {
+
+void CCellItem::GetCell(std::uint32_t &index, kq_base::CTextBuffer &text, TCellField field, bool &disabled) {
+    if (index-- != 1) {
+        return;
+    }
+    const TItemAttributes &attributes = Attributes();
+    disabled = !IsEnabled();
+    text.Clear();
+    switch (field) {
+        case TCellField::kLabel:
+            text.Append(attributes.label.View());
+            break;
+        case TCellField::kBubble:
+            text.Append(attributes.bubble.View());
+            break;
+        case TCellField::kComment:
+            text.Append(attributes.comment.View());
+            break;
+        case TCellField::kValue:
+            if (undefined_) {
+                text.Append(NoneText().View());
+            } else {
+                AppendShownValue(text);
+            }
+            break;
+    }
+}
+
+void CCellItem::SetAttribute(std::uint32_t keyword, std::uint32_t form, std::string_view text, CVarScope *scope) {
+    CItem::SetAttribute(keyword, form, text, scope);
+    if (keyword == kwLabel) {
+        EditAttributes().label = text;
+    } else if (keyword == kwBubble) {
+        EditAttributes().bubble = text;
+    } else if (keyword == kwOptional) {
+        optional_ = true;
+        undefined_ = true;
+    }
+}
+
+bool CCellItem::BeginEditor(std::uint32_t &index, std::unique_ptr<TCellEditor> &editor) {
+    if (index-- != 1) {
+        return false;
+    }
+    if (!editor) {
+        editor = std::make_unique<TCellEditor>();
+    }
+    editor->item = this;
+    return true;
+}
+
+TParValue CCellItem::EditedValue(const TCellEditor & /*editor*/) const { return {}; }
+
+}  // namespace kq_pdt

@@ -1,0 +1,84 @@
+#include "model/typed_item.h"
+
+namespace kq_pdt {
+
+bool CTypedItem::AppendText(kq_base::CTextBuffer &text) {
+    if (undefined_ || !IsEnabled()) {
+        return false;
+    }
+    AppendShownValue(text);
+    return true;
+}
+
+void CTypedItem::OpenEditor(std::uint32_t &index, std::unique_ptr<TCellEditor> &editor) {
+    if (!BeginEditor(index, editor) || !IsEnabled()) {
+        return;
+    }
+    if (!optional_) {
+        AddControl(*editor);
+        return;
+    }
+    auto box = std::make_unique<CComboBox>(CComboBox::EMode::freeText);
+    box->AppendEntry(NoneText().View());
+    if (undefined_) {
+        box->Select(1);
+    } else {
+        kq_base::CTextBuffer text;
+        AppendShownValue(text);
+        box->SetText(text.View());
+    }
+    editor->kind = TCellEditor::TControl::kComboBox;
+    editor->control = std::move(box);
+}
+
+TParValue CTypedItem::EditedValue(const TCellEditor &editor) const {
+    if (editor.kind == TCellEditor::TControl::kComboBox && editor.ComboBox().Selected() == 1 &&
+        editor.ComboBox().Text() == NoneText().View()) {
+        return TParValue::Undefined();
+    }
+    return TypedValue(editor);
+}
+
+/// What doesn't read leaves the value as it is. A value that is undefined in a control without the choice of none stays
+/// undefined.
+void CTypedItem::CloseEditor(std::unique_ptr<TCellEditor> &editor, bool accept) {
+    if (editor && editor->control && CheckChannelEdit(*editor, accept)) {
+        const TParValue edited = EditedValue(*editor);
+        const bool taken_away = edited.kind == TParKind::pvUndefined;
+        const bool keeps_undefined = editor->kind != TCellEditor::TControl::kComboBox && undefined_;
+        const bool undefined = keeps_undefined || taken_away;
+        const TParValue value = taken_away || edited.kind == TParKind::pvNone ? Stored() : edited;
+        if (AssignToVariable(undefined ? TParValue::Undefined() : value)) {
+            Store(value);
+            undefined_ = undefined;
+            has_value_ = true;
+        }
+    }
+    editor.reset();
+}
+
+void CTypedItem::SetExpression(std::uint32_t keyword, std::uint32_t /*word*/, std::unique_ptr<CExpression> expression) {
+    if (keyword == kwDefault) {
+        EditAttributes().default_expression = std::move(expression);
+    }
+}
+
+bool CTypedItem::TakeDefault() {
+    TParValue result;
+    Attributes().default_expression->Evaluate(result);
+    return Store(result);
+}
+
+void CTypedItem::ParameterChanged(const CVariable *variable, const TParValue &value, bool &ok) {
+    CItem::ParameterChanged(variable, value, ok);
+    const TItemAttributes &attributes = Attributes();
+    if (!has_value_ && attributes.default_expression && !undefined_ && attributes.enable_if &&
+        attributes.enable_if->Holds()) {
+        has_value_ = true;
+        if (TakeDefault()) {
+            PublishValue(Stored());
+        }
+    }
+}
+
+}  // namespace kq_pdt
