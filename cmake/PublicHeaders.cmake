@@ -25,7 +25,8 @@ set(KQ_PUBLIC_HEADERS
     scanner/par_scanner.h
     scanner/par_section.h
     scanner/tape_reader.h
-    scanner/unread_text.h)
+    scanner/unread_text.h
+    template/language/languages.h)
 
 function(kq_check_public_headers)
   set(staged ${CMAKE_BINARY_DIR}/public_headers)
