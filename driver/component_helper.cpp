@@ -12,20 +12,20 @@
 namespace kq_drv {
 namespace {
 
-using kq_base::CLocalText;
+using kq_base::TShortText;
 
 /// Lets a module write a text through its wide entry, if it has that, or else through the other one. True and the text
 /// if the call answers true.
 template <typename TNarrow, typename TWide, typename TCall>
 bool TakeText(TNarrow *narrow, TWide *wide, std::uint32_t high, char *text, TCall call) {
     if (wide != nullptr) {
-        CLocalText<char16_t, 256> local;
+        TShortText<char16_t> local;
         if (!call(*wide, local.kHigh, local.Data())) {
             return false;
         }
         kq_base::CopyToBuffer(local.View(), high, text);
     } else {
-        CLocalText<char, 256> local;
+        TShortText<char> local;
         if (!call(*narrow, local.kHigh, local.Data())) {
             return false;
         }

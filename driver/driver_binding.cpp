@@ -13,6 +13,7 @@ namespace kq_drv {
 namespace {
 
 using kq_base::CLocalText;
+using kq_base::TShortText;
 
 /// Settles which form of an entry serves a value.
 void SettleForms(TDriverState &state) {
@@ -63,7 +64,7 @@ bool ReadParameters(const TDriverState &state, const TTextEntries<TCharacter> &e
     if (entries.init3 == nullptr) {
         // Generation 1 makes no difference between being set up and reading its parameters. It gets the callback for
         // 8-bit texts in either width.
-        CLocalText<TCharacter, 256> name_then_error(state.name.View());
+        TShortText<TCharacter> name_then_error(state.name.View());
         const bool done = state.Forward(entries.init, local_path.kHigh, local_path.Data(), name_then_error.kHigh,
                                         name_then_error.Data(), std::uint32_t{0}, KQTruth{state.instance == 0}, context,
                                         KQDriverCallback) != 0;
@@ -75,8 +76,8 @@ bool ReadParameters(const TDriverState &state, const TTextEntries<TCharacter> &e
     if (entries.read_parameters == nullptr) {
         return true;
     }
-    CLocalText<TCharacter, 256> error;
-    CLocalText<TCharacter, 256> text;
+    TShortText<TCharacter> error;
+    TShortText<TCharacter> text;
     if (state.Forward(entries.read_parameters, local_path.kHigh, local_path.Data(), error.kHigh, error.Data(),
                       &results.a, &results.b, text.kHigh, text.Data()) != 0) {
         return true;

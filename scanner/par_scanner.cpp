@@ -35,8 +35,7 @@ void CopyOut(std::string_view text, char *target) {
 }
 
 void CopyName(std::string_view name, std::uint32_t high, char *target) {
-    constexpr std::uint32_t kWholeBuffer = 255;
-    if (high >= kWholeBuffer) {
+    if (high >= kq_base::TText::kBound) {
         CopyOut(name, target);
     } else {
         kq_base::CopyToBuffer(name, high, target);
