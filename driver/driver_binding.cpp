@@ -18,15 +18,15 @@ using kq_base::TShortText;
 /// Settles which form of an entry serves a value.
 void SettleForms(TDriverState &state) {
     const TDriverEntries &entries = state.entries;
-    state.input = entries.get_input3 != nullptr   ? EForm::kThird
-                  : entries.get_input2 != nullptr ? EForm::kSecond
-                                                  : EForm::kFirst;
-    state.output = entries.output_request3 != nullptr   ? EForm::kThird
-                   : entries.output_request2 != nullptr ? EForm::kSecond
-                                                        : EForm::kFirst;
-    state.query = entries.query_proc3 != nullptr  ? EForm::kThird
-                  : entries.query_proc != nullptr ? EForm::kFirst
-                                                  : EForm::kNone;
+    state.input = entries.get_input3 != nullptr   ? TEntryForm::kThird
+                  : entries.get_input2 != nullptr ? TEntryForm::kSecond
+                                                  : TEntryForm::kFirst;
+    state.output = entries.output_request3 != nullptr   ? TEntryForm::kThird
+                   : entries.output_request2 != nullptr ? TEntryForm::kSecond
+                                                        : TEntryForm::kFirst;
+    state.query = entries.query_proc3 != nullptr  ? TEntryForm::kThird
+                  : entries.query_proc != nullptr ? TEntryForm::kFirst
+                                                  : TEntryForm::kNone;
 }
 
 /// Makes the driver, and the room for its strings; false if the module makes none.
@@ -113,7 +113,7 @@ bool CDriver::Initialize(std::uint32_t error_high, char *error, std::uint32_t in
     state.instance = instance;
     state.name = kq_base::ViewOfPair(name_high, name);
     state.driver = nullptr;
-    state.input = state.output = state.query = EForm::kNone;
+    state.input = state.output = state.query = TEntryForm::kNone;
     state.entries = {};
     state.room = nullptr;
     state.wide_room = nullptr;
@@ -159,7 +159,7 @@ void CDriver::Done() {
     state.Forward(state.entries.done);
     state.Forward(state.entries.dispose_driver);
     state.driver = nullptr;
-    state.input = state.output = state.query = EForm::kNone;
+    state.input = state.output = state.query = TEntryForm::kNone;
     state.room = nullptr;
     state.wide_room = nullptr;
 }

@@ -101,7 +101,7 @@ void CNumberItem::OpenEditor(std::uint32_t &index, std::unique_ptr<TCellEditor> 
         editor->control = std::make_unique<CIntegerCountBox>(value_, Attributes().range_from, Attributes().range_to);
         return;
     }
-    auto box = std::make_unique<CComboBox>(CComboBox::EMode::freeText);
+    auto box = std::make_unique<CComboBox>(CComboBox::TMode::kFreeText);
     box->AppendEntry(NoneText().View());
     if (undefined_) {
         box->Select(1);

@@ -67,7 +67,7 @@ void CStringItem::OpenEditor(std::uint32_t &index, std::unique_ptr<TCellEditor> 
         editor->control = std::make_unique<CEditBox>(value_.View());
         return;
     }
-    auto box = std::make_unique<CComboBox>(CComboBox::EMode::freeText);
+    auto box = std::make_unique<CComboBox>(CComboBox::TMode::kFreeText);
     box->AppendEntry(NoneText().View());
     if (undefined_) {
         box->Select(1);
