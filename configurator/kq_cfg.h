@@ -23,13 +23,16 @@
 #include <vector>
 
 #include "platform/base/export.h"
+#include "template/language/languages.h"
 
 namespace kq_cfg {
+
+using kq_pdt::kLanguages;
 
 /// The host that a configuration runs under. Without language and modules there is no host: no language tag of a
 /// template matches, and `dll` values list nothing.
 struct TOptions {
-    std::optional<std::uint32_t> language;  ///< index of the language: 0 CZ, 1 EN, 2 GE, 3 JP; 4 and more match no tag
+    std::optional<std::uint32_t> language;  ///< index in kLanguages; any other matches no tag
     std::optional<std::string> modules;     ///< directory of the modules that `dll` values list
 };
 

@@ -11,7 +11,7 @@ namespace kq_pdt {
 /// The message list of a session: its rows, and for each row the place in the text that it speaks of.
 class CMessageList {
 public:
-    enum class TIcon { notice, error };
+    enum class TIcon { kNotice, kError };
 
     /// A place in the text, from 1. A line of 0 or 0xFFFFFFFF is none; a column of 0 isn't known.
     struct TMessageRecord {
@@ -21,7 +21,7 @@ public:
         bool HasPlace() const { return line != 0 && line != 0xFFFFFFFF; }
     };
     struct TRow {
-        TIcon icon = TIcon::notice;
+        TIcon icon = TIcon::kNotice;
         kq_base::TText text;
     };
 

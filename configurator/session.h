@@ -17,9 +17,9 @@ namespace kq_pdt {
 class CConfiguratorSession : public CReportWindow {
 public:
     enum class TOutcome {
-        templateFailed,  ///< the template doesn't compile; nothing was read
-        errors,          ///< the parameter file has errors
-        done,
+        kTemplateFailed,  ///< the template doesn't compile; nothing was read
+        kErrors,          ///< the parameter file has errors
+        kDone,
     };
 
     CConfiguratorSession();

@@ -12,20 +12,20 @@
 namespace kq_drv {
 namespace {
 
-using kq_base::CLocalText;
+using kq_base::TShortText;
 
 /// Lets a module write a text through its wide entry, if it has that, or else through the other one. True and the text
 /// if the call answers true.
 template <typename TNarrow, typename TWide, typename TCall>
 bool TakeText(TNarrow *narrow, TWide *wide, std::uint32_t high, char *text, TCall call) {
     if (wide != nullptr) {
-        CLocalText<char16_t, 256> local;
+        TShortText<char16_t> local;
         if (!call(*wide, local.kHigh, local.Data())) {
             return false;
         }
         kq_base::CopyToBuffer(local.View(), high, text);
     } else {
-        CLocalText<char, 256> local;
+        TShortText<char> local;
         if (!call(*narrow, local.kHigh, local.Data())) {
             return false;
         }
@@ -39,7 +39,7 @@ bool TakeText(TNarrow *narrow, TWide *wide, std::uint32_t high, char *text, TCal
 void *CDriverComponentDLLHelper::Find(const char *name) const { return kq_os::GetProcAddress(module_, name); }
 
 bool CDriverComponentDLLHelper::Init(std::uint32_t error_high, char *error, void *module) {
-    state_ = kRefused;
+    state_ = TState::kRefused;
     module_ = module;
     for (const std::string name : {"GetDriverInfo", "Version", "Check"}) {
         const std::string wide_name = name + "W";
@@ -49,11 +49,11 @@ bool CDriverComponentDLLHelper::Init(std::uint32_t error_high, char *error, void
             return false;
         }
     }
-    state_ = kPassed;
+    state_ = TState::kPassed;
     return true;
 }
 
-bool CDriverComponentDLLHelper::MayCall() const { return state_ == kPassed && !kq_os::OnlyLooks(module_); }
+bool CDriverComponentDLLHelper::MayCall() const { return state_ == TState::kPassed && !kq_os::OnlyLooks(module_); }
 
 bool CDriverComponentDLLHelper::Version(std::uint32_t &version) const {
     if (!MayCall()) {
@@ -91,7 +91,7 @@ bool CDriverComponentDLLHelper::AbleToRunInThisKQ(std::uint32_t error_high, char
 }
 
 bool CDriverComponentDLLHelper::IsUNICODE(std::uint8_t &wide) const {
-    if (state_ != kPassed) {
+    if (state_ != TState::kPassed) {
         return false;
     }
     wide = Find("Version") == nullptr && Find("VersionW") != nullptr ? 1 : 0;

@@ -34,13 +34,13 @@ public:
     bool AbleToEnumerateChannels(std::uint8_t needs_init3) const;
 
 private:
-    enum TState : std::uint32_t { kNew, kRefused, kPassed };
+    enum class TState : std::uint8_t { kNew, kRefused, kPassed };
 
     void *Find(const char *name) const;
     /// Has the module passed, and can it be run?
     bool MayCall() const;
 
-    TState state_ = kNew;
+    TState state_ = TState::kNew;
     void *module_ = nullptr;
 };
 

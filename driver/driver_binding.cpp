@@ -13,19 +13,20 @@ namespace kq_drv {
 namespace {
 
 using kq_base::CLocalText;
+using kq_base::TShortText;
 
 /// Settles which form of an entry serves a value.
 void SettleForms(TDriverState &state) {
     const TDriverEntries &entries = state.entries;
-    state.input = entries.get_input3 != nullptr   ? EForm::kThird
-                  : entries.get_input2 != nullptr ? EForm::kSecond
-                                                  : EForm::kFirst;
-    state.output = entries.output_request3 != nullptr   ? EForm::kThird
-                   : entries.output_request2 != nullptr ? EForm::kSecond
-                                                        : EForm::kFirst;
-    state.query = entries.query_proc3 != nullptr  ? EForm::kThird
-                  : entries.query_proc != nullptr ? EForm::kFirst
-                                                  : EForm::kNone;
+    state.input = entries.get_input3 != nullptr   ? TEntryForm::kThird
+                  : entries.get_input2 != nullptr ? TEntryForm::kSecond
+                                                  : TEntryForm::kFirst;
+    state.output = entries.output_request3 != nullptr   ? TEntryForm::kThird
+                   : entries.output_request2 != nullptr ? TEntryForm::kSecond
+                                                        : TEntryForm::kFirst;
+    state.query = entries.query_proc3 != nullptr  ? TEntryForm::kThird
+                  : entries.query_proc != nullptr ? TEntryForm::kFirst
+                                                  : TEntryForm::kNone;
 }
 
 /// Makes the driver, and the room for its strings; false if the module makes none.
@@ -63,7 +64,7 @@ bool ReadParameters(const TDriverState &state, const TTextEntries<TCharacter> &e
     if (entries.init3 == nullptr) {
         // Generation 1 makes no difference between being set up and reading its parameters. It gets the callback for
         // 8-bit texts in either width.
-        CLocalText<TCharacter, 256> name_then_error(state.name.View());
+        TShortText<TCharacter> name_then_error(state.name.View());
         const bool done = state.Forward(entries.init, local_path.kHigh, local_path.Data(), name_then_error.kHigh,
                                         name_then_error.Data(), std::uint32_t{0}, KQTruth{state.instance == 0}, context,
                                         KQDriverCallback) != 0;
@@ -75,8 +76,8 @@ bool ReadParameters(const TDriverState &state, const TTextEntries<TCharacter> &e
     if (entries.read_parameters == nullptr) {
         return true;
     }
-    CLocalText<TCharacter, 256> error;
-    CLocalText<TCharacter, 256> text;
+    TShortText<TCharacter> error;
+    TShortText<TCharacter> text;
     if (state.Forward(entries.read_parameters, local_path.kHigh, local_path.Data(), error.kHigh, error.Data(),
                       &results.a, &results.b, text.kHigh, text.Data()) != 0) {
         return true;
@@ -112,7 +113,7 @@ bool CDriver::Initialize(std::uint32_t error_high, char *error, std::uint32_t in
     state.instance = instance;
     state.name = kq_base::ViewOfPair(name_high, name);
     state.driver = nullptr;
-    state.input = state.output = state.query = EForm::kNone;
+    state.input = state.output = state.query = TEntryForm::kNone;
     state.entries = {};
     state.room = nullptr;
     state.wide_room = nullptr;
@@ -158,7 +159,7 @@ void CDriver::Done() {
     state.Forward(state.entries.done);
     state.Forward(state.entries.dispose_driver);
     state.driver = nullptr;
-    state.input = state.output = state.query = EForm::kNone;
+    state.input = state.output = state.query = TEntryForm::kNone;
     state.room = nullptr;
     state.wide_room = nullptr;
 }

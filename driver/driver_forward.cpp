@@ -8,11 +8,12 @@ namespace kq_drv {
 namespace {
 
 using kq_base::CLocalText;
+using kq_base::TShortText;
 
 template <typename TCharacter>
 bool QueryErrorCode(const TDriverState &state, const TTextEntries<TCharacter> &entries, std::uint32_t code,
                     std::uint32_t high, char *text) {
-    CLocalText<TCharacter, 256> local;
+    TShortText<TCharacter> local;
     if (state.Forward(entries.query_error_code, code, local.kHigh, local.Data()) == 0) {
         return false;
     }
@@ -23,7 +24,7 @@ bool QueryErrorCode(const TDriverState &state, const TTextEntries<TCharacter> &e
 template <typename TCharacter>
 bool GetChannelDescription(const TDriverState &state, const TTextEntries<TCharacter> &entries, std::uint32_t channel,
                            std::uint32_t high, char *text, std::uint32_t second_high, char *second) {
-    CLocalText<TCharacter, 256> local;
+    TShortText<TCharacter> local;
     CLocalText<TCharacter, 64> local_second;
     if (state.Forward(entries.get_channel_description, channel, local.kHigh, local.Data(), local_second.kHigh,
                       local_second.Data()) == 0) {

@@ -19,9 +19,9 @@ struct TOutputCall {
 };
 
 inline void CallEntry(const TDriverState &state, const TOutputCall &call, const TValue &value) {
-    if (state.output == EForm::kThird) {
+    if (state.output == TEntryForm::kThird) {
         state.entries.output_request3(state.driver, call.channel, value, call.status, call.stamp);
-    } else if (state.output == EForm::kSecond) {
+    } else if (state.output == TEntryForm::kSecond) {
         state.entries.output_request2(state.driver, call.channel, value, call.status, call.stamp);
     } else {
         state.entries.output_request(state.driver, call.channel, value);
@@ -31,7 +31,7 @@ inline void CallEntry(const TDriverState &state, const TOutputCall &call, const 
 template <typename TCharacter>
 void OutputString(const TDriverState &state, CTextRoom<TCharacter> &room, const TOutputCall &call,
                   const TDStringA *string) {
-    if (state.output == EForm::kThird) {
+    if (state.output == TEntryForm::kThird) {
         const auto text = room.ForDriver(string, room.kIn);
         CallEntry(state, call, CountedValue(text.data(), text.size()));
     } else {
@@ -43,7 +43,7 @@ void OutputString(const TDriverState &state, CTextRoom<TCharacter> &room, const 
 /// A string, and any value without a driver. A function of its own, so that other values don't pay for its frame.
 [[gnu::noinline]] bool OutputOther(const TDriverState &state, std::uint32_t &code, std::uint32_t channel, TValue value,
                                    std::uint32_t status, kq_def::TUTCStamp *stamp) {
-    if (state.output == EForm::kNone) {
+    if (state.output == TEntryForm::kNone) {
         code = kNoOutputRequest;
         return false;
     }
@@ -96,7 +96,7 @@ void QueryShort(const TDriverState &state, CTextRoom<TCharacter> &room, std::uin
 bool CDriver::OutputRequest(std::uint32_t &code, std::uint32_t channel, TValue value, std::uint32_t status,
                             kq_def::TUTCStamp *stamp) {
     const TDriverState &state = *state_;
-    if (HoldsString(value) || state.output == EForm::kNone) {
+    if (HoldsString(value) || state.output == TEntryForm::kNone) {
         return OutputOther(state, code, channel, value, status, stamp);
     }
     CallEntry(state, {channel, status, stamp}, value);
@@ -105,8 +105,8 @@ bool CDriver::OutputRequest(std::uint32_t &code, std::uint32_t channel, TValue v
 
 bool CDriver::QueryProc(std::uint32_t &code, TValue in, TValue *out) {
     const TDriverState &state = *state_;
-    const bool third = state.query == EForm::kThird;
-    if (state.query == EForm::kNone) {
+    const bool third = state.query == TEntryForm::kThird;
+    if (state.query == TEntryForm::kNone) {
         code = kNoQueryProc;
         return false;
     }

@@ -11,16 +11,16 @@
 namespace kq_drv {
 
 /// Which form of an entry serves a value, by its generation.
-enum class EForm : std::uint8_t { kNone, kFirst, kSecond, kThird };
+enum class TEntryForm : std::uint8_t { kNone, kFirst, kSecond, kThird };
 
 /// What a proxy holds. A copy has the same driver and the same rooms for strings.
 struct TDriverState {
     // First what a value passes by. The forms are settled when the driver is made, and say kNone as long as there is
     // none.
     void *driver = nullptr;
-    EForm input = EForm::kNone;
-    EForm output = EForm::kNone;
-    EForm query = EForm::kNone;
+    TEntryForm input = TEntryForm::kNone;
+    TEntryForm output = TEntryForm::kNone;
+    TEntryForm query = TEntryForm::kNone;
     TDriverEntries entries;  ///< also what was found ahead of an entry that is missing
 
     std::shared_ptr<CTextRoom<char>> room;  ///< of the two rooms only the one of the module's width is ever there

@@ -68,8 +68,7 @@ kq_def::TValue ShortTextValue(TCharacter *text) {
 }
 
 /// A caller's string for a driver of generation 1 or 2: a copy that is cut to 255 characters.
-template <typename TCharacter>
-using TShortText = kq_base::CLocalText<TCharacter, 256>;
+using kq_base::TShortText;
 
 inline std::string_view ViewOf(const TDStringA *string) {
     return string != nullptr ? string->View() : std::string_view("");

@@ -10,7 +10,7 @@
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
     constexpr std::size_t kLongest = 4096;  // the plain rules take the square of a text whose headers follow comments
     const std::string_view text(reinterpret_cast<const char *>(data), size < kLongest ? size : kLongest);
-    CTextParScanner scanner(text);
+    par_scanner::CTextParScanner scanner(text);
     CReferenceScanner reference(text);
     if (Walk(scanner, true) != Walk(reference, true)) {
         std::abort();

@@ -1,16 +1,17 @@
-// Reads key lines. Plain lines are measured in blocks, odd ones cut token by token.
-//
-// A header with a comment ahead of it ends the keys of no section: the lines behind it belong to both. Were each
-// section read by itself, a text of such headers would cost its length squared; so sections that are joined in this
-// way are read in one go and share the list.
+#include "scanner/key_loader.h"
 
 #include <algorithm>
 #include <limits>
 
 #include "scanner/line_scan.h"
 #include "scanner/plain_text.h"
-#include "scanner/scanned_text.h"
 #include "scanner/text_cutter.h"
+
+// Reads key lines. Plain lines are measured in blocks, odd ones cut token by token.
+//
+// A header with a comment ahead of it ends the keys of no section: the lines behind it belong to both. Were each
+// section read by itself, a text of such headers would cost its length squared; so sections that are joined in this
+// way are read in one go and share the list.
 
 namespace par_scanner::detail {
 

@@ -4,10 +4,11 @@
 #include <new>
 
 #include "platform/base/bounded_text.h"
-#include "platform/base/files.h"
 #include "scanner/byte_block.h"
+#include "scanner/key_loader.h"
 #include "scanner/plain_text.h"
 #include "scanner/scanned_text.h"
+#include "scanner/section_scan.h"
 #include "scanner/text_cutter.h"
 
 // Every text has two ways out of the tape. In general it is cut token by token (scanner/text_cutter.h), which is what
@@ -35,8 +36,7 @@ void CopyOut(std::string_view text, char *target) {
 }
 
 void CopyName(std::string_view name, std::uint32_t high, char *target) {
-    constexpr std::uint32_t kWholeBuffer = 255;
-    if (high >= kWholeBuffer) {
+    if (high >= kq_base::TText::kBound) {
         CopyOut(name, target);
     } else {
         kq_base::CopyToBuffer(name, high, target);
@@ -316,23 +316,6 @@ std::uint32_t CParScanner::AppendStrUntilTokenEx(std::uint32_t /*high*/, char *t
     CopyOut(cut.text, text);
     end = cut.end;
     return cut.stop;
-}
-
-bool CFileParScanner::Init(const char *path, std::uint32_t source) {
-    std::string error;
-    if (path == nullptr || !kq_base::CDisk::Current().Read(path, content_, error)) {
-        return false;
-    }
-    const bool read = CParScanner::Init(source);
-    content_ = {};
-    return read;
-}
-
-std::uint32_t CFileParScanner::GetDataSize() { return static_cast<std::uint32_t>(content_.size()); }
-
-bool CFileParScanner::ReadBlockData(TStr0_ *buffer) {
-    content_.copy(buffer, content_.size());
-    return true;
 }
 
 void Init_() {}

@@ -2,7 +2,6 @@
 
 #include <cstdint>
 #include <memory>
-#include <string>
 #include <string_view>
 
 #include "platform/base/export.h"
@@ -131,18 +130,6 @@ private:
     std::uint32_t separator_ = kNoToken;  ///< what ended it
     bool in_plain_line_ = false;  ///< the tape stands behind a value of a plain line, where the last value left it
     std::uint32_t section_handle_ = kNoSection;
-};
-
-/// Reads a file.
-class KQ_API CFileParScanner : public CParScanner {
-public:
-    /// Takes a path of the library (platform/base/paths.h). False if the file can't be read; a directory can't.
-    bool Init(const char *path, std::uint32_t source);
-    std::uint32_t GetDataSize() override;
-    bool ReadBlockData(TStr0_ *buffer) override;
-
-private:
-    std::string content_;  ///< only while Init runs
 };
 
 /// Starts the module; as often as anybody likes. The scanner has nothing to start.

@@ -4,6 +4,7 @@
 #include <cstring>
 #include <string_view>
 
+#include "platform/base/bounded_text.h"
 #include "scanner/byte_block.h"
 #include "scanner/line_scan.h"
 #include "scanner/tape_reader.h"
@@ -14,7 +15,7 @@ namespace par_scanner::detail {
 
 /// The text from first up to last as it is delivered: 255 characters at most, a longer one cut to 254.
 inline std::string_view PlainText(const char *first, const char *last) {
-    constexpr std::size_t kLongest = 255;
+    constexpr std::size_t kLongest = kq_base::TText::kBound;
     const auto length = static_cast<std::size_t>(last - first);
     return {first, length > kLongest ? kLongest - 1 : length};
 }

@@ -24,15 +24,4 @@ struct TScannedText {
     std::uint32_t OffsetOf(const char *place) const { return static_cast<std::uint32_t>(place - text.get()); }
 };
 
-namespace detail {
-
-/// Finds the sections, from the tape's place to the end of the text, where it leaves the tape. The tape must be laid
-/// in.
-void ScanSections(TScannedText &text, CTapeReader &tape);
-
-/// Reads the keys of a section, and with them those of the sections that it is joined to, and puts the tape where that
-/// reading ended.
-void LoadKeys(TScannedText &text, CTapeReader &tape, CSection &section);
-
-}  // namespace detail
 }  // namespace par_scanner

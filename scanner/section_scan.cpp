@@ -1,12 +1,13 @@
-// The one pass over the whole text. Most bytes can't matter to it: only a `[` at the beginning of a line makes a
-// header, and only quotes, comments and malformed numbers change what the bytes behind them are. So the pass looks for
-// those and reads the lines that hold one token by token; what lies between is only counted.
+#include "scanner/section_scan.h"
 
 #include <algorithm>
 
 #include "scanner/line_scan.h"
-#include "scanner/scanned_text.h"
 #include "scanner/text_cutter.h"
+
+// The one pass over the whole text. Most bytes can't matter to it: only a `[` at the beginning of a line makes a
+// header, and only quotes, comments and malformed numbers change what the bytes behind them are. So the pass looks for
+// those and reads the lines that hold one token by token; what lies between is only counted.
 
 namespace par_scanner::detail {
 

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "scanner/plain_text.h"
+
 namespace par_scanner::detail {
 
 namespace {
@@ -13,15 +15,13 @@ bool IsPartOfLineEnd(const TToken &token, std::uint32_t index, std::string_view 
 }  // namespace
 
 std::string_view BoundText(const char *first, const char *last) {
-    constexpr std::ptrdiff_t kLongest = 255;
     if (last <= first) {
         return {first, first};
     }
-    if (last - first > kLongest) {
-        last = first + kLongest - 1;
-    }
-    last = std::find_if(first, last, [](char character) { return character == '\r' || character == '\0'; });
-    return {first, static_cast<std::size_t>(last - first)};
+    const std::string_view text = PlainText(first, last);
+    const auto *const end =
+        std::find_if(text.begin(), text.end(), [](char character) { return character == '\r' || character == '\0'; });
+    return {first, static_cast<std::size_t>(end - first)};
 }
 
 TCut CutText(CTapeReader &tape, std::string_view buffer, std::uint64_t stops) {

@@ -31,7 +31,7 @@ public:
             }
         }
         if (failed_) {
-            Note(BehindComments(begin_), EUnread::fromReadFailureOn);
+            Note(BehindComments(begin_), TUnreadReason::kFromReadFailureOn);
         }
         return std::move(found_);
     }
@@ -70,7 +70,7 @@ private:
         NoteText(bracket);
         // With a comment ahead of the bracket the line is a key like any other.
         if (in_section_ && !keys_ended_ && text_[bracket.index] == '[') {
-            Note(bracket, EUnread::fromMalformedHeaderOn);
+            Note(bracket, TUnreadReason::kFromMalformedHeaderOn);
             keys_ended_ = true;
         }
     }
@@ -78,11 +78,11 @@ private:
     /// Notes text that stands ahead of the first header, once.
     void NoteText(const TPosition &place) {
         if (!in_section_ && found_.empty()) {
-            Note(BehindComments(place), EUnread::aheadOfFirstHeader);
+            Note(BehindComments(place), TUnreadReason::kBeforeFirstHeader);
         }
     }
 
-    void Note(const TPosition &place, EUnread reason) { found_.push_back({place.line, place.lineIndex, reason}); }
+    void Note(const TPosition &place, TUnreadReason reason) { found_.push_back({place.line, place.lineIndex, reason}); }
 
     /// Behind the comments that begin at a place, as far as they are closed.
     TPosition BehindComments(const TPosition &place) const {

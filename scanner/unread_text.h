@@ -9,18 +9,18 @@
 namespace par_scanner {
 
 /// Why the scanner passes over a part of a parameter file without a word.
-enum class EUnread : std::uint8_t {
-    aheadOfFirstHeader,     ///< the text belongs to no section
-    fromMalformedHeaderOn,  ///< a line begins with `[` and is no header: it and what stands behind it, up to the next
-                            ///< header
-    fromReadFailureOn,      ///< a string or comment that isn't closed, or a malformed number: all the rest
+enum class TUnreadReason : std::uint8_t {
+    kBeforeFirstHeader,      ///< the text belongs to no section
+    kFromMalformedHeaderOn,  ///< a line begins with `[` and is no header: it and what stands behind it, up to the next
+                             ///< header
+    kFromReadFailureOn,      ///< a string or comment that isn't closed, or a malformed number: all the rest
 };
 
 /// A place from which on text isn't read.
 struct TUnreadText {
     std::uint32_t line;    ///< from 1
     std::uint32_t column;  ///< from 1
-    EUnread reason;
+    TUnreadReason reason;
 
     friend bool operator==(const TUnreadText &, const TUnreadText &) = default;
 };

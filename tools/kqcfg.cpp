@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <sstream>
 
+#include "configurator/kq_cfg.h"
 #include "tools/arguments.h"
 #include "tools/commands.h"
 #include "tools/console/diagnostics.h"
@@ -67,7 +68,7 @@ private:
         AddFile(command, "PDT", arguments_.pdt, "The template");
         command->add_option("--dmf", arguments_.dmf, "Driver map file to start from")->option_text("FILE");
         command->add_option("--language", arguments_.language, "Language of the host: CZ, EN, GE or JP")
-            ->check(CLI::IsMember(std::vector<std::string>(kLanguages.begin(), kLanguages.end())))
+            ->check(CLI::IsMember(std::vector<std::string>(kq_cfg::kLanguages.begin(), kq_cfg::kLanguages.end())))
             ->option_text("CODE");
         command->add_option("--modules", arguments_.modules, "Directory of the modules that dll values list")
             ->option_text("DIR");

@@ -5,7 +5,7 @@
 #include <string_view>
 
 #include "driver/channels/channel_block_set.h"
-#include "scanner/tape_reader.h"
+#include "scanner/string_tape_reader.h"
 
 namespace kq_drv {
 

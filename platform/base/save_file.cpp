@@ -12,15 +12,13 @@
 #include <csignal>
 #include <cstdlib>
 
-#include "platform/base/code_page.h"
 #include "platform/base/descriptor.h"
 #include "platform/base/file_error.h"
 #include "platform/base/paths.h"
 #include "platform/base/read_file.h"
+#include "platform/base/texts.h"
 
 namespace kq_base {
-
-using namespace literals;
 
 CSaveTarget::~CSaveTarget() = default;
 
@@ -216,7 +214,7 @@ bool SaveFile(const std::string &path, std::string_view content, std::string &er
     }
     error = FileErrorText(result.error);
     if (result.restore_error != 0) {
-        error += "; původní obsah se nepodařilo vrátit: "_cp;
+        error += texts::kContentNotRestored;
         error += FileErrorText(result.restore_error);
     }
     return false;

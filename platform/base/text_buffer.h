@@ -5,6 +5,7 @@
 #include <cstring>
 #include <string_view>
 
+#include "platform/base/bounded_text.h"
 #include "platform/base/number_text.h"
 
 namespace kq_base {
@@ -13,7 +14,7 @@ namespace kq_base {
 /// silently at its bound. A NUL byte ends whatever is appended.
 class CTextBuffer {
 public:
-    static constexpr std::size_t kBound = 255;
+    static constexpr std::size_t kBound = TText::kBound;
 
     std::string_view View() const { return {characters_.data(), length_}; }
     std::size_t Length() const { return length_; }

@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <string_view>
 
+#include "platform/base/bounded_text.h"
+
 /// Text of 16-bit characters beside that of code page 1250, a byte a character, for modules whose texts are wide.
 namespace kq_base {
 
@@ -44,6 +46,10 @@ public:
 private:
     std::array<TCharacter, Capacity> characters_{};
 };
+
+/// Room for a text of the model's bound.
+template <typename TCharacter>
+using TShortText = CLocalText<TCharacter, TText::kBound + 1>;
 
 /// Writes a text of either width to a caller's buffer whose highest valid index is high; cuts silently and always
 /// terminates. Does nothing without a buffer.

@@ -165,7 +165,7 @@ std::uint32_t ClassicHash(std::string_view name) {
 
 bool CElfSymbols::Open(std::string_view image) {
     image_ = image;
-    hash_ = EHash::none;
+    hash_ = THash::kNone;
     unsigned char identity[EI_NIDENT] = {};
     if (!ReadAt(image, 0, identity) || std::memcmp(identity, ELFMAG, SELFMAG) != 0 ||
         identity[EI_DATA] != ELFDATA2LSB || identity[EI_VERSION] != EV_CURRENT) {
@@ -195,17 +195,17 @@ bool CElfSymbols::OpenAs() {
         return false;
     }
     strings_ = image_.substr(static_cast<std::size_t>(strings_at), static_cast<std::size_t>(tables.strings_size));
-    hash_ = tables.gnu_hash != 0 ? EHash::gnu : EHash::classic;
+    hash_ = tables.gnu_hash != 0 ? THash::kGnu : THash::kClassic;
     return true;
 }
 
 bool CElfSymbols::Exports(std::string_view name) const {
     switch (hash_) {
-        case EHash::gnu:
+        case THash::kGnu:
             return wide_ ? FindInGnuHash<TFormat64>(name) : FindInGnuHash<TFormat32>(name);
-        case EHash::classic:
+        case THash::kClassic:
             return wide_ ? FindInClassicHash<TFormat64>(name) : FindInClassicHash<TFormat32>(name);
-        case EHash::none:
+        case THash::kNone:
             break;
     }
     return false;

@@ -17,7 +17,7 @@ public:
     bool Exports(std::string_view name) const;
 
 private:
-    enum class EHash : std::uint8_t { none, gnu, classic };
+    enum class THash : std::uint8_t { kNone, kGnu, kClassic };
 
     template <typename TFormat>
     bool OpenAs();
@@ -30,7 +30,7 @@ private:
 
     std::string_view image_;
     bool wide_ = false;          ///< words of 64 bits
-    EHash hash_ = EHash::none;   ///< none as long as nothing is open
+    THash hash_ = THash::kNone;  ///< none as long as nothing is open
     std::uint64_t hash_at_ = 0;  ///< the tables' places in the file
     std::uint64_t symbols_at_ = 0;
     std::string_view strings_;

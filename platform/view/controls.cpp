@@ -6,7 +6,7 @@
 
 void CComboBox::AppendEntry(std::string_view text) {
     entries_.emplace_back(text);
-    Changed(EViewChange::content);
+    Changed(TViewChange::kContent);
 }
 
 std::string_view CComboBox::Entry(std::size_t place) const {
@@ -16,14 +16,14 @@ std::string_view CComboBox::Entry(std::size_t place) const {
 void CComboBox::Select(std::size_t place) {
     selected_ = place > entries_.size() ? 0 : place;
     text_ = Entry(selected_);
-    Changed(EViewChange::content);
+    Changed(TViewChange::kContent);
 }
 
 void CComboBox::SetText(std::string_view text) {
-    if (mode_ == EMode::freeText) {
+    if (mode_ == TMode::kFreeText) {
         selected_ = 0;
         text_ = text;
-        Changed(EViewChange::content);
+        Changed(TViewChange::kContent);
     }
 }
 
@@ -37,7 +37,7 @@ bool CComboBox::UserSelect(std::size_t place) {
 
 bool CComboBox::UserType(std::string_view text) {
     SetText(text);
-    return mode_ == EMode::freeText;
+    return mode_ == TMode::kFreeText;
 }
 
 CIntegerCountBox::CIntegerCountBox(std::uint32_t value, std::uint32_t from, std::uint32_t to)
@@ -45,7 +45,7 @@ CIntegerCountBox::CIntegerCountBox(std::uint32_t value, std::uint32_t from, std:
 
 void CIntegerCountBox::SetValue(std::uint32_t value) {
     value_ = value;
-    Changed(EViewChange::content);
+    Changed(TViewChange::kContent);
 }
 
 bool CIntegerCountBox::UserSet(std::uint32_t value) {
@@ -67,7 +67,7 @@ bool CIntegerCountBox::UserStepDown() { return value_ > from_ && UserSet(std::mi
 
 void CEditBox::SetText(std::string_view text) {
     text_ = text;
-    Changed(EViewChange::content);
+    Changed(TViewChange::kContent);
 }
 
 bool CEditBox::UserType(std::string_view text) {

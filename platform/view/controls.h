@@ -14,11 +14,11 @@
 /// A list of texts of which one is selected, or, with free text, a text that may also be typed.
 class CComboBox : public CView {
 public:
-    enum class EMode : std::uint8_t { list, freeText };
+    enum class TMode : std::uint8_t { kList, kFreeText };
 
-    explicit CComboBox(EMode mode) : mode_(mode) {}
+    explicit CComboBox(TMode mode) : mode_(mode) {}
 
-    EMode Mode() const { return mode_; }
+    TMode Mode() const { return mode_; }
 
     void AppendEntry(std::string_view text);
     std::size_t EntryCount() const { return entries_.size(); }
@@ -40,7 +40,7 @@ public:
     bool UserType(std::string_view text);
 
 private:
-    EMode mode_;
+    TMode mode_;
     std::vector<kq_base::TText> entries_;
     std::size_t selected_ = 0;
     kq_base::TText text_;

@@ -54,7 +54,7 @@ public:
     /// The characters ahead of the cursor.
     std::size_t CursorOffset() const { return cursor_; }
     /// Has the cursor scrolled into sight.
-    void FitCursor() { Changed(EViewChange::fitCursor); }
+    void FitCursor() { Changed(TViewChange::kFitCursor); }
 
     /// Shows a word in a colour. Of a word given twice the last one counts.
     void AddColoredId(std::string_view name, std::uint32_t color);

@@ -18,7 +18,7 @@ void CView::NewRect(const TRect &rect) {
         return;
     }
     rect_ = rect;
-    Changed(EViewChange::area);
+    Changed(TViewChange::kArea);
 }
 
 void CView::Register(CView &child) {
@@ -45,7 +45,7 @@ void CView::InvalidateRect(const TRect &area) {
     }
 }
 
-void CView::Changed(EViewChange change) {
+void CView::Changed(TViewChange change) {
     if (peer_ != nullptr) {
         peer_->ViewChanged(*this, change);
     }

@@ -14,12 +14,12 @@ struct TRect {
 };
 
 /// What changed in a view, as its peer is told.
-enum class EViewChange : std::uint8_t {
-    content,    ///< text, entries, selection or value
-    cursor,     ///< the place of the cursor
-    fitCursor,  ///< the cursor is to be scrolled into sight
-    colors,     ///< words or their colours
-    area,       ///< the rectangle
+enum class TViewChange : std::uint8_t {
+    kContent,    ///< text, entries, selection or value
+    kCursor,     ///< the place of the cursor
+    kFitCursor,  ///< the cursor is to be scrolled into sight
+    kColors,     ///< words or their colours
+    kArea,       ///< the rectangle
 };
 
 class CView;
@@ -28,7 +28,7 @@ class CView;
 class CViewPeer {
 public:
     virtual ~CViewPeer();
-    virtual void ViewChanged(CView &view, EViewChange change) = 0;
+    virtual void ViewChanged(CView &view, TViewChange change) = 0;
     /// An area of the view, in the view's own coordinates, has to be drawn anew.
     virtual void AreaInvalidated(CView &view, const TRect &area) = 0;
 };
@@ -64,7 +64,7 @@ public:
 
 protected:
     /// Tells the peer, if there is one.
-    void Changed(EViewChange change);
+    void Changed(TViewChange change);
 
 private:
     TRect rect_;

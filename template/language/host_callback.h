@@ -32,7 +32,7 @@ public:
                                    const char *par_path);
     /// The window is about to end.
     virtual void NotifyClosed();
-    /// Gives the index of the language: 0 CZ, 1 EN, 2 GE, 3 JP. Any other index matches no language tag.
+    /// Gives the index of the language in kLanguages (languages.h). Any other index matches no language tag.
     virtual void GetLanguage(std::uint32_t &language);
 };
 

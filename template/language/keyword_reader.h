@@ -5,7 +5,7 @@
 #include <string_view>
 
 #include "platform/base/bounded_text.h"
-#include "scanner/tape_reader.h"
+#include "scanner/string_tape_reader.h"
 #include "template/language/keywords.h"
 
 namespace kq_pdt {

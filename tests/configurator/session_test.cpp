@@ -54,12 +54,12 @@ TEST(Session, BrokenTemplateLeavesAnEmptyModelAndBothTexts) {
     CModelSession session;
     ASSERT_TRUE(session.Translate(kPdt, "[S]\nk = 1, 2\n"));
     session.SetTemplateText("def_section name = 5");
-    EXPECT_EQ(session.TranslateToModel(), TOutcome::templateFailed);
+    EXPECT_EQ(session.TranslateToModel(), TOutcome::kTemplateFailed);
     EXPECT_TRUE(session.SheetData().Instances().List().empty());
     EXPECT_EQ(session.ParView().Text(), "[S]\nk = 1, 2\n");
-    EXPECT_EQ(session.RepairDmf(), TOutcome::templateFailed);
+    EXPECT_EQ(session.RepairDmf(), TOutcome::kTemplateFailed);
     session.SetTemplatePath("/nowhere/x.pdt");
-    EXPECT_EQ(session.TranslateToModel(), TOutcome::templateFailed);
+    EXPECT_EQ(session.TranslateToModel(), TOutcome::kTemplateFailed);
     EXPECT_EQ(kq_base::ToUtf8(session.TemplateResult().message.View()), "Nelze otevřít PDT soubor.");
     EXPECT_EQ(session.TemplateResult().line, 0U);
 }
@@ -71,11 +71,11 @@ TEST(Session, RepairWritesWhatTheConfigurationDefines) {
         TOutcome outcome;
         const char *after;
     } const kCases[] = {
-        {"[S]\nk = 1, 5\n", "begin 1 - 20 boolean input end.", TOutcome::done, "begin\r\n  1 - 5 real input\r\nend."},
-        {"[S]\nk = 1, x\n", "begin 1 - 20 boolean input end.", TOutcome::errors, "begin 1 - 20 boolean input end."},
-        {"[S]\nk = 5, 1\n", "", TOutcome::errors, ""},
-        {"[S]\nk = 5, 1\n[T]\n", "x", TOutcome::errors, "x"},
-        {"[S]\nk = 7, 7\n[T]\n", "x", TOutcome::done, "begin\r\n  7 real input\r\nend."},
+        {"[S]\nk = 1, 5\n", "begin 1 - 20 boolean input end.", TOutcome::kDone, "begin\r\n  1 - 5 real input\r\nend."},
+        {"[S]\nk = 1, x\n", "begin 1 - 20 boolean input end.", TOutcome::kErrors, "begin 1 - 20 boolean input end."},
+        {"[S]\nk = 5, 1\n", "", TOutcome::kErrors, ""},
+        {"[S]\nk = 5, 1\n[T]\n", "x", TOutcome::kErrors, "x"},
+        {"[S]\nk = 7, 7\n[T]\n", "x", TOutcome::kDone, "begin\r\n  7 real input\r\nend."},
     };
     CModelSession session;
     session.AddError("an old one", "", 1);

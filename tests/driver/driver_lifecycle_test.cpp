@@ -224,7 +224,7 @@ TEST(DriverLifecycle, WithoutAModuleNothingHappens) {
 
 TEST(DriverLifecycle, ModuleMakesNoDriver) {
     WithEachModule([](const CTestModule &module) {
-        module.Control().mischief = EMischief::kNoDriver;
+        module.Control().mischief = TMischief::kNoDriver;
         CDriver driver;
         driver.Init(module.Handle());
         EXPECT_EQ(Initialize(driver, 0, "Lince"), "Lince : Nelze vytvořit ovladač.");

@@ -6,7 +6,7 @@
 
 namespace {
 
-CComboBox::EMode Mode(bool free_text) { return free_text ? CComboBox::EMode::freeText : CComboBox::EMode::list; }
+CComboBox::TMode Mode(bool free_text) { return free_text ? CComboBox::TMode::kFreeText : CComboBox::TMode::kList; }
 
 TEST(ComboBox, SelectsFrom1AndTypesIfItMay) {
     for (const bool free_text : {false, true}) {

@@ -9,7 +9,7 @@
 namespace {
 
 void CheckAgainstReference(const std::string &text) {
-    CTextParScanner scanner(text);
+    par_scanner::CTextParScanner scanner(text);
     CReferenceScanner reference(text);
     ASSERT_EQ(Walk(scanner, true), Walk(reference, true)) << text;
 }
@@ -75,7 +75,7 @@ TEST(ParScannerAgainstReference, OperationsInAnyOrder) {
     CNastyTexts texts(kPieces, 9);
     for (int round = 0; round < 4000; ++round) {
         const std::string text = "[s]\nk=1,2\n" + texts.Make(texts.Number(60));
-        CTextParScanner scanner(text);
+        par_scanner::CTextParScanner scanner(text);
         CReferenceScanner reference(text);
         std::string history;
         for (int step = 0; step < 60; ++step) {

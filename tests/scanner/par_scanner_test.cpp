@@ -7,6 +7,7 @@
 #include <fstream>
 
 #include "platform/view/text_view.h"
+#include "scanner/file_par_scanner.h"
 #include "scanner/view_par_scanner.h"
 #include "tests/scanner/scanner_walk.h"
 

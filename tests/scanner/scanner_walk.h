@@ -2,21 +2,7 @@
 
 #include <string>
 
-#include "scanner/par_scanner.h"
-
-/// Scans a text that lies in memory.
-class CTextParScanner : public par_scanner::CParScanner {
-public:
-    explicit CTextParScanner(std::string_view text) : text_(text) { Init(1); }
-    std::uint32_t GetDataSize() override { return static_cast<std::uint32_t>(text_.size()); }
-    bool ReadBlockData(par_scanner::TStr0_ *buffer) override {
-        text_.copy(buffer, text_.size());
-        return true;
-    }
-
-private:
-    std::string_view text_;
-};
+#include "scanner/text_par_scanner.h"
 
 /// All that a scanner finds, one line a section, key, or value list:
 ///     [name]line

@@ -4,6 +4,7 @@
 
 #include <memory>
 
+#include "scanner/string_tape_reader.h"
 #include "tests/scanner/nasty_texts.h"
 #include "tests/scanner/reference_reader.h"
 

@@ -12,9 +12,9 @@ using namespace par_scanner;
 std::string Places(std::string_view text) {
     std::string places;
     for (const TUnreadText &unread : FindUnreadText(text)) {
-        const char *reason = unread.reason == EUnread::aheadOfFirstHeader      ? "t "
-                             : unread.reason == EUnread::fromMalformedHeaderOn ? "h "
-                                                                               : "f ";
+        const char *reason = unread.reason == TUnreadReason::kBeforeFirstHeader       ? "t "
+                             : unread.reason == TUnreadReason::kFromMalformedHeaderOn ? "h "
+                                                                                      : "f ";
         places += std::to_string(unread.line) + ":" + std::to_string(unread.column) + reason;
     }
     return places;

@@ -2,8 +2,8 @@
 
 #include <regex>
 
+#include "tests/support/temporary_directory.h"
 #include "tests/tools/run_program.h"
-#include "tests/tools/temporary_directory.h"
 
 namespace {
 

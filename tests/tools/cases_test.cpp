@@ -5,10 +5,10 @@
 #include <nlohmann/json.hpp>
 
 #include "platform/base/code_page.h"
+#include "tests/support/temporary_directory.h"
 #include "tests/tools/case_file.h"
 #include "tests/tools/difference.h"
 #include "tests/tools/run_program.h"
-#include "tests/tools/temporary_directory.h"
 
 namespace {
 

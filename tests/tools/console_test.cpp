@@ -8,8 +8,8 @@
 #include <thread>
 
 #include "platform/base/code_page.h"
+#include "tests/support/temporary_directory.h"
 #include "tests/tools/run_program.h"
-#include "tests/tools/temporary_directory.h"
 #include "tools/console/diagnostics.h"
 #include "tools/console/progress.h"
 #include "tools/kqcfg.h"

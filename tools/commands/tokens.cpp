@@ -1,5 +1,5 @@
 #include "platform/base/code_page.h"
-#include "scanner/par_scanner.h"
+#include "scanner/string_tape_reader.h"
 #include "tools/commands.h"
 #include "tools/console/diagnostics.h"
 #include "tools/console/files.h"
