@@ -20,11 +20,12 @@ struct TInputCall {
 /// Lets the driver fill a value, in the form that it has. The status is left alone if the driver has none to give.
 inline void CallEntry(const TDriverState &state, const TInputCall &call, TValue *value) {
     if (state.input == EForm::kThird) {
-        state.entries.get_input3(state.driver, call.channel, value, &call.status, call.stamp, &call.code);
+        state.entries.Get<TEntry::kGetInput3>()(state.driver, call.channel, value, &call.status, call.stamp,
+                                                &call.code);
     } else if (state.input == EForm::kSecond) {
-        state.entries.get_input2(state.driver, call.channel, value, &call.status, call.stamp);
+        state.entries.Get<TEntry::kGetInput2>()(state.driver, call.channel, value, &call.status, call.stamp);
     } else {
-        state.entries.get_input(state.driver, call.channel, value);
+        state.entries.Get<TEntry::kGetInput>()(state.driver, call.channel, value);
     }
 }
 

@@ -20,11 +20,11 @@ struct TOutputCall {
 
 inline void CallEntry(const TDriverState &state, const TOutputCall &call, const TValue &value) {
     if (state.output == EForm::kThird) {
-        state.entries.output_request3(state.driver, call.channel, value, call.status, call.stamp);
+        state.entries.Get<TEntry::kOutputRequest3>()(state.driver, call.channel, value, call.status, call.stamp);
     } else if (state.output == EForm::kSecond) {
-        state.entries.output_request2(state.driver, call.channel, value, call.status, call.stamp);
+        state.entries.Get<TEntry::kOutputRequest2>()(state.driver, call.channel, value, call.status, call.stamp);
     } else {
-        state.entries.output_request(state.driver, call.channel, value);
+        state.entries.Get<TEntry::kOutputRequest>()(state.driver, call.channel, value);
     }
 }
 
@@ -61,13 +61,14 @@ void QueryCounted(const TDriverState &state, CTextRoom<TCharacter> &room, std::u
         in = CountedValue(text.data(), text.size());
     }
     if (!HoldsString(*out)) {
-        state.entries.query_proc3(state.driver, in, *out, out);
+        state.entries.Get<TEntry::kQueryProc3>()(state.driver, in, *out, out);
         return;
     }
     const auto text = room.ForDriver(ValueDString(*out), room.kOut);
     const TValue present = CountedValue(text.data(), text.size());
-    TakeCountedAnswer(room, code, out,
-                      [&](TValue *record) { state.entries.query_proc3(state.driver, in, present, record); });
+    TakeCountedAnswer(room, code, out, [&](TValue *record) {
+        state.entries.Get<TEntry::kQueryProc3>()(state.driver, in, present, record);
+    });
 }
 
 /// The same to a driver of generation 1, which writes its answer over the present text.
@@ -78,12 +79,12 @@ void QueryShort(const TDriverState &state, CTextRoom<TCharacter> &room, std::uin
         in = ShortTextValue(in_text.Data());
     }
     if (!HoldsString(*out)) {
-        state.entries.query_proc(state.driver, in, out);
+        state.entries.Get<TEntry::kQueryProc>()(state.driver, in, out);
         return;
     }
     TShortText<TCharacter> out_text(ViewOf(ValueDString(*out)));
     TValue record = ShortTextValue(out_text.Data());
-    state.entries.query_proc(state.driver, in, &record);
+    state.entries.Get<TEntry::kQueryProc>()(state.driver, in, &record);
     if (record.GetField<const TCharacter *>(TValue::kDStringAt) != out_text.Data()) {
         code = kForeignText;
         return;
@@ -112,9 +113,9 @@ bool CDriver::QueryProc(std::uint32_t &code, TValue in, TValue *out) {
     }
     if (!HoldsString(in) && !HoldsString(*out)) {
         if (third) {
-            state.entries.query_proc3(state.driver, in, *out, out);
+            state.entries.Get<TEntry::kQueryProc3>()(state.driver, in, *out, out);
         } else {
-            state.entries.query_proc(state.driver, in, out);
+            state.entries.Get<TEntry::kQueryProc>()(state.driver, in, out);
         }
         return true;
     }

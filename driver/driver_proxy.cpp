@@ -16,33 +16,31 @@ using kq_base::CLocalText;
 
 /// Settles which form of an entry serves a value.
 void SettleForms(TDriverState &state) {
-    const TDriverEntries &entries = state.entries;
-    state.input = entries.get_input3 != nullptr   ? EForm::kThird
-                  : entries.get_input2 != nullptr ? EForm::kSecond
-                                                  : EForm::kFirst;
-    state.output = entries.output_request3 != nullptr   ? EForm::kThird
-                   : entries.output_request2 != nullptr ? EForm::kSecond
-                                                        : EForm::kFirst;
-    state.query = entries.query_proc3 != nullptr  ? EForm::kThird
-                  : entries.query_proc != nullptr ? EForm::kFirst
-                                                  : EForm::kNone;
+    const CDriverEntries &entries = state.entries;
+    state.input = entries.Get<TEntry::kGetInput3>() != nullptr   ? EForm::kThird
+                  : entries.Get<TEntry::kGetInput2>() != nullptr ? EForm::kSecond
+                                                                 : EForm::kFirst;
+    state.output = entries.Get<TEntry::kOutputRequest3>() != nullptr   ? EForm::kThird
+                   : entries.Get<TEntry::kOutputRequest2>() != nullptr ? EForm::kSecond
+                                                                       : EForm::kFirst;
+    state.query = entries.Get<TEntry::kQueryProc3>() != nullptr  ? EForm::kThird
+                  : entries.Get<TEntry::kQueryProc>() != nullptr ? EForm::kFirst
+                                                                 : EForm::kNone;
 }
 
 /// Makes the driver, and the room for its strings; false if the module makes none.
 template <typename TCharacter>
-bool MakeDriver(TDriverState &state, const TTextEntries<TCharacter> &text, std::shared_ptr<CTextRoom<TCharacter>> &room,
-                CDriver *context, KQDriverCallbackEntry *callback) {
-    state.driver = state.entries.make_driver();
+bool MakeDriver(TDriverState &state, std::shared_ptr<CTextRoom<TCharacter>> &room, CDriver *context,
+                KQDriverCallbackEntry *callback) {
+    state.driver = state.entries.Get<TEntry::kMakeDriver>()();
     if (state.driver == nullptr) {
         return false;
     }
     room = std::make_shared<CTextRoom<TCharacter>>();
     SettleForms(state);
     // All must be ready here: from now on the driver may call its host, and the host the driver.
-    if (text.init3 != nullptr) {
-        CLocalText<TCharacter, 64> name(state.name.View());
-        text.init3(state.driver, state.instance, name.kHigh, name.Data(), context, callback);
-    }
+    CLocalText<TCharacter, 64> name(state.name.View());
+    state.Forward<TEntry::kInit3, TCharacter>(state.instance, name.kHigh, name.Data(), context, callback);
     return true;
 }
 
@@ -57,28 +55,29 @@ struct TParameterResults {
 };
 
 template <typename TCharacter>
-bool ReadParameters(const TDriverState &state, const TTextEntries<TCharacter> &entries, std::string_view path,
-                    CDriver *context, const TParameterResults &results) {
+bool ReadParameters(const TDriverState &state, std::string_view path, CDriver *context,
+                    const TParameterResults &results) {
     CLocalText<TCharacter, 260> local_path(path);
-    if (entries.init3 == nullptr) {
+    if (!state.Reaches<TEntry::kInit3>()) {
         // Generation 1 makes no difference between being set up and reading its parameters. It gets the callback for
         // 8-bit texts in either width.
         CLocalText<TCharacter, 256> name_then_error(state.name.View());
-        const bool done = state.Forward(entries.init, local_path.kHigh, local_path.Data(), name_then_error.kHigh,
-                                        name_then_error.Data(), std::uint32_t{0}, KQTruth{state.instance == 0}, context,
-                                        KQDriverCallback) != 0;
+        const bool done = state.Forward<TEntry::kInit, TCharacter>(
+                              local_path.kHigh, local_path.Data(), name_then_error.kHigh, name_then_error.Data(),
+                              std::uint32_t{0}, KQTruth{state.instance == 0}, context, KQDriverCallback) != 0;
         if (!done) {
             kq_base::CopyToBuffer(name_then_error.View(), results.error_high, results.error);
         }
         return done;
     }
-    if (entries.read_parameters == nullptr) {
+    if (!state.Reaches<TEntry::kReadParameters>()) {
         return true;
     }
     CLocalText<TCharacter, 256> error;
     CLocalText<TCharacter, 256> text;
-    if (state.Forward(entries.read_parameters, local_path.kHigh, local_path.Data(), error.kHigh, error.Data(),
-                      &results.a, &results.b, text.kHigh, text.Data()) != 0) {
+    if (state.Forward<TEntry::kReadParameters, TCharacter>(local_path.kHigh, local_path.Data(), error.kHigh,
+                                                           error.Data(), &results.a, &results.b, text.kHigh,
+                                                           text.Data()) != 0) {
         return true;
     }
     kq_base::CopyToBuffer(error.View(), results.error_high, results.error);
@@ -121,15 +120,15 @@ bool CDriver::Initialize(std::uint32_t error_high, char *error, std::uint32_t in
     std::uint8_t wide = 0;
     if (!state.helper.IsUNICODE(wide) || kq_os::OnlyLooks(state.module)) {
         reason = texts::kNotADriver;
-    } else if (!FindEntries(state.module, wide != 0, state.entries, reason)) {
+    } else if (!state.entries.Find(state.module, wide != 0, reason)) {
         reason += texts::kEntryMissing;
     }
     if (!reason.empty()) {
         kq_base::CopyToBuffer(reason.append(state.name.View()), error_high, error);
         return false;
     }
-    const bool made = wide != 0 ? MakeDriver(state, state.entries.wide, state.wide_room, this, KQDriverCallbackW)
-                                : MakeDriver(state, state.entries.narrow, state.room, this, KQDriverCallback);
+    const bool made = wide != 0 ? MakeDriver(state, state.wide_room, this, KQDriverCallbackW)
+                                : MakeDriver(state, state.room, this, KQDriverCallback);
     if (!made) {
         kq_base::CopyToBuffer(reason.append(state.name.View()).append(texts::kNoDriverMade), error_high, error);
     }
@@ -149,14 +148,14 @@ bool CDriver::ReadParameters(std::uint32_t path_high, const char *path, std::uin
         return false;
     }
     const TParameterResults results = {error_high, error, a, b, text_high, text};
-    return state.wide_room != nullptr ? kq_drv::ReadParameters(state, state.entries.wide, path_text, this, results)
-                                      : kq_drv::ReadParameters(state, state.entries.narrow, path_text, this, results);
+    return state.IsWide() ? kq_drv::ReadParameters<char16_t>(state, path_text, this, results)
+                          : kq_drv::ReadParameters<char>(state, path_text, this, results);
 }
 
 void CDriver::Done() {
     TDriverState &state = *state_;
-    state.Forward(state.entries.done);
-    state.Forward(state.entries.dispose_driver);
+    state.Forward<TEntry::kDone>();
+    state.Forward<TEntry::kDisposeDriver>();
     state.driver = nullptr;
     state.input = state.output = state.query = EForm::kNone;
     state.room = nullptr;
