@@ -1,5 +1,6 @@
 #include "driver/component_helper.h"
 
+#include <new>
 #include <string>
 
 #include "driver/entry_table.h"
@@ -35,27 +36,31 @@ bool TakeText(TNarrow *narrow, TWide *wide, std::uint32_t high, char *text, TCal
 
 }  // namespace
 
-void *CDriverComponentDLLHelper::Find(const char *name) const { return kq_os::GetProcAddress(module_, name); }
+void *CDriverComponentDLLHelper::Find(const char *name) const { return kq_os::GetFunctionAddress(module_, name); }
 
 bool CDriverComponentDLLHelper::Init(std::uint32_t error_high, char *error, void *module) {
-    state_ = kRefused;
+    state_ = TState::kRefused;
     module_ = module;
     const bool passed = VisitEntryGroups([this, error_high, error](TEntryGroup group) {
         const TEntryRow &row = group.front();
         if (row.need != TEntryNeed::kEitherWidth || Find(row.name) != nullptr || Find(row.wide_name) != nullptr) {
             return true;
         }
-        kq_base::CopyToBuffer(GroupNames(group, false).append(texts::kEntryMissing), error_high, error);
+        try {
+            kq_base::CopyToBuffer(GroupNames(group, false).append(texts::kEntryMissing), error_high, error);
+        } catch (const std::bad_alloc &) {
+            kq_base::CopyToBuffer(texts::kNoMemory, error_high, error);
+        }
         return false;
     });
     if (!passed) {
         return false;
     }
-    state_ = kPassed;
+    state_ = TState::kPassed;
     return true;
 }
 
-bool CDriverComponentDLLHelper::MayCall() const { return state_ == kPassed && !kq_os::OnlyLooks(module_); }
+bool CDriverComponentDLLHelper::MayCall() const { return state_ == TState::kPassed && !kq_os::OnlyLooks(module_); }
 
 bool CDriverComponentDLLHelper::Version(std::uint32_t &version) const {
     if (!MayCall()) {
@@ -93,7 +98,7 @@ bool CDriverComponentDLLHelper::AbleToRunInThisKQ(std::uint32_t error_high, char
 }
 
 bool CDriverComponentDLLHelper::IsUNICODE(std::uint8_t &wide) const {
-    if (state_ != kPassed) {
+    if (state_ != TState::kPassed) {
         return false;
     }
     wide = Find("Version") == nullptr && Find("VersionW") != nullptr ? 1 : 0;

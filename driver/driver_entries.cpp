@@ -12,7 +12,7 @@ bool CDriverEntries::Find(void *module, bool wide, std::string &missing) {
         bool found = false;
         for (const TEntryRow &row : group) {
             void *&address = addresses_[static_cast<std::size_t>(&row - kEntryTable.data())];
-            address = kq_os::GetProcAddress(module, row.NameIn(wide));
+            address = kq_os::GetFunctionAddress(module, row.NameIn(wide));
             found = found || address != nullptr;
         }
         if (!found && IsNeeded(group)) {

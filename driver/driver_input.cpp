@@ -44,7 +44,10 @@ bool InputString(const TDriverState &state, CTextRoom<TCharacter> &room, const T
         call.code = kForeignText;
         return false;
     }
-    room.Deliver(kq_base::UpToTerminator(room.Data(), kShortInputLimit), value);
+    if (!room.Deliver(kq_base::UpToTerminator(room.Data(), kShortInputLimit), value)) {
+        call.code = kRoomNotGrown;
+        return false;
+    }
     return true;
 }
 

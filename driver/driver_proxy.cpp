@@ -1,5 +1,8 @@
 // The proxy from its module to a driver that has read its parameters, and the driver's end.
 
+#include <algorithm>
+#include <initializer_list>
+#include <new>
 #include <string>
 #include <string_view>
 
@@ -14,12 +17,27 @@ namespace {
 
 using kq_base::CLocalText;
 
+constexpr std::size_t kPathSize = 260;
+
+/// Writes texts one after the other to a caller's buffer, cut at its bound.
+void CopyParts(std::initializer_list<std::string_view> parts, std::uint32_t high, char *buffer) {
+    for (const std::string_view part : parts) {
+        kq_base::CopyToBuffer(part, high, buffer);
+        const auto written = static_cast<std::uint32_t>(std::min<std::size_t>(part.size(), high));
+        high -= written;
+        buffer += buffer != nullptr ? written : 0;
+    }
+}
+
 /// Settles which form of an entry serves a value.
 void SettleForms(TDriverState &state) {
     const CDriverEntries &entries = state.entries;
     state.input = entries.Get<TEntry::kGetInput3>() != nullptr   ? EForm::kThird
                   : entries.Get<TEntry::kGetInput2>() != nullptr ? EForm::kSecond
                                                                  : EForm::kFirst;
+    static_assert(std::is_same_v<KQOutputRequest2Entry, KQOutputRequest3Entry>);
+    state.stamped_output = entries.Get<TEntry::kOutputRequest3>() != nullptr ? entries.Get<TEntry::kOutputRequest3>()
+                                                                             : entries.Get<TEntry::kOutputRequest2>();
     state.output = entries.Get<TEntry::kOutputRequest3>() != nullptr   ? EForm::kThird
                    : entries.Get<TEntry::kOutputRequest2>() != nullptr ? EForm::kSecond
                                                                        : EForm::kFirst;
@@ -28,15 +46,27 @@ void SettleForms(TDriverState &state) {
                                                                  : EForm::kNone;
 }
 
-/// Makes the driver, and the room for its strings; false if the module makes none.
+/// Finds the entries and makes the room for strings. The reason is empty if a driver can be made.
+void Prepare(TDriverState &state, std::string &reason) {
+    std::uint8_t wide = 0;
+    if (!state.helper.IsUNICODE(wide) || kq_os::OnlyLooks(state.module)) {
+        reason = texts::kNotADriver;
+    } else if (!state.entries.Find(state.module, wide != 0, reason)) {
+        reason += texts::kEntryMissing;
+    } else if (wide != 0) {
+        state.wide_room = std::make_shared<CTextRoom<char16_t>>();
+    } else {
+        state.room = std::make_shared<CTextRoom<char>>();
+    }
+}
+
+/// Makes the driver; false if the module makes none.
 template <typename TCharacter>
-bool MakeDriver(TDriverState &state, std::shared_ptr<CTextRoom<TCharacter>> &room, CDriver *context,
-                KQDriverCallbackEntry *callback) {
+bool MakeDriver(TDriverState &state, CDriver *context, KQDriverCallbackEntry *callback) {
     state.driver = state.entries.Get<TEntry::kMakeDriver>()();
     if (state.driver == nullptr) {
         return false;
     }
-    room = std::make_shared<CTextRoom<TCharacter>>();
     SettleForms(state);
     // All must be ready here: from now on the driver may call its host, and the host the driver.
     CLocalText<TCharacter, 64> name(state.name.View());
@@ -57,7 +87,7 @@ struct TParameterResults {
 template <typename TCharacter>
 bool ReadParameters(const TDriverState &state, std::string_view path, CDriver *context,
                     const TParameterResults &results) {
-    CLocalText<TCharacter, 260> local_path(path);
+    CLocalText<TCharacter, kPathSize> local_path(path);
     if (!state.Reaches<TEntry::kInit3>()) {
         // Generation 1 makes no difference between being set up and reading its parameters. It gets the callback for
         // 8-bit texts in either width.
@@ -108,58 +138,50 @@ bool CDriver::GetDriverInfo(std::uint32_t high, char *text) { return state_->hel
 bool CDriver::Initialize(std::uint32_t error_high, char *error, std::uint32_t instance, std::uint32_t name_high,
                          const char *name) {
     TDriverState &state = *state_;
-    state.instance = instance;
-    state.name = kq_base::ViewOfPair(name_high, name);
-    state.driver = nullptr;
-    state.input = state.output = state.query = EForm::kNone;
+    state.Forget();
     state.entries = {};
-    state.room = nullptr;
-    state.wide_room = nullptr;
-
+    state.instance = instance;
     std::string reason;
-    std::uint8_t wide = 0;
-    if (!state.helper.IsUNICODE(wide) || kq_os::OnlyLooks(state.module)) {
-        reason = texts::kNotADriver;
-    } else if (!state.entries.Find(state.module, wide != 0, reason)) {
-        reason += texts::kEntryMissing;
-    }
-    if (!reason.empty()) {
-        kq_base::CopyToBuffer(reason.append(state.name.View()), error_high, error);
+    try {
+        state.name = kq_base::ViewOfPair(name_high, name);
+        Prepare(state, reason);
+    } catch (const std::bad_alloc &) {
+        CopyParts({texts::kNoMemory}, error_high, error);
         return false;
     }
-    const bool made = wide != 0 ? MakeDriver(state, state.wide_room, this, KQDriverCallbackW)
-                                : MakeDriver(state, state.room, this, KQDriverCallback);
+    if (!reason.empty()) {
+        CopyParts({reason, state.name.View()}, error_high, error);
+        return false;
+    }
+    const bool made = state.IsWide() ? MakeDriver<char16_t>(state, this, KQDriverCallbackW)
+                                     : MakeDriver<char>(state, this, KQDriverCallback);
     if (!made) {
-        kq_base::CopyToBuffer(reason.append(state.name.View()).append(texts::kNoDriverMade), error_high, error);
+        CopyParts({state.name.View(), texts::kNoDriverMade}, error_high, error);
     }
     return made;
 }
 
 bool CDriver::ReadParameters(std::uint32_t path_high, const char *path, std::uint32_t error_high, char *error,
                              std::uint32_t &a, std::uint32_t &b, std::uint32_t text_high, char *text) {
-    const std::string path_text(kq_base::ViewOfPair(path_high, path));  // the caller may have it in the place of a text
+    // A copy, as the caller may have the path where a text goes.
+    CLocalText<char, kPathSize> path_text(kq_base::ViewOfPair(path_high, path));
     a = 0;
     b = 0;
     kq_base::CopyToBuffer(std::string_view(), text_high, text);
     const TDriverState &state = *state_;
     if (state.driver == nullptr) {
-        const std::string reason = std::string(texts::kNotADriver).append(state.name.View());
-        kq_base::CopyToBuffer(reason, error_high, error);
+        CopyParts({texts::kNotADriver, state.name.View()}, error_high, error);
         return false;
     }
     const TParameterResults results = {error_high, error, a, b, text_high, text};
-    return state.IsWide() ? kq_drv::ReadParameters<char16_t>(state, path_text, this, results)
-                          : kq_drv::ReadParameters<char>(state, path_text, this, results);
+    return state.IsWide() ? kq_drv::ReadParameters<char16_t>(state, path_text.View(), this, results)
+                          : kq_drv::ReadParameters<char>(state, path_text.View(), this, results);
 }
 
 void CDriver::Done() {
-    TDriverState &state = *state_;
-    state.Forward<TEntry::kDone>();
-    state.Forward<TEntry::kDisposeDriver>();
-    state.driver = nullptr;
-    state.input = state.output = state.query = EForm::kNone;
-    state.room = nullptr;
-    state.wide_room = nullptr;
+    state_->Forward<TEntry::kDone>();
+    state_->Forward<TEntry::kDisposeDriver>();
+    state_->Forget();
 }
 
 void Init_() {}

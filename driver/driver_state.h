@@ -18,6 +18,7 @@ struct TDriverState {
     // First what a value passes by. The forms are settled when the driver is made, and say kNone as long as there is
     // none.
     void *driver = nullptr;
+    KQOutputRequest3Entry *stamped_output = nullptr;  ///< of generation 3 or 2, whose forms are the same; null without
     EForm input = EForm::kNone;
     EForm output = EForm::kNone;
     EForm query = EForm::kNone;
@@ -46,6 +47,15 @@ struct TDriverState {
     }
     /// Are the texts of the module, in which there is a driver, 16 bits wide?
     bool IsWide() const { return wide_room != nullptr; }
+
+    /// Leaves the driver; from now on no operation reaches it.
+    void Forget() {
+        driver = nullptr;
+        stamped_output = nullptr;
+        input = output = query = EForm::kNone;
+        room = nullptr;
+        wide_room = nullptr;
+    }
 
     /// Calls with the room of the driver's width. False without one.
     template <typename TUse>
