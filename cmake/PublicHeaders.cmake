@@ -9,6 +9,7 @@ set(KQ_PUBLIC_HEADERS
     driver/driver_proxy.h
     driver/kq_def.h
     driver/kq_driver.h
+    driver/kq_driver_path.h
     driver/kq_driver_types.h
     driver/kq_driver_w.h
     driver/kq_drv.h

@@ -1,9 +1,9 @@
 #include "driver/component_helper.h"
 
+#include <new>
 #include <string>
 
-#include "driver/kq_driver.h"
-#include "driver/kq_driver_w.h"
+#include "driver/entry_table.h"
 #include "driver/texts.h"
 #include "platform/base/bounded_text.h"
 #include "platform/base/wide_text.h"
@@ -36,18 +36,25 @@ bool TakeText(TNarrow *narrow, TWide *wide, std::uint32_t high, char *text, TCal
 
 }  // namespace
 
-void *CDriverComponentDLLHelper::Find(const char *name) const { return kq_os::GetProcAddress(module_, name); }
+void *CDriverComponentDLLHelper::Find(const char *name) const { return kq_os::GetFunctionAddress(module_, name); }
 
 bool CDriverComponentDLLHelper::Init(std::uint32_t error_high, char *error, void *module) {
     state_ = TState::kRefused;
     module_ = module;
-    for (const std::string name : {"GetDriverInfo", "Version", "Check"}) {
-        const std::string wide_name = name + "W";
-        if (Find(name.c_str()) == nullptr && Find(wide_name.c_str()) == nullptr) {
-            const std::string text = std::string(name).append(", ").append(wide_name).append(texts::kEntryMissing);
-            kq_base::CopyToBuffer(text, error_high, error);
-            return false;
+    const bool passed = VisitEntryGroups([this, error_high, error](TEntryGroup group) {
+        const TEntryRow &row = group.front();
+        if (row.need != TEntryNeed::kEitherWidth || Find(row.name) != nullptr || Find(row.wide_name) != nullptr) {
+            return true;
         }
+        try {
+            kq_base::CopyToBuffer(GroupNames(group, false).append(texts::kEntryMissing), error_high, error);
+        } catch (const std::bad_alloc &) {
+            kq_base::CopyToBuffer(texts::kNoMemory, error_high, error);
+        }
+        return false;
+    });
+    if (!passed) {
+        return false;
     }
     state_ = TState::kPassed;
     return true;

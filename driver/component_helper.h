@@ -15,7 +15,7 @@ namespace kq_drv {
 class KQ_API CDriverComponentDLLHelper {
 public:
     /// Tests whether the module exports, in either text width, what the other operations call: GetDriverInfo, Version
-    /// and Check, in this order. False tells the first that is missing; the text ends where the module's name would
+    /// and Check, in this order. False names the first that is missing; the text ends where the module's name would
     /// follow.
     bool Init(std::uint32_t error_high, char *error, void *module);
 

@@ -20,11 +20,12 @@ struct TInputCall {
 /// Lets the driver fill a value, in the form that it has. The status is left alone if the driver has none to give.
 inline void CallEntry(const TDriverState &state, const TInputCall &call, TValue *value) {
     if (state.input == TEntryForm::kThird) {
-        state.entries.get_input3(state.driver, call.channel, value, &call.status, call.stamp, &call.code);
+        state.entries.Get<TEntry::kGetInput3>()(state.driver, call.channel, value, &call.status, call.stamp,
+                                                &call.code);
     } else if (state.input == TEntryForm::kSecond) {
-        state.entries.get_input2(state.driver, call.channel, value, &call.status, call.stamp);
+        state.entries.Get<TEntry::kGetInput2>()(state.driver, call.channel, value, &call.status, call.stamp);
     } else {
-        state.entries.get_input(state.driver, call.channel, value);
+        state.entries.Get<TEntry::kGetInput>()(state.driver, call.channel, value);
     }
 }
 
@@ -43,7 +44,10 @@ bool InputString(const TDriverState &state, CTextRoom<TCharacter> &room, const T
         call.code = kForeignText;
         return false;
     }
-    room.Deliver(kq_base::UpToTerminator(room.Data(), kShortInputLimit), value);
+    if (!room.Deliver(kq_base::UpToTerminator(room.Data(), kShortInputLimit), value)) {
+        call.code = kRoomNotGrown;
+        return false;
+    }
     return true;
 }
 

@@ -153,7 +153,7 @@ std::uint32_t Take(const KQValue &value, CText &to) {
     return Get<std::uint32_t>(value, 4);
 }
 
-void MeetHost(void *context, KQDriverCallbackEntry *callback) {
+[[maybe_unused]] void MeetHost(void *context, KQDriverCallbackEntry *callback) {
     control.context = context;
     control.callback = callback;
 }
@@ -203,7 +203,10 @@ KQ_ENTRY(KQTruth, Init)
 KQ_CHECK(Init);
 #endif
 
-#if KQ_HAS(3)
+#ifdef KQ_INIT3_IS_DATA
+KQ_DRIVER_ENTRY int Init3;
+int Init3 = 3;
+#elif KQ_HAS(3)
 KQ_ENTRY(void, Init3)
 (void *driver, std::uint32_t instance, std::uint32_t name_high, const CCharacter *name, void *context,
  KQDriverCallbackEntry *callback) {
@@ -215,7 +218,9 @@ KQ_ENTRY(void, Init3)
     }
 }
 KQ_CHECK(Init3);
+#endif
 
+#if KQ_HAS(3)
 KQ_ENTRY(KQTruth, ReadParameters)
 (void *driver, std::uint32_t path_high, const CCharacter *path, std::uint32_t error_high, CCharacter *error,
  std::uint32_t *a, std::uint32_t *b, std::uint32_t detail_high, CCharacter *detail) {
