@@ -16,7 +16,7 @@ class CDriver;
 /// Which channels a driver has: blocks of channel numbers with a type, a tag of TValue, and a direction each. Filled
 /// from the text of a driver map (DMF) or from the driver itself, then asked.
 ///
-/// A text holds, behind the word `begin` and up to `end`, entries such as `1 - 8 boolean input` or `9 real output`, in
+/// A text holds, after the word `begin` and up to `end`, entries such as `1 - 8 boolean input` or `9 real output`, in
 /// any order. Words are taken in any case. The end of the text is no error, wherever it comes.
 ///
 /// Copies of a loaded map share its blocks: Done on any of them empties all. Error texts go to a caller's buffer, given
@@ -28,7 +28,7 @@ public:
     CChannelMap(const CChannelMap &);
     CChannelMap &operator=(const CChannelMap &);
 
-    /// Adds the blocks of a text to those that are there. False for a text with an error; what stands ahead of it has
+    /// Adds the blocks of a text to those that are there. False for a text with an error; what comes before it has
     /// been added. A block whose first number is taken is an error.
     bool LoadFromDString(std::uint32_t error_high, char *error, const TDStringA *text);
     /// The same for a file. The path is given by its length, 0 meaning up to the terminator, and its address.
