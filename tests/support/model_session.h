@@ -74,7 +74,7 @@ public:
         ParView().SetText(Bytes(par));
         DmfView().SetText(Bytes(dmf));
         ClearMessages();
-        return TranslateToModel() == TOutcome::done;
+        return TranslateToModel() == TOutcome::kDone;
     }
     /// The model as a parameter file, with plain line ends.
     std::string Written() {
@@ -89,8 +89,8 @@ public:
         for (std::size_t row = 0; row < Messages().Rows().size(); ++row) {
             const auto &[icon, text] = Messages().Rows()[row];
             const auto &record = Messages().Records()[row];
-            lines += icon == kq_pdt::CMessageList::TIcon::error ? "E" : "W";
-            if (record.HasPlace()) {
+            lines += icon == kq_pdt::CMessageList::TIcon::kError ? "E" : "W";
+            if (record.HasPosition()) {
                 lines += ":" + std::to_string(record.line);
                 lines += record.column == 0 ? "" : "," + std::to_string(record.column);
             }

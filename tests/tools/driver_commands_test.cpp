@@ -8,8 +8,8 @@
 #include <thread>
 
 #include "tests/driver/modules/module_control.h"
+#include "tests/support/temporary_directory.h"
 #include "tests/tools/run_program.h"
-#include "tests/tools/temporary_directory.h"
 #include "tools/driver/driver_session.h"
 
 namespace {

@@ -40,7 +40,7 @@ TSurfaceKey ReadKey(CTextParScanner &scanner) {
 
 }  // namespace
 
-void WalkSurface(const std::string &text, CSurfaceSink &sink) {
+void ReadSurface(const std::string &text, CSurfaceSink &sink) {
     CTextParScanner scanner(text);
     bool section = scanner.Init(0) && scanner.FirstSection();
     for (; section; section = scanner.NextSection()) {
