@@ -1,7 +1,6 @@
 """The fenced blocks of a page. Run as a program, prints the blocks of one language: fences.py PAGE LANGUAGE"""
 import dataclasses
 import pathlib
-import re
 import sys
 
 
@@ -41,14 +40,6 @@ def read_blocks(page):
 
 def pages_of(root):
     return [root / "README.md", *sorted((root / "docs").rglob("*.md"))]
-
-
-def missing_links(page):
-    """The relative links of a page that lead to no file, each with its line."""
-    for number, line in enumerate(page.read_text(encoding="utf-8").splitlines(), 1):
-        for target in re.findall(r"\]\(([^)#:]+)(?:#[^)]*)?\)", line):
-            if not (page.parent / target).exists():
-                yield number, target
 
 
 if __name__ == "__main__":
