@@ -41,7 +41,7 @@ TMessage DescribeRow(const kq_pdt::CMessageList::TRow &row, const kq_pdt::CMessa
     TMessage message;
     message.severity = row.icon == kq_pdt::CMessageList::TIcon::kError ? TSeverity::kError : TSeverity::kWarning;
     message.text = row.text.View();
-    if (record.HasPlace()) {
+    if (record.HasPosition()) {
         message.line = record.line;
         if (record.column != 0) {
             message.column = record.column;
@@ -62,7 +62,7 @@ bool TReport::Good() const {
 }
 
 /// The session with what surrounds it. The library has one host and one answerer of message boxes, so each piece of
-/// work puts its own in place and the former ones back.
+/// work sets its own and restores the former ones.
 struct CConfiguration::TState {
     class CWork {
     public:

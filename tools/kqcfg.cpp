@@ -28,7 +28,7 @@ public:
         app_.footer(
             "A file named - is standard input. Exit codes: 0 done, no error found; 1 the input has errors;\n"
             "2 wrong usage, or a file that can't be read or written. An argument that begins with - and is no\n"
-            "option goes behind --.\n");
+            "option goes after --.\n");
         AddTranslations();
         AddLanguageTools();
         AddScannerTools();
@@ -104,7 +104,7 @@ private:
         AddRepeated(eval, "--var", arguments_.variables, "NAME=VALUE",
                     "Declare a variable: a number, true, false, nedef, or a text, which may be 'quoted'");
         CLI::App *match = AddCommand("match", "Match a text against a value list of the template language", RunMatch);
-        match->add_option("VALUELIST", arguments_.expression, "The list, as behind name =")
+        match->add_option("VALUELIST", arguments_.expression, "The list, as after name =")
             ->required()
             ->option_text("TEXT");
         match->add_option("TEXT", arguments_.text, "The text")->required()->option_text("TEXT");
@@ -119,7 +119,7 @@ private:
     }
 
     void AddModuleTools() {
-        AddFile(AddCommand("inspect", "Tell what a driver module is", RunInspect), "MODULE", arguments_.module,
+        AddFile(AddCommand("inspect", "Show what a driver module is", RunInspect), "MODULE", arguments_.module,
                 "The module");
         CLI::App *drive = AddCommand("drive", "Run a driver: write and read channels for some rounds", RunDrive);
         AddFile(drive, "MODULE", arguments_.module, "The driver module");
@@ -143,7 +143,7 @@ private:
 constexpr char kGuard = '\x01';
 
 /// -h and -o are the only options of one minus. Any other argument that begins with one, such as the expression -%n%,
-/// goes past the parser of the command line behind a guard.
+/// gets a guard before it, with which the parser of the command line takes it for no option.
 std::string Guarded(const std::string &argument) {
     const bool option = argument.starts_with("--") || argument.starts_with("-o") || argument == "-h";
     const bool minus = argument.size() > 1 && argument.starts_with('-') && !option;

@@ -10,7 +10,7 @@ const char *const kPdt =
     "def_section name = 'S'; required; def_key name = 'k'; channels; par = number { ch_from; ch_type = real;"
     " ch_direction = input }; par = number { ch_to }; end_key end_section";
 
-/// Notes what the session's window is told, in its order.
+/// Notes the calls of the session's window in their order.
 class CNotingSession final : public CModelSession {
 public:
     void ClearSheet() override { Note("clear"); }
@@ -35,7 +35,7 @@ private:
 
 TEST(Session, TranslationGoesThroughItsStepsInOrder) {
     CNotingSession session;
-    // The overlap in the driver map is reported ahead of the template's channels and the parameter file's.
+    // The overlap in the driver map is reported before the template's channels and the parameter file's.
     EXPECT_FALSE(session.Translate(std::string("channels = 1, 2, boolean, input; ") + kPdt, "[X]\n[S]\nk = 8, 9\n",
                                    "begin 1 - 5 boolean input 5 - 6 real input end."));
     EXPECT_EQ(
@@ -108,7 +108,7 @@ TEST(Session, MessagesStayUntilClearedAndErrorsCountAnew) {
     session.AddMessageRecord(0, 9);
     EXPECT_EQ(session.MessageLines(), "E:7,3 " + std::string(200, 'a') + std::string(55, 'b') + "\nW w\n");
     ASSERT_EQ(session.Messages().Records().size(), 3U);
-    EXPECT_FALSE(session.Messages().Records()[2].HasPlace());
+    EXPECT_FALSE(session.Messages().Records()[2].HasPosition());
     EXPECT_EQ(session.Messages().ErrorCount(), 2U);
 }
 

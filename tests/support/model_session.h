@@ -90,7 +90,7 @@ public:
             const auto &[icon, text] = Messages().Rows()[row];
             const auto &record = Messages().Records()[row];
             lines += icon == kq_pdt::CMessageList::TIcon::kError ? "E" : "W";
-            if (record.HasPlace()) {
+            if (record.HasPosition()) {
                 lines += ":" + std::to_string(record.line);
                 lines += record.column == 0 ? "" : "," + std::to_string(record.column);
             }

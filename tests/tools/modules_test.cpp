@@ -46,7 +46,7 @@ TEST(Modules, SectionsOfAModuleJoinTheConfiguration) {
     EXPECT_EQ(RunProgram({"format", "pdt", "par"}).exit_code, 1) << "without a host no module is known";
 }
 
-TEST(Modules, DirectoryOfModulesHasToBeThere) {
+TEST(Modules, DirectoryOfModulesHasToExist) {
     const CTemporaryDirectory directory;
     WriteModule("");
     for (const char *modules : {"missing", "pdt"}) {

@@ -24,7 +24,7 @@ TSurfaceKey ReadKey(par_scanner::CParScanner &scanner) {
 
 }  // namespace
 
-void WalkSurface(const std::string &text, CSurfaceSink &sink) {
+void ReadSurface(const std::string &text, CSurfaceSink &sink) {
     par_scanner::CTextParScanner scanner(text);
     for (bool section = scanner.FirstSection(); section; section = scanner.NextSection()) {
         sink.BeginSection(std::string(scanner.SectionName()), scanner.GetSectionLine());

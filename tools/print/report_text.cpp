@@ -19,7 +19,7 @@ void PrintTemplateError(TConsole &console, const CSourceText &pdt, const kq_cfg:
                                                     : kq_base::ToUtf8(result.message),
                      .line = result.line,
                      .column = result.position,
-                     .meaning = TColumn::kBehindToken});
+                     .meaning = TColumn::kAfterToken});
 }
 
 void PrintMessage(TConsole &console, const CSourceText &source, const TMessage &message) {
@@ -29,7 +29,7 @@ void PrintMessage(TConsole &console, const CSourceText &source, const TMessage &
          .text = kq_base::ToUtf8(message.text),
          .line = message.line,
          .column = message.column,
-         .meaning = TColumn::kBehindValue});
+         .meaning = TColumn::kAfterValue});
 }
 
 void PrintBox(TConsole &console, const CSourceText &source, const TMessageBox &box) {
@@ -45,7 +45,7 @@ void PrintBox(TConsole &console, const CSourceText &source, const TMessageBox &b
 std::string_view UnreadText(par_scanner::TUnreadReason reason) {
     switch (reason) {
         case par_scanner::TUnreadReason::kBeforeFirstHeader:
-            return "text ahead of the first section isn't read";
+            return "text before the first section isn't read";
         case par_scanner::TUnreadReason::kFromMalformedHeaderOn:
             return "this is no section header; nothing from here to the next one is read";
         case par_scanner::TUnreadReason::kFromReadFailureOn:
