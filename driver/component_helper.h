@@ -34,7 +34,7 @@ public:
     bool AbleToEnumerateChannels(std::uint8_t needs_init3) const;
 
 private:
-    enum class TState : std::uint8_t { kNew, kRefused, kPassed };
+    enum class TState : std::uint32_t { kNew, kRefused, kPassed };
 
     void *Find(const char *name) const;
     /// Has the module passed, and can it be run?
