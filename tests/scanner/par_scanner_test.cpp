@@ -5,6 +5,7 @@
 #include <array>
 #include <filesystem>
 #include <fstream>
+#include <set>
 
 #include "platform/view/text_view.h"
 #include "scanner/file_par_scanner.h"
@@ -184,6 +185,25 @@ TEST(ParScanner, SectionsByHandle) {
     EXPECT_EQ(scanner.GetActSectionHandle(), CParScanner::kNoSection);
 }
 
+/// A malformed header ends the keys of the section before it, also where a header after a comment follows. So reading
+/// the keys of the second section leaves those of the first alone, and a token that was peeked at goes into the second.
+TEST(ParScanner, KeysEndAtAMalformedHeader) {
+    CTextParScanner scanner("[a]\nk=1\n[x\n(**)[b]\nm=2\n");
+    scanner.SetActSectionHandle(0);
+    const CSection *first = scanner.ActSection();
+    scanner.SetActSectionHandle(1);
+    TToken token;
+    std::uint32_t error = 0;
+    ASSERT_TRUE(scanner.ReadToken(error, token, false));
+    ASSERT_TRUE(scanner.ReadToken(error, token, true));
+    ASSERT_EQ(token.kind, kEqual);
+    scanner.LoadSectionData(scanner.ActSection());
+    EXPECT_EQ(first->list, nullptr);
+    EXPECT_FALSE(scanner.FirstKey()) << "the `=` that was peeked at takes the line along";
+    EXPECT_TRUE(scanner.FirstSection() && scanner.FirstKey());
+    EXPECT_EQ(scanner.KeyName(), "k");
+}
+
 TEST(ParScanner, TokensOfTheTape) {
     CTextParScanner scanner("[a]\nk = x , (* c *) y ; z\n");
     ASSERT_TRUE(scanner.FirstSection());
@@ -217,7 +237,9 @@ TEST(ParScanner, CopiesShareTheText) {
     ASSERT_TRUE(scanner.FirstValue(value));
     CParScanner copy = scanner;
     EXPECT_TRUE(scanner.NextSection());
+    EXPECT_NE(scanner.ActSection(), nullptr);
     scanner.Done();
+    EXPECT_EQ(scanner.ActSection(), nullptr);
     EXPECT_FALSE(scanner.FirstSection());
     std::uint32_t separator = 0;
     EXPECT_TRUE(copy.NextValue(value, separator));
@@ -264,7 +286,30 @@ TEST(ParScanner, Views) {
     EXPECT_FALSE(none.Init(nullptr, 1));
 }
 
-/// Texts that would take hours if any work grew faster than they do.
+/// Sections that are joined share one list of keys: all lists together hold each line once, in whatever order the
+/// sections are read.
+TEST(ParScanner, JoinedSectionsShareTheirKeys) {
+    constexpr std::uint32_t kCount = 1000;
+    std::string text;
+    for (std::uint32_t at = 0; at < kCount; ++at) {
+        text += "(**)[a]\nk=1\n";
+    }
+    for (const bool backwards : {false, true}) {
+        CTextParScanner scanner(text);
+        std::set<const TKeyList *> lists;
+        std::size_t keys = 0;
+        for (std::uint32_t at = 0; at < kCount; ++at) {
+            scanner.SetActSectionHandle(backwards ? kCount - 1 - at : at);
+            scanner.LoadSectionData(scanner.ActSection());
+            const TKeyList *list = scanner.ActSection()->list.get();
+            keys += lists.insert(list).second ? list->keys.size() : 0;
+        }
+        EXPECT_EQ(scanner.GetActSectionHandle(), backwards ? 0 : kCount - 1);
+        EXPECT_EQ(keys, 2 * kCount - 1) << backwards;
+    }
+}
+
+/// Texts that would take hours if any work grew faster than they do: the time-out of the tests ends it.
 TEST(ParScanner, LargeTextsTakeTimeInProportion) {
     constexpr int kCount = 100'000;
     const auto repeat = [](std::string_view text) {

@@ -208,6 +208,9 @@ TEST(TapeReader, EndOfInput) {
     TToken token{5, 0, nullptr};
     std::uint32_t error = 7;
     EXPECT_FALSE(nothing.ReadToken(error, token, false));
+    nothing.InitBuffer(nullptr, 5);
+    EXPECT_FALSE(nothing.ReadToken(error, token, false)) << "a size without a text";
+    EXPECT_EQ(error, 7U);
     Lay(nothing, "12E");
     EXPECT_FALSE(nothing.ReadToken(error, token, true));
     EXPECT_EQ(error, kMalformedExponent);

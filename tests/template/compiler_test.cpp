@@ -109,6 +109,7 @@ TEST(Compiler, FailuresWithTheirPositions) {
         {s + "depend_on %@", Expected("=")},
         {s + "depend_on = v@", Expected("%")},
         {s + "depend_on = %v@%;", kUndeclared},
+        {s + "def_key var %v%; end_key name = %v@%;", kUndeclared},
         {s + "var %v%; depend_on = %v@%;", kUndeclared},
         {s + "depend_on = %name@%;", Expected("identifikátor")},
         {s + "name = number { id = %v% }; depend_on = %v% end_section@", Expected(";")},
