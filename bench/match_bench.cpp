@@ -128,9 +128,9 @@ void Re2(benchmark::State &state, const TCase &match_case) {
     std::array<re2::StringPiece, 4> pieces;
     std::array<RE2::Arg, 4> arguments;
     std::array<const RE2::Arg *, 4> addresses{};
-    for (std::size_t place = 0; place < pieces.size(); ++place) {
-        arguments[place] = &pieces[place];
-        addresses[place] = &arguments[place];
+    for (std::size_t index = 0; index < pieces.size(); ++index) {
+        arguments[index] = &pieces[index];
+        addresses[index] = &arguments[index];
     }
     bool matched = false;
     for (auto _ : state) {

@@ -5,8 +5,8 @@
 
 namespace par_scanner::detail {
 
-/// Reads the keys of a section, and with them those of the sections that it is joined to, and puts the tape where that
-/// reading ended.
+/// Reads the keys of a section, and with them those of the sections that it is joined to, and leaves the tape where
+/// that reading ended.
 void LoadKeys(TScannedText &text, CTapeReader &tape, CSection &section);
 
 }  // namespace par_scanner::detail

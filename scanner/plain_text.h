@@ -9,7 +9,7 @@
 #include "scanner/line_scan.h"
 #include "scanner/tape_reader.h"
 
-/// How texts are cut from a plain line (TLine), which needs no tokens. All of this reads some bytes behind the line's
+/// How texts are cut from a plain line (TLine), which needs no tokens. All of this reads some bytes beyond the line's
 /// end, kMargin at most.
 namespace par_scanner::detail {
 
@@ -20,7 +20,7 @@ inline std::string_view PlainText(const char *first, const char *last) {
     return {first, length > kLongest ? kLongest - 1 : length};
 }
 
-/// The first byte from a place on that is no blank.
+/// The first byte from here on that is no blank.
 inline const char *SkipBlanks(const char *at) {
     for (;; at += CByteBlock::kSize) {
         const std::uint32_t others = ~CByteBlock(at).Equal(' ').Mask() & CByteBlock::kAll;
@@ -55,7 +55,7 @@ inline TPlainRest CutPlainRest(const char *first, const char *end) {
 struct TPlainValue {
     std::uint32_t first;  ///< offset of the value
     std::uint32_t length;
-    std::uint32_t next;       ///< offset behind the separator: the next value, or the next line
+    std::uint32_t next;       ///< offset after the separator: the next value, or the next line
     std::uint32_t separator;  ///< the token kind: kComma, kBlank or kLineEnd
 };
 
@@ -63,7 +63,7 @@ struct TPlainValue {
 /// cost one look.
 class CPlainValues {
 public:
-    /// The value at an offset of the text, blanks ahead of it skipped.
+    /// The value at an offset of the text, blanks before it skipped.
     TPlainValue Cut(const char *text, std::uint32_t offset) {
         const std::uint32_t ahead = offset - window_;
         TPlainValue value;

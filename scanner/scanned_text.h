@@ -21,7 +21,7 @@ struct TScannedText {
 
     std::string_view View() const { return {text.get(), size}; }
     const char *End() const { return text.get() + size; }
-    std::uint32_t OffsetOf(const char *place) const { return static_cast<std::uint32_t>(place - text.get()); }
+    std::uint32_t OffsetOf(const char *character) const { return static_cast<std::uint32_t>(character - text.get()); }
 };
 
 }  // namespace par_scanner

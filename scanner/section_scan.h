@@ -5,8 +5,8 @@
 
 namespace par_scanner::detail {
 
-/// Finds the sections, from the tape's place to the end of the text, where it leaves the tape. The tape must be laid
-/// in.
+/// Finds the sections from the tape's position on. The tape must be one of the text; it is left where the text or
+/// its reading ends.
 void ScanSections(TScannedText &text, CTapeReader &tape);
 
 }  // namespace par_scanner::detail

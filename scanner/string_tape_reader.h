@@ -9,8 +9,8 @@
 
 namespace par_scanner {
 
-/// The same tokens from a string that somebody else owns, with blanks, tabs, carriage returns and line feeds between
-/// them skipped: kLineEnd and kBlank never come. The string must stay as it is until the reading ends.
+/// Cuts a string of the caller's into tokens as CTapeReader does, with blanks, tabs, carriage returns and line feeds
+/// between them skipped: kLineEnd and kBlank never come. The string must stay as it is until the reading ends.
 class KQ_API CStringTapeReader : private CTapeReader {
 public:
     using CTapeReader::kTextSize;
@@ -21,7 +21,7 @@ public:
     void InitDString(const TDStringA *text);
     /// Reads from any characters; none are copied.
     void InitDString(std::string_view text);
-    /// Forgets the string; every read behind it fails.
+    /// Forgets the string; every later read fails.
     void Done();
 
     /// As CTapeReader::ReadToken.

@@ -89,7 +89,7 @@ private:
         return TOutcome::kToken;
     }
 
-    /// Behind the opening `(*`, up to its matching end; false if the tape ends first.
+    /// Skips the rest of a comment whose `(*` is read, up to the matching end; false if the tape ends first.
     bool SkipComment() {
         std::uint32_t depth = 1;
         while (depth != 0) {
@@ -246,7 +246,7 @@ bool CTapeReader::ReadToken(std::uint32_t &error, TToken &token, bool peek) {
     return Finish(CLexer<CVirtualTape>(*this, tape).Read(error, false), token, peek);
 }
 
-/// In one piece, so that the place on the tape stays in registers from the first blank to the end of the token: that
+/// In one piece, so that the position on the tape stays in registers from the first blank to the end of the token: that
 /// halves the time.
 [[gnu::flatten]] bool CTapeReader::ReadTokenDirectly(std::uint32_t &error, TToken &token, bool peek,
                                                      bool skip_white_space) {

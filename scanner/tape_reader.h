@@ -8,21 +8,21 @@
 
 namespace par_scanner {
 
-/// A reader's place on its tape.
+/// A reader's position on its tape.
 struct TPosition {
     std::uint32_t index = 0;      ///< offset of the next character
     std::uint32_t line = 1;       ///< its line, from 1
-    std::uint32_t lineIndex = 1;  ///< its place in that line, from 1
+    std::uint32_t lineIndex = 1;  ///< its column in that line, from 1
 
     friend bool operator==(const TPosition &, const TPosition &) = default;
 };
 
 /// Cuts a text into tokens. This raw form delivers blanks and line ends as tokens; a carriage return is an identifier
 /// of one character and a tab begins one. Comments are `(*` to `*)`, nest to any depth and yield no token. Strings
-/// stand in single quotes, a doubled quote inside is one quote.
+/// are in single quotes; a doubled quote inside is one quote.
 ///
-/// The tape isn't owned and not written to. A copy of a reader shares the tape and goes its own way. Reading allocates
-/// nothing.
+/// The reader neither owns the tape nor writes to it. A copy of a reader shares the tape and moves by itself. Reading
+/// allocates nothing.
 class KQ_API CTapeReader {
 public:
     static constexpr std::uint32_t kTextSize = 1024;  ///< the most characters that one token holds
@@ -38,34 +38,36 @@ public:
     /// A subclass that overrides this supplies the characters itself; reading is then as slow as that is.
     virtual bool ReadCharacter(std::uint32_t &error, char &character, bool peek);
 
-    /// Lays in a tape of size characters and starts at its beginning; line and lineIndex go on counting.
+    /// Takes a tape of size characters and starts at its beginning; line and lineIndex go on counting. Without a tape
+    /// the size doesn't matter.
     void InitBuffer(const TStr0_ *tape, std::uint32_t size);
     /// ReadCharacter, and if that consumed a character of a text, the line count.
     bool ReadCharacterInternal(std::uint32_t &error, char &character, bool peek);
-    /// The next token. With peek the next read gives the same token again, though the place is already behind it.
+    /// Reads the next token. With peek the next read gives the same token again, though the position is after it
+    /// already.
     ///
     /// False without an error: end of the tape (only if not peek: a peek gives kEndOfInput), end of the tape inside a
     /// comment, or an unknown source. False with an error: see TReadError. What was consumed up to a failure stays
-    /// consumed, so the next read goes on behind it.
+    /// consumed, so the next read goes on after it.
     bool ReadToken(std::uint32_t &error, TToken &token, bool peek);
 
     std::uint32_t GetLine() const { return line_; }
     std::uint32_t GetLineIndex() const { return line_index_; }
     TPosition GetPosition() const { return {index_, line_, line_index_}; }
-    /// Moves to a place. A token that was peeked at stays to be delivered.
+    /// Moves to a position. A token that was peeked at is still delivered first.
     void SetPosition(const TPosition &position) {
         index_ = position.index;
         line_ = position.line;
         line_index_ = position.lineIndex;
     }
-    /// True if the next token depends on more than the place: one was peeked at, or half a `..` is read.
+    /// True if the next token depends on more than the position: one was peeked at, or half a `..` is read.
     bool CarriesOver() const { return token_held_ || range_dot_pending_; }
-    /// Copies the characters at the offsets from to to, both included; nothing if from is above to. No terminator.
-    /// What lies outside the tape isn't copied.
+    /// Copies the characters at the offsets from `from` to `to`, both included, without a terminator; nothing if from
+    /// is above to. What lies outside the tape isn't copied.
     void Copy(TStr0_ *target, std::uint32_t from, std::uint32_t to) const;
 
 protected:
-    /// ReadToken for tapes that nobody overrides: the characters are taken straight from memory.
+    /// ReadToken where ReadCharacter isn't overridden: the characters are taken straight from memory.
     bool ReadTokenDirectly(std::uint32_t &error, TToken &token, bool peek, bool skip_white_space);
 
     std::uint32_t source_ = kSourceText;
@@ -75,7 +77,7 @@ protected:
     std::uint32_t last_kind_ = kNoToken;
     std::uint32_t last_length_ = 0;
     bool token_held_ = false;         ///< the last token was only peeked at
-    bool range_dot_pending_ = false;  ///< a number stopped behind the first dot of `..`
+    bool range_dot_pending_ = false;  ///< a number ended after the first dot of `..`
     std::uint32_t size_ = 0;
     const char *data_ = nullptr;
     std::uint32_t index_ = 0;

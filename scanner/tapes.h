@@ -12,7 +12,7 @@
 /// source of their own. Both offer the same few moves.
 namespace par_scanner {
 
-/// The tape in memory. The place goes back to the reader when the tape is destroyed.
+/// The tape in memory. The position goes back to the reader when the tape is destroyed.
 class CTapeReader::CDirectTape {
 public:
     explicit CDirectTape(CTapeReader &reader)

@@ -64,11 +64,11 @@ bool FindKind(CTapeReader &tape, std::uint32_t kind1, std::uint32_t kind2) {
 std::uint64_t SkipKinds(CTapeReader &tape, std::uint64_t kinds) {
     std::uint64_t seen = 0;
     for (;;) {
-        const TPosition place = tape.GetPosition();
+        const TPosition before = tape.GetPosition();
         TToken token;
         std::uint32_t error = 0;
         if (!tape.ReadToken(error, token, false) || (kinds & KindSet(token.kind)) == 0) {
-            tape.SetPosition(place);
+            tape.SetPosition(before);
             return seen;
         }
         seen |= KindSet(token.kind);

@@ -7,7 +7,7 @@
 
 namespace par_scanner {
 
-/// What a token is. TToken carries the plain number; keywords of the template language are laid over it from 100 up.
+/// What a token is. TToken carries the plain number; keywords of the template language have the numbers from 100 up.
 enum TTokenKind : std::uint32_t {
     kNoToken = 0,  ///< a number whose exponent is malformed; never a token of a text
     kIdentifier = 1,

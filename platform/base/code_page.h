@@ -66,7 +66,7 @@ constexpr std::uint32_t CapitalOf(std::uint32_t character) {
     if (!within(0x100, 0x17F)) {
         return character;
     }
-    // Here a capital stands directly before its small letter; in two stretches the capitals have the odd numbers.
+    // Here a capital comes directly before its small letter; in two stretches the capitals have the odd numbers.
     const std::uint32_t small_parity = within(0x139, 0x148) || within(0x179, 0x17E) ? 0 : 1;
     return character % 2 == small_parity ? character - 1 : character;
 }
@@ -152,7 +152,7 @@ inline constexpr auto kLiteral = Literal;
 
 inline namespace literals {
 
-/// "řetězec"_cp: the letters as they stand in the source, in code page 1250. A letter that the code page lacks doesn't
+/// "řetězec"_cp: the letters of the source, in code page 1250. A letter that the code page lacks doesn't
 /// compile.
 template <detail::TLiteral Literal>
 constexpr std::string_view operator""_cp() {

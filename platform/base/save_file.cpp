@@ -1,5 +1,5 @@
-// A longer text is written from its end: what lies behind the old content first. If the disk is full it shows there,
-// while the old bytes still stand untouched, and cutting the file to its old size is all that is left to do. Only
+// A longer text is written from its end: what follows the old content first. If the disk is full it shows there,
+// while the old bytes are still untouched, and cutting the file to its old size is all that is left to do. Only
 // then is the old content overwritten, which needs no further space. A shorter text gives space back last of all.
 
 #include "platform/base/save_file.h"

@@ -10,8 +10,8 @@
 
 namespace kq_base {
 
-/// A text of at most 255 characters that is being put together: it stands on the stack, allocates nothing and cuts
-/// silently at its bound. A NUL byte ends whatever is appended.
+/// A text of at most 255 characters that is put together on the stack: it allocates nothing and cuts silently at its
+/// bound. A NUL byte ends whatever is appended.
 class CTextBuffer {
 public:
     static constexpr std::size_t kBound = TText::kBound;

@@ -24,8 +24,8 @@ constexpr TBytes MakeBytes() {
     bytes.signs.fill('?');
     for (std::size_t byte = 0; byte < kCodePageToUnicode.size(); ++byte) {
         const std::size_t character = kCodePageToUnicode[byte];
-        char &place = character < kLettersEnd ? bytes.letters[character] : bytes.signs[character - kSignsBegin];
-        place = static_cast<char>(static_cast<std::uint8_t>(byte));
+        char &entry = character < kLettersEnd ? bytes.letters[character] : bytes.signs[character - kSignsBegin];
+        entry = static_cast<char>(static_cast<std::uint8_t>(byte));
     }
     return bytes;
 }

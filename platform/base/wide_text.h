@@ -23,7 +23,7 @@ std::basic_string_view<TCharacter> UpToTerminator(const TCharacter *text, std::s
     return room.substr(0, room.find(TCharacter{0}));
 }
 
-/// A zero-terminated text in a room of its own, 8 or 16 bits wide; cut to what the room holds. All behind it is zero.
+/// A zero-terminated text in a room of its own, 8 or 16 bits wide; cut to what the room holds. All after it is zero.
 template <typename TCharacter, std::size_t Capacity>
 class CLocalText {
 public:
@@ -40,7 +40,7 @@ public:
     }
 
     TCharacter *Data() { return characters_.data(); }
-    /// What stands there now, whoever wrote it; never more than kHigh characters.
+    /// What the room holds now; never more than kHigh characters.
     std::basic_string_view<TCharacter> View() const { return UpToTerminator(characters_.data(), kHigh); }
 
 private:

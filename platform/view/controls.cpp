@@ -9,12 +9,12 @@ void CComboBox::AppendEntry(std::string_view text) {
     Changed(TViewChange::kContent);
 }
 
-std::string_view CComboBox::Entry(std::size_t place) const {
-    return place == 0 || place > entries_.size() ? std::string_view() : entries_[place - 1].View();
+std::string_view CComboBox::Entry(std::size_t position) const {
+    return position == 0 || position > entries_.size() ? std::string_view() : entries_[position - 1].View();
 }
 
-void CComboBox::Select(std::size_t place) {
-    selected_ = place > entries_.size() ? 0 : place;
+void CComboBox::Select(std::size_t position) {
+    selected_ = position > entries_.size() ? 0 : position;
     text_ = Entry(selected_);
     Changed(TViewChange::kContent);
 }
@@ -27,11 +27,11 @@ void CComboBox::SetText(std::string_view text) {
     }
 }
 
-bool CComboBox::UserSelect(std::size_t place) {
-    if (place == 0 || place > entries_.size()) {
+bool CComboBox::UserSelect(std::size_t position) {
+    if (position == 0 || position > entries_.size()) {
         return false;
     }
-    Select(place);
+    Select(position);
     return true;
 }
 

@@ -30,11 +30,11 @@ void CView::Register(CView &child) {
 }
 
 void CView::Forget(CView &child) {
-    const auto place = std::find(children_.begin(), children_.end(), &child);
-    if (place == children_.end()) {
+    const auto found = std::find(children_.begin(), children_.end(), &child);
+    if (found == children_.end()) {
         return;
     }
-    children_.erase(place);
+    children_.erase(found);
     child.parent_ = nullptr;
     InvalidateRect(child.rect_);
 }

@@ -11,7 +11,7 @@ using par_scanner::kString;
 
 namespace {
 
-// A blank would be named by a second blank.
+// A blank has no name: it would be a second blank.
 std::string_view OperatorText(std::uint32_t kind) {
     return kind == par_scanner::kBlank ? std::string_view() : par_scanner::TokenKindText(kind);
 }
@@ -22,7 +22,7 @@ void CKeywordReader::NextToken() {
     if (failed_) {
         return;
     }
-    std::uint32_t error = 0;  // why a token can't be read is nobody's concern
+    std::uint32_t error = 0;  // why a token can't be read doesn't matter
     if (!ReadToken(error, token_, false)) {
         token_.kind = kEndOfInput;
         return;

@@ -5,7 +5,7 @@
 #include <cstring>
 
 // Every identifier of a template is looked up here, so the look-up is one step: the length and three letters give a
-// slot, and at most one keyword stands in a slot. That no two words meet is checked while this file is compiled.
+// slot, and a slot holds at most one keyword. That no two words share one is checked while this file is compiled.
 namespace kq_pdt {
 namespace {
 

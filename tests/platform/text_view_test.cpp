@@ -98,7 +98,7 @@ TEST(TextView, TheCursorStaysInTheText) {
     EXPECT_EQ(view.CursorOffset(), 0U);
 }
 
-/// Writes down what it is told.
+/// Records the changes of its view.
 class CRecordingPeer : public CViewPeer {
 public:
     void ViewChanged(CView & /*view*/, TViewChange change) override { changes.push_back(change); }

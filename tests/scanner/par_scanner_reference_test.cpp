@@ -2,16 +2,16 @@
 
 #include "tests/scanner/nasty_texts.h"
 #include "tests/scanner/reference_scanner.h"
-#include "tests/scanner/scanner_walk.h"
+#include "tests/scanner/surface_text.h"
 
-// The scanner beside the plain rules: every short text of some alphabets, and long ones by chance.
+// The scanner beside the plain rules: every short text of some alphabets, and long ones at random.
 
 namespace {
 
 void CheckAgainstReference(const std::string &text) {
     par_scanner::CTextParScanner scanner(text);
     CReferenceScanner reference(text);
-    ASSERT_EQ(Walk(scanner, true), Walk(reference, true)) << text;
+    ASSERT_EQ(SurfaceText(scanner, true), SurfaceText(reference, true)) << text;
 }
 
 void CheckBehindHeader(const std::string &text) { CheckAgainstReference("[s]\n" + text); }

@@ -22,7 +22,7 @@ inline std::string Bytes(std::string_view utf8) {
     return bytes;
 }
 
-/// A host whose modules and templates stand in one directory.
+/// A host whose modules and templates are in one directory.
 class CDirectoryHost final : public CAbstractPdtIdeCallBack {
 public:
     explicit CDirectoryHost(std::string directory) : directory_(std::move(directory)) {}
@@ -98,7 +98,7 @@ public:
         }
         return lines;
     }
-    /// "1-4 real input; 5-5 ? ?", with a star ahead of a range that a definition covers.
+    /// "1-4 real input; 5-5 ? ?", with a star before a range that a definition covers.
     std::string Channels() {
         std::string text;
         kq_pdt::CChannelRange range;
@@ -111,7 +111,7 @@ public:
         }
         return text;
     }
-    kq_pdt::CSectionDef &Section(std::size_t place) { return *SheetData().Instances().List().at(place); }
+    kq_pdt::CSectionDef &Section(std::size_t index) { return *SheetData().Instances().List().at(index); }
     kq_pdt::CKeyDef &Key(std::size_t section, std::size_t key) { return *Section(section).Keys().at(key); }
 
     /// The text of a cell of a key's name and lines, counted from 1; in brackets while it is disabled.
