@@ -137,6 +137,63 @@ bool CKeyDef::SetChannelAttr(std::uint32_t keyword, std::uint32_t number, std::s
                        [&](const auto &par) { return par->Items().SetChannelAttr(keyword, number, text, matched); });
 }
 
+void CKeyDef::MeasureKey(CColumnWidths &widths) {
+    if (Has(nfUnrecognised)) {
+        return;
+    }
+    const CScopeGuard scope(this);
+    kq_base::CTextBuffer text;
+    if (names_) {
+        names_->Items().AppendText(text);
+        widths.Raise(0, text.Length());
+    }
+    for (std::size_t index = 0; index < pars_.size(); ++index) {
+        if (pars_[index]->AppendText(text)) {
+            widths.Raise(index + 1, text.Length());
+        }
+    }
+}
+
+/// A separator directly follows the value before it and the padding comes after the separator, so no line ends in
+/// blanks.
+void CKeyDef::WriteKey(CTextOut &out, const CColumnWidths &widths) {
+    const CScopeGuard scope(this);
+    const bool aligned = !Has(nfUnrecognised);
+    bool written = false;
+    std::size_t pad = 0;  // blanks due before the next value
+    for (std::size_t index = 0; index < pars_.size(); ++index) {
+        kq_base::CTextBuffer text;
+        if (!pars_[index]->AppendText(text)) {
+            continue;
+        }
+        kq_base::CTextBuffer head;
+        if (written) {
+            out.Insert(pars_[index]->Separator().View());
+            head.PadTo(pad);
+            out.Insert(head.View());
+        } else if (names_) {
+            names_->Items().AppendText(head);
+            if (aligned) {
+                head.PadTo(widths.Width(0) + 1);
+            }
+            out.KeyHead(head.View());
+        }
+        written = true;
+        out.Insert(text.View());
+        const std::size_t column = widths.Width(index + 1) + 1;
+        pad = aligned && column > text.Length() ? column - text.Length() : 0;
+    }
+    if (written) {
+        out.Newline();
+        return;
+    }
+    kq_base::CTextBuffer name;
+    if (pars_.empty() && names_ && names_->Items().AppendText(name)) {
+        out.Insert(name.View());
+        out.Newline();
+    }
+}
+
 bool CKeyDef::HasUndefinedChannelNumber() const {
     return CDefNode::HasUndefinedChannelNumber() || std::any_of(pars_.begin(), pars_.end(), [](const auto &par) {
                return par->Items().HasUndefinedChannelNumber();

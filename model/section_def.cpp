@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "driver/channels/text_out.h"
 #include "model/sheet_data.h"
 
 namespace kq_pdt {
@@ -173,6 +174,24 @@ void CSectionDef::RegisterChannels() {
             key->RegisterChannels();
         }
     }
+}
+
+/// The section is measured first, so that its values are in columns.
+void CSectionDef::WriteSection(CTextOut &out) {
+    const CScopeGuard scope(this);
+    CColumnWidths widths;
+    for (const auto &key : keys_) {
+        key->MeasureKey(widths);
+    }
+    if (names_) {
+        kq_base::CTextBuffer text;
+        names_->Items().AppendText(text);
+        out.SectionLine(text.View());
+    }
+    for (const auto &key : keys_) {
+        key->WriteKey(out, widths);
+    }
+    out.Newline();
 }
 
 bool CSectionDef::HasUndefinedChannelNumber() const {
