@@ -9,6 +9,7 @@
 #include "key_values.h"
 #include "platform/base/file_system_name.h"
 #include "scanner/par_scanner.h"
+#include "texts.h"
 
 namespace simulator {
 
@@ -81,9 +82,15 @@ bool AppendDevices(const std::string &path, const std::vector<const TDevice *> &
     std::ifstream present(located, std::ios::binary);
     const std::string text{std::istreambuf_iterator<char>(present), std::istreambuf_iterator<char>()};
     std::string added = text.empty() || text.back() == '\n' ? "" : "\r\n";
+    std::string left_out;
     for (const TDevice *device : devices) {
-        added += SectionText(*device, used);
+        const std::string section = SectionText(*device, used);
+        if (section.empty()) {
+            left_out.append(left_out.empty() ? texts::kLeftOut : std::string_view(", ")).append(device->name);
+        }
+        added += section;
     }
+    added += left_out.empty() ? "" : left_out + " *)\r\n";
     std::ofstream file(located, std::ios::app | std::ios::binary);
     file << added;
     file.flush();

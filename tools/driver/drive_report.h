@@ -26,7 +26,9 @@ public:
     virtual ~CDriveReport() = default;
     virtual void Head(const TDriveHead &head) = 0;
     virtual void Parameters(const TParametersAnswer &answer) = 0;
-    virtual void Channels(const std::optional<std::vector<TDriverChannels>> &channels) = 0;
+    /// The mistakes in the driver's list are in UTF-8.
+    virtual void Channels(const std::optional<std::vector<TDriverChannels>> &channels,
+                          const std::vector<std::string> &mistakes) = 0;
     /// A half without points is left out.
     virtual void Round(const TDrivePlan &plan, const std::optional<THalfRound> &written,
                        const std::optional<THalfRound> &read) = 0;

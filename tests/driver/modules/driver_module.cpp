@@ -2,10 +2,13 @@
 // What it does is up to the test (module_control.h).
 
 #include <cstring>
+#include <fstream>
+#include <stdexcept>
 #include <string_view>
 #include <type_traits>
 
 #include "driver/kq_driver.h"
+#include "driver/kq_driver_path.h"
 #include "driver/kq_driver_w.h"
 #include "tests/driver/modules/module_control.h"
 
@@ -230,6 +233,12 @@ KQ_ENTRY(KQTruth, ReadParameters)
     *b = 88;
     Write(Text(), error_high, error);
     Write(SecondText(), detail_high, detail);
+#if !KQ_WIDE
+    if (control.opens_par) {
+        char name[KQ_FILE_SYSTEM_PATH_SIZE];
+        return KQFileSystemPath(path, name, sizeof(name)) != 0 && std::ifstream(name).is_open() ? 1 : 0;
+    }
+#endif
     return control.answer;
 }
 KQ_CHECK(ReadParameters);
@@ -252,7 +261,7 @@ KQ_ENTRY(KQTruth, EnumerateChannels)
     }
     *type = KQ_TAG_REAL;
     *first = *cookie != 0 && *cookie == control.overlap ? 1 : static_cast<std::uint32_t>(*cookie * 10 + 1);
-    *count = 10;
+    *count = control.block_size;
     *flag = 1;
     ++*cookie;
     return 2;
@@ -269,7 +278,12 @@ KQ_ENTRY(KQTruth, GetChannelDescription)
 }
 KQ_CHECK(GetChannelDescription);
 
-KQ_ENTRY(void, Run)(void *driver) { Log("Run", driver); }
+KQ_ENTRY(void, Run)(void *driver) {
+    Log("Run", driver);
+    if (control.mischief == EMischief::kThrows) {
+        throw std::runtime_error("thrown");
+    }
+}
 KQ_CHECK(Run);
 
 KQ_ENTRY(void, Stop)(void *driver) { Log("Stop", driver); }
