@@ -34,7 +34,7 @@ void ReadChannels(par_scanner::CParScanner &scanner, TUsed &used) {
         values.TakeNumber(count, 1, kMaxChannelsOfSignal);
         values.TakeNumber(first, 1, 0xFFFFFFFF - kMaxChannelsOfSignal);
         std::uint32_t taken = 0;
-        used.channels.Take(first != 0 ? first : used.channels.FreeBehindAll(count), count, taken);
+        used.channels.Take(first != 0 ? first : used.channels.FreeAfterAll(count), count, taken);
     }
 }
 
@@ -59,7 +59,7 @@ bool ReadUsed(const std::string &path, TUsed &used) {
 /// The section that makes a device a signal; empty if there is no number left.
 std::string SectionText(const TDevice &device, TUsed &used) {
     const auto *const free = std::find(used.signals.begin() + 1, used.signals.end(), false);
-    const std::uint32_t first = used.channels.FreeBehindAll(device.channels);
+    const std::uint32_t first = used.channels.FreeAfterAll(device.channels);
     std::uint32_t taken = 0;
     if (free == used.signals.end() || first == 0 || !used.channels.Take(first, device.channels, taken)) {
         return "";

@@ -159,7 +159,7 @@ TEST(DriverCommands, ReasonsThatDriversOwe) {
     EXPECT_EQ(loaded.Drive({}).errors, "par: error: the driver refuses without a reason\n");
     loaded.Control().answer = 1;
     loaded.Control().text = "text";
-    loaded.Control().mischief = EMischief::kNoDriver;
+    loaded.Control().mischief = TMischief::kNoDriver;
     const TJson json = TJson::parse(loaded.Drive({"--json"}).output);
     EXPECT_EQ(json.at("version"), 0x20030) << "asked before a driver is made";
     EXPECT_EQ(json.at("description"), "text");
@@ -251,19 +251,19 @@ TEST(DriverCommands, DriversMischiefIsTold) {
     const CTemporaryDirectory directory;
     CLoaded loaded("generation3.dll");
     struct TRow {
-        EMischief mischief;
+        TMischief mischief;
         const char *type;
         const char *told;
     };
-    for (const TRow &row : {TRow{EMischief::kForeignText, "string", "isn't in the room"},
-                            {EMischief::kNullTwice, "string", "a second time"},
-                            {EMischief::kMovedBuffer, "buffer", "changed where the buffer lies"}}) {
+    for (const TRow &row : {TRow{TMischief::kForeignText, "string", "isn't in the room"},
+                            {TMischief::kNullTwice, "string", "a second time"},
+                            {TMischief::kMovedBuffer, "buffer", "changed where the buffer lies"}}) {
         loaded.Control().mischief = row.mischief;
         const TRunResult result = loaded.Drive({"--read", std::string("1:") + row.type});
         EXPECT_EQ(result.exit_code, 1) << row.told;
         EXPECT_NE(result.output.find(row.told), std::string::npos) << result.output;
     }
-    loaded.Control().mischief = EMischief::kNoDriver;
+    loaded.Control().mischief = TMischief::kNoDriver;
     EXPECT_EQ(
         loaded.Drive({"--name", "Linka"}).errors.find(kModules + "generation3.dll: error: Linka : Nelze vytvořit"), 0U);
 }
@@ -305,7 +305,7 @@ TEST(DriverCommands, NobodyReadsOrTheDriverThrowsAndItIsStopped) {
     close(ends[1]);
 
     loaded.Control().log.clear();
-    loaded.Control().mischief = EMischief::kThrows;
+    loaded.Control().mischief = TMischief::kThrows;
     const TRunResult result = loaded.Drive({});
     EXPECT_EQ(result.exit_code, 1);
     EXPECT_NE(result.errors.find("error: thrown"), std::string::npos) << result.errors;

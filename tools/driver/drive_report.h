@@ -19,7 +19,7 @@ struct TDriveHead {
     std::optional<std::string> description = std::nullopt;  ///< in code page 1250
 };
 
-/// Tells how a driver is driven, as it happens: each operation once, in this order, except that all but Head and End
+/// Reports how a driver is driven, as it happens: each operation once, in this order, except that all but Head and End
 /// may be left out and Round comes as often as there are rounds.
 class CDriveReport {
 public:
@@ -32,7 +32,7 @@ public:
     /// A half without points is left out.
     virtual void Round(const TDrivePlan &plan, const std::optional<THalfRound> &written,
                        const std::optional<THalfRound> &read) = 0;
-    /// The message, in UTF-8, tells what kept the driver from running; empty if it ran.
+    /// The message, in UTF-8, says what kept the driver from running; empty if it ran.
     virtual void End(bool interrupted, bool good, const std::string &message) = 0;
 };
 

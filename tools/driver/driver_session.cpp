@@ -165,11 +165,11 @@ void CDriverSession::Run() {
 
 TStepResult CDriverSession::Failure(std::uint32_t code) {
     TDriverText text;
-    std::string told = ProxyCodeText(code);
-    if (told.empty() && driver_.QueryErrorCode(code, TDriverText::kHigh, text.Room())) {
-        told = kq_base::ToUtf8(text.String());
+    std::string meaning = ProxyCodeText(code);
+    if (meaning.empty() && driver_.QueryErrorCode(code, TDriverText::kHigh, text.Room())) {
+        meaning = kq_base::ToUtf8(text.String());
     }
-    return {.ok = false, .code = code, .text = told.empty() ? "the driver has no text for this code" : told};
+    return {.ok = false, .code = code, .text = meaning.empty() ? "the driver has no text for this code" : meaning};
 }
 
 TStepResult CDriverSession::AwaitEnd(TFinalized finalized) {

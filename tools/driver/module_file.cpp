@@ -48,8 +48,8 @@ std::string ProcessorReason(const std::string &name) {
 /// What the system said when it refused a module, without the path at the beginning. A path with bytes that aren't
 /// UTF-8 stays out of the text that way.
 std::string SystemReason(const std::string &name) {
-    const char *const told = dlerror();
-    std::string reason = told != nullptr ? told : "the system doesn't load it";
+    const char *const said = dlerror();
+    std::string reason = said != nullptr ? said : "the system doesn't load it";
     const std::string prefix = kq_base::LocateFile(name) + ": ";
     const std::size_t start = reason.find(prefix);
     return start == std::string::npos ? reason : reason.substr(start + prefix.size());

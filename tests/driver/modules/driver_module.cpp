@@ -22,7 +22,7 @@ extern TModuleControl control;
 #define KQ_FORM(name) KQ##name##Entry
 #endif
 #define KQ_HAS(generation) (KQ_GENERATION == (generation) || KQ_GENERATION == 0)
-/// Opens the definition of an entry; its form is checked behind it by KQ_CHECK.
+/// Opens the definition of an entry; its form is checked after it by KQ_CHECK.
 #define KQ_ENTRY(result, name) KQ_DRIVER_ENTRY result KQ_NAME(name)
 #define KQ_CHECK(name) static_assert(std::is_same_v<decltype(KQ_NAME(name)), KQ_FORM(name)>)
 
@@ -79,11 +79,11 @@ void Put(KQValue &value, std::size_t at, TField field) {
 void FillShortText(KQValue &value) {
     auto *room = Get<CCharacter *>(value, 4);
     switch (control.mischief) {
-        case EMischief::kForeignText:
+        case TMischief::kForeignText:
             return Put(value, 4, &foreign_text[0]);
-        case EMischief::kSilent:
+        case TMischief::kSilent:
             return;
-        case EMischief::kUnterminated:
+        case TMischief::kUnterminated:
             return std::fill_n(room, control.named_size, CCharacter{'x'}), void();
         default:
             Text().copy(room, Text().size());
@@ -100,16 +100,16 @@ void FillCountedText(KQValue &value) {
     const auto size = static_cast<std::uint32_t>(Text().size());
     auto *room = Get<CCharacter *>(value, 8);
     switch (control.mischief) {
-        case EMischief::kForeignText:
+        case TMischief::kForeignText:
             Put(value, 8, &foreign_text[0]);
             return Put(value, 4, std::uint32_t{7});
-        case EMischief::kSilent:
+        case TMischief::kSilent:
             return;
-        case EMischief::kNullTwice:
+        case TMischief::kNullTwice:
             return AskForRoom(value, Get<std::uint32_t>(value, 4) + 1000);
-        case EMischief::kNamedSize:
+        case TMischief::kNamedSize:
             return AskForRoom(value, control.named_size);
-        case EMischief::kCountAboveRoom:
+        case TMischief::kCountAboveRoom:
             return Put(value, 4, control.named_size);
         default:
             if (size > Get<std::uint32_t>(value, 4)) {
@@ -120,7 +120,7 @@ void FillCountedText(KQValue &value) {
     }
 }
 
-/// Answers in the form that the tag asks for; a scalar is the channel's number, and 0xEE behind it.
+/// Answers in the form that the tag asks for; a scalar is the channel's number, followed by 0xEE.
 void Fill(std::uint32_t channel, KQValue &value) {
     if (value.tag == KQ_TAG_SHORT_TEXT) {
         ++control.text_calls;
@@ -131,14 +131,14 @@ void Fill(std::uint32_t channel, KQValue &value) {
     } else if (value.tag == KQ_TAG_BUFFER) {
         auto *memory = Get<char *>(value, 7);
         memory[0] = 'B';
-        Put(value, 7, memory + (control.mischief == EMischief::kMovedBuffer ? 1 : 0));
+        Put(value, 7, memory + (control.mischief == TMischief::kMovedBuffer ? 1 : 0));
     } else {
         std::memset(value.payload, 0xEE, sizeof(value.payload));
         Put(value, 4, channel);
     }
 }
 
-/// Keeps a text that came in; gives the number that stands for the value in the log: a scalar's is its own.
+/// Keeps a text that came in; gives the number by which the value appears in the log: a scalar's is its own.
 std::uint32_t Take(const KQValue &value, CText &to) {
     if (value.tag == KQ_TAG_SHORT_TEXT) {
         to = Get<const CCharacter *>(value, 4);
@@ -148,7 +148,7 @@ std::uint32_t Take(const KQValue &value, CText &to) {
         const auto *text = Get<const CCharacter *>(value, 8);
         const auto count = Get<std::uint32_t>(value, 4);
         to.assign(text, count);
-        return text[count] == 0 ? count : 0xFFFFFFFF;  // the caller puts a zero behind it
+        return text[count] == 0 ? count : 0xFFFFFFFF;  // the caller puts a zero after it
     }
     if (value.tag == KQ_TAG_BUFFER) {
         return static_cast<std::uint8_t>(*Get<const char *>(value, 7));
@@ -183,7 +183,7 @@ KQ_CHECK(Check);
 
 KQ_ENTRY(void *, MakeDriver)() {
     Log("MakeDriver", &the_driver);
-    return control.mischief == EMischief::kNoDriver ? nullptr : &the_driver;
+    return control.mischief == TMischief::kNoDriver ? nullptr : &the_driver;
 }
 KQ_CHECK(MakeDriver);
 
@@ -280,7 +280,7 @@ KQ_CHECK(GetChannelDescription);
 
 KQ_ENTRY(void, Run)(void *driver) {
     Log("Run", driver);
-    if (control.mischief == EMischief::kThrows) {
+    if (control.mischief == TMischief::kThrows) {
         throw std::runtime_error("thrown");
     }
 }
