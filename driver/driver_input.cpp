@@ -19,10 +19,10 @@ struct TInputCall {
 
 /// Lets the driver fill a value, in the form that it has. The status is left alone if the driver has none to give.
 inline void CallEntry(const TDriverState &state, const TInputCall &call, TValue *value) {
-    if (state.input == TForm::kThird) {
+    if (state.input == TGeneration::kThird) {
         state.entries.Get<TEntry::kGetInput3>()(state.driver, call.channel, value, &call.status, call.stamp,
                                                 &call.code);
-    } else if (state.input == TForm::kSecond) {
+    } else if (state.input == TGeneration::kSecond) {
         state.entries.Get<TEntry::kGetInput2>()(state.driver, call.channel, value, &call.status, call.stamp);
     } else {
         state.entries.Get<TEntry::kGetInput>()(state.driver, call.channel, value);
@@ -34,7 +34,7 @@ constexpr std::size_t kShortInputLimit = 1023;
 
 template <typename TCharacter>
 bool InputString(const TDriverState &state, CTextRoom<TCharacter> &room, const TInputCall &call, TValue *value) {
-    if (state.input == TForm::kThird) {
+    if (state.input == TGeneration::kThird) {
         return TakeCountedAnswer(room, call.code, value, [&](TValue *record) { CallEntry(state, call, record); });
     }
     *room.Data() = 0;  // or a driver that writes nothing would answer with the text of another channel
@@ -66,7 +66,7 @@ bool InputBuffer(const TDriverState &state, const TInputCall &call, TValue *valu
                                   std::uint32_t &status, kq_def::TUTCStamp *stamp) {
     const TInputCall call = {code, channel, status, stamp};
     bool done = false;
-    if (state.input == TForm::kNone) {
+    if (state.input == TGeneration::kNone) {
         code = kNoGetInput;
     } else if (value->tag == kq_def::kTagBuffer) {
         done = InputBuffer(state, call, value);
@@ -86,10 +86,10 @@ bool CDriver::GetInput(std::uint32_t &code, std::uint32_t channel, TValue *value
     constexpr std::uint32_t kNoStatus = 500;  // a driver of generation 1 has none to give
     const TDriverState &state = *state_;
     code = 0;
-    if (value->tag == kq_def::kTagDString || value->tag == kq_def::kTagBuffer || state.input == TForm::kNone) {
+    if (value->tag == kq_def::kTagDString || value->tag == kq_def::kTagBuffer || state.input == TGeneration::kNone) {
         return InputOther(state, code, channel, value, status, stamp);
     }
-    if (state.input == TForm::kFirst) {
+    if (state.input == TGeneration::kFirst) {
         status = kNoStatus;
     }
     CallEntry(state, {code, channel, status, stamp}, value);

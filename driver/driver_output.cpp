@@ -30,7 +30,7 @@ inline void CallEntry(const TDriverState &state, const TOutputCall &call, const 
 template <typename TCharacter>
 bool OutputString(const TDriverState &state, CTextRoom<TCharacter> &room, const TOutputCall &call,
                   const TDStringA *string) {
-    if (state.output == TForm::kThird) {
+    if (state.output == TGeneration::kThird) {
         TValue counted;
         if (!room.ForDriver(string, CTextRoom<TCharacter>::TRole::kIn, counted)) {
             return false;
@@ -47,7 +47,7 @@ bool OutputString(const TDriverState &state, CTextRoom<TCharacter> &room, const 
 /// scalars of other drivers don't pay for its frame.
 [[gnu::noinline]] bool OutputOther(const TDriverState &state, std::uint32_t &code, std::uint32_t channel, TValue value,
                                    std::uint32_t status, kq_def::TUTCStamp *stamp) {
-    if (state.output == TForm::kNone) {
+    if (state.output == TGeneration::kNone) {
         code = kNoOutputRequest;
         return false;
     }
@@ -123,8 +123,8 @@ bool CDriver::OutputRequest(std::uint32_t &code, std::uint32_t channel, TValue v
 
 bool CDriver::QueryProc(std::uint32_t &code, TValue in, TValue *out) {
     const TDriverState &state = *state_;
-    const bool third = state.query == TForm::kThird;
-    if (state.query == TForm::kNone) {
+    const bool third = state.query == TGeneration::kThird;
+    if (state.query == TGeneration::kNone) {
         code = kNoQueryProc;
         return false;
     }

@@ -32,18 +32,18 @@ void CopyParts(std::initializer_list<std::string_view> parts, std::uint32_t high
 /// Settles which form of an entry serves a value.
 void SettleForms(TDriverState &state) {
     const CDriverEntries &entries = state.entries;
-    state.input = entries.Get<TEntry::kGetInput3>() != nullptr   ? TForm::kThird
-                  : entries.Get<TEntry::kGetInput2>() != nullptr ? TForm::kSecond
-                                                                 : TForm::kFirst;
+    state.input = entries.Get<TEntry::kGetInput3>() != nullptr   ? TGeneration::kThird
+                  : entries.Get<TEntry::kGetInput2>() != nullptr ? TGeneration::kSecond
+                                                                 : TGeneration::kFirst;
     static_assert(std::is_same_v<KQOutputRequest2Entry, KQOutputRequest3Entry>);
     state.stamped_output = entries.Get<TEntry::kOutputRequest3>() != nullptr ? entries.Get<TEntry::kOutputRequest3>()
                                                                              : entries.Get<TEntry::kOutputRequest2>();
-    state.output = entries.Get<TEntry::kOutputRequest3>() != nullptr   ? TForm::kThird
-                   : entries.Get<TEntry::kOutputRequest2>() != nullptr ? TForm::kSecond
-                                                                       : TForm::kFirst;
-    state.query = entries.Get<TEntry::kQueryProc3>() != nullptr  ? TForm::kThird
-                  : entries.Get<TEntry::kQueryProc>() != nullptr ? TForm::kFirst
-                                                                 : TForm::kNone;
+    state.output = entries.Get<TEntry::kOutputRequest3>() != nullptr   ? TGeneration::kThird
+                   : entries.Get<TEntry::kOutputRequest2>() != nullptr ? TGeneration::kSecond
+                                                                       : TGeneration::kFirst;
+    state.query = entries.Get<TEntry::kQueryProc3>() != nullptr  ? TGeneration::kThird
+                  : entries.Get<TEntry::kQueryProc>() != nullptr ? TGeneration::kFirst
+                                                                 : TGeneration::kNone;
 }
 
 /// Finds the entries and makes the room for strings. The reason is empty if a driver can be made.

@@ -11,7 +11,7 @@
 namespace kq_drv {
 
 /// Which form of an entry serves a value, by its generation.
-enum class TForm : std::uint8_t { kNone, kFirst, kSecond, kThird };
+enum class TGeneration : std::uint8_t { kNone, kFirst, kSecond, kThird };
 
 /// What a proxy holds. A copy has the same driver and the same rooms for strings.
 struct TDriverState {
@@ -19,9 +19,9 @@ struct TDriverState {
     // none.
     void *driver = nullptr;
     KQOutputRequest3Entry *stamped_output = nullptr;  ///< of generation 3 or 2, whose forms are the same; null without
-    TForm input = TForm::kNone;
-    TForm output = TForm::kNone;
-    TForm query = TForm::kNone;
+    TGeneration input = TGeneration::kNone;
+    TGeneration output = TGeneration::kNone;
+    TGeneration query = TGeneration::kNone;
     CDriverEntries entries;  ///< also what was found before an entry that is missing
 
     std::shared_ptr<CTextRoom<char>> room;  ///< of the two rooms only the one of the module's width is ever there
@@ -52,7 +52,7 @@ struct TDriverState {
     void Forget() {
         driver = nullptr;
         stamped_output = nullptr;
-        input = output = query = TForm::kNone;
+        input = output = query = TGeneration::kNone;
         room = nullptr;
         wide_room = nullptr;
     }

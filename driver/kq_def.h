@@ -28,7 +28,7 @@ enum TValueTag : std::uint32_t {
     kTagCountedText = KQ_TAG_COUNTED_TEXT,  ///< count of characters and pointer to them; generation 3 only
 };
 
-/// A tagged value: the record KQValue of the modules, so it passes to them as it is. Its fields lie at fixed places
+/// A tagged value: the record KQValue of the modules, so it passes to them as it is. Its fields lie at fixed offsets
 /// whatever the width of a pointer, so pointers and counts go in and out by PutField and GetField; scalars are bytes
 /// that only drivers and their hosts understand. A new value is all zero.
 struct TValue : KQValue {
@@ -41,23 +41,23 @@ struct TValue : KQValue {
     TValue() : KQValue() {}
     explicit TValue(const KQValue &value) : KQValue(value) {}
 
-    /// Writes a field at a place counted from the start of the record, 4 or above.
+    /// Writes a field at an offset counted from the start of the record, 4 or above.
     template <typename TField>
-    void PutField(std::size_t at, TField field) {
+    void PutField(std::size_t offset, TField field) {
         // NOLINTNEXTLINE(bugprone-sizeof-expression): a field may be a pointer.
-        std::memcpy(payload + (at - sizeof(tag)), &field, sizeof(TField));
+        std::memcpy(payload + (offset - sizeof(tag)), &field, sizeof(TField));
     }
-    /// Reads the field at such a place.
+    /// Reads the field at such an offset.
     template <typename TField>
-    TField GetField(std::size_t at) const {
+    TField GetField(std::size_t offset) const {
         TField field;
         // NOLINTNEXTLINE(bugprone-sizeof-expression): likewise.
-        std::memcpy(&field, payload + (at - sizeof(tag)), sizeof(TField));
+        std::memcpy(&field, payload + (offset - sizeof(tag)), sizeof(TField));
         return field;
     }
 };
 
-static_assert(sizeof(TValue) == 8 + sizeof(void *), "drivers rely on the places of the fields");
+static_assert(sizeof(TValue) == 8 + sizeof(void *), "drivers rely on the offsets of the fields");
 
 /// Which way the values of a channel go.
 enum TDirection : std::uint32_t {
@@ -68,7 +68,7 @@ enum TDirection : std::uint32_t {
 };
 
 /// A moment in time as drivers count it. It passes through by pointer and is never looked into; a host and its drivers
-/// agree on what stands behind the name KQUTCStamp.
+/// agree on what the name KQUTCStamp is.
 using TUTCStamp = KQUTCStamp;
 
 }  // namespace kq_def

@@ -51,8 +51,8 @@ typedef KQTruth KQReadParametersEntry(void *driver, uint32_t path_high, const ch
 /* The text of one of the driver's codes; false for a code that isn't its own. */
 typedef KQTruth KQQueryErrorCodeEntry(void *driver, uint32_t code, uint32_t high, char *text);
 
-/* The next block of channels: 0 in the cookie asks for the first one, the driver keeps its place there. False
-   behind the last. */
+/* The next block of channels: 0 in the cookie asks for the first one, the driver keeps its position there. False
+   after the last. */
 typedef KQTruth KQEnumerateChannelsEntry(void *driver, unsigned long *cookie, uint32_t *type, uint32_t *direction,
                                          uint32_t *first, uint32_t *count, uint8_t *flag);
 

@@ -83,7 +83,7 @@ static inline int KQFileSystemPath(const char *path, char *to, size_t size) {
         const int separator = *path == '/' || *path == '\\';
         char bytes[3] = {'/', 0, 0};
         size_t count = 1;
-        size_t index;
+        size_t index = 0;
         if (!separator && left == 0) {
             while (path[left] != 0 && path[left] != '/' && path[left] != '\\') {
                 ++left;

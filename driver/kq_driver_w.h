@@ -2,7 +2,7 @@
 #define KQ_DRIVER_W_H
 
 /* The entry points of a driver module whose texts are strings of 16-bit characters: those of kq_driver.h, each with a
-   W behind its name. A module is wide if it exports VersionW and no Version; it exports all others in this form. */
+   W after its name. A module is wide if it exports VersionW and no Version; it exports all others in this form. */
 
 #include "driver/kq_driver_types.h"
 

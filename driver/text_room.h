@@ -51,7 +51,7 @@ private:
 extern template class CTextRoom<char>;
 extern template class CTextRoom<char16_t>;
 
-/// A value that tells the driver of a text: of generation 3 with its count, of the earlier ones without.
+/// A value that leads the driver to a text: of generation 3 with its count, of the earlier ones without.
 template <typename TCharacter>
 kq_def::TValue CountedValue(TCharacter *text, std::size_t count) {
     kq_def::TValue value;

@@ -1,4 +1,6 @@
-/// The smallest host: loads the simulator, takes ten steps with it and shows its report. Usage: host MODULE PAR
+/// The smallest host: loads the simulator, takes ten steps with it and shows its report.
+#include <dlfcn.h>
+
 #include <array>
 #include <iostream>
 
@@ -8,7 +10,17 @@
 #include "platform/os/modules.h"
 
 int main(int count, char **arguments) {
-    kq_os::HMODULE module = count == 3 ? kq_os::LoadLibraryA(arguments[1]) : nullptr;
+    if (count != 3) {
+        std::cerr << "Usage: host MODULE PAR\n";
+        return 2;
+    }
+    dlerror();
+    kq_os::HMODULE module = kq_os::LoadLibraryA(arguments[1]);
+    if (module == nullptr) {
+        const char *const reason = dlerror();  // none for a file that the system wasn't even asked to load
+        std::cerr << arguments[1] << ": " << (reason != nullptr ? reason : "there is no such module") << '\n';
+        return 1;
+    }
     std::array<char, 256> error{};
     std::array<char, 256> detail{};
     std::uint32_t code = 0;

@@ -9,16 +9,16 @@ CChannelNumbers::CChannelNumbers() : blocks_{{kStartChannel, kReportChannel}, {k
 
 bool CChannelNumbers::Take(std::uint32_t first, std::uint32_t count, std::uint32_t &taken) {
     const std::uint32_t last = first + (count - 1);
-    const auto behind = blocks_.upper_bound(last);
-    if (behind != blocks_.begin() && std::prev(behind)->second >= first) {
-        taken = std::max(first, std::prev(behind)->first);
+    const auto next = blocks_.upper_bound(last);
+    if (next != blocks_.begin() && std::prev(next)->second >= first) {
+        taken = std::max(first, std::prev(next)->first);
         return false;
     }
     blocks_.emplace(first, last);
     return true;
 }
 
-std::uint32_t CChannelNumbers::FreeBehindAll(std::uint32_t count) const {
+std::uint32_t CChannelNumbers::FreeAfterAll(std::uint32_t count) const {
     auto highest = std::prev(blocks_.end());
     if (highest->first == kHistoryChannel && kHistoryChannel - std::prev(highest)->second > count) {
         --highest;

@@ -41,13 +41,12 @@ CChannels::CChannels(const TParameters &parameters)
 }
 
 const TBlock *CChannels::Find(std::uint32_t channel) const {
-    const auto behind =
-        std::upper_bound(blocks_.begin(), blocks_.end(), channel,
-                         [](std::uint32_t number, const TBlock &block) { return number < block.first; });
-    if (behind == blocks_.begin()) {
+    const auto next = std::upper_bound(blocks_.begin(), blocks_.end(), channel,
+                                       [](std::uint32_t number, const TBlock &block) { return number < block.first; });
+    if (next == blocks_.begin()) {
         return nullptr;
     }
-    const TBlock &block = *std::prev(behind);
+    const TBlock &block = *std::prev(next);
     return channel - block.first < block.count ? &block : nullptr;
 }
 

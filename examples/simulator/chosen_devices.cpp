@@ -8,7 +8,8 @@
 #include "channel_numbers.h"
 #include "key_values.h"
 #include "platform/base/file_system_name.h"
-#include "scanner/file_par_scanner.h"
+#include "scanner/par_scanner.h"
+#include "texts.h"
 
 namespace simulator {
 
@@ -33,7 +34,7 @@ void ReadChannels(par_scanner::CParScanner &scanner, TUsed &used) {
         values.TakeNumber(count, 1, kMaxChannelsOfSignal);
         values.TakeNumber(first, 1, 0xFFFFFFFF - kMaxChannelsOfSignal);
         std::uint32_t taken = 0;
-        used.channels.Take(first != 0 ? first : used.channels.FreeBehindAll(count), count, taken);
+        used.channels.Take(first != 0 ? first : used.channels.FreeAfterAll(count), count, taken);
     }
 }
 
@@ -58,7 +59,7 @@ bool ReadUsed(const std::string &path, TUsed &used) {
 /// The section that makes a device a signal; empty if there is no number left.
 std::string SectionText(const TDevice &device, TUsed &used) {
     const auto *const free = std::find(used.signals.begin() + 1, used.signals.end(), false);
-    const std::uint32_t first = used.channels.FreeBehindAll(device.channels);
+    const std::uint32_t first = used.channels.FreeAfterAll(device.channels);
     std::uint32_t taken = 0;
     if (free == used.signals.end() || first == 0 || !used.channels.Take(first, device.channels, taken)) {
         return "";
@@ -81,9 +82,15 @@ bool AppendDevices(const std::string &path, const std::vector<const TDevice *> &
     std::ifstream present(located, std::ios::binary);
     const std::string text{std::istreambuf_iterator<char>(present), std::istreambuf_iterator<char>()};
     std::string added = text.empty() || text.back() == '\n' ? "" : "\r\n";
+    std::string left_out;
     for (const TDevice *device : devices) {
-        added += SectionText(*device, used);
+        const std::string section = SectionText(*device, used);
+        if (section.empty()) {
+            left_out.append(left_out.empty() ? texts::kLeftOut : std::string_view(", ")).append(device->name);
+        }
+        added += section;
     }
+    added += left_out.empty() ? "" : left_out + " *)\r\n";
     std::ofstream file(located, std::ios::app | std::ios::binary);
     file << added;
     file.flush();

@@ -7,12 +7,12 @@
 
 namespace simulator {
 
-/// Where the search tells what it finds, in either text width.
+/// Takes what the search finds, in either text width.
 class CSearchListener {
 public:
     virtual ~CSearchListener() = default;
     virtual void AddItem(std::uint32_t parent, std::uint32_t key, std::string_view name, std::uint32_t flags) = 0;
-    /// Three lines that take the place of those before.
+    /// Three lines that replace those before.
     virtual void Progress(std::string_view line1, std::string_view line2, std::string_view line3) = 0;
 };
 

@@ -20,7 +20,7 @@ enum TItemFlags : std::uint32_t {
 
 inline constexpr std::uint32_t kRootKey = 0;
 
-/// What stands above some devices. To check a group of check marks is to check all of its devices.
+/// The parent of some devices in the tree. To check a group of check marks is to check all of its devices.
 struct TGroup {
     std::uint32_t key;
     std::string_view name;

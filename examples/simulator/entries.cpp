@@ -1,5 +1,5 @@
 // What a host calls of a driver: each entry finds the driver behind its handle and hands on. The header has the form of
-// every entry; the declarations ahead of the functions let the compiler compare.
+// every entry; the declarations before the functions let the compiler compare.
 
 #include <memory>
 #include "channels.h"
@@ -76,19 +76,19 @@ void *MakeDriver() { return std::make_unique<TDriver>().release(); }
 
 void DisposeDriver(void *driver) { const std::unique_ptr<TDriver> owner(static_cast<TDriver *>(driver)); }
 
-/// All instances are alike, and nothing is told to the host unasked.
+/// All instances are alike, and the host is called for nothing.
 void Init3(void *, std::uint32_t, std::uint32_t, const char *, void *, KQDriverCallbackEntry *) {}
 
 /// With a mistake: its line, and a text that names section and key.
 KQTruth ReadParameters(void *driver, std::uint32_t, const char *path, std::uint32_t error_high, char *error,
-                       std::uint32_t *line, std::uint32_t *, std::uint32_t place_high, char *place) {
+                       std::uint32_t *line, std::uint32_t *, std::uint32_t section_high, char *section) {
     TMistake mistake;
     if (DriverOf(driver).simulator.ReadParameters(path, mistake)) {
         return 1;
     }
     *line = mistake.line;
     kq_base::CopyToBuffer(mistake.text, error_high, error);
-    kq_base::CopyToBuffer(mistake.place, place_high, place);
+    kq_base::CopyToBuffer(mistake.section_and_key, section_high, section);
     return 0;
 }
 
@@ -106,7 +106,7 @@ KQTruth QueryErrorCode(void *, std::uint32_t code, std::uint32_t high, char *tex
     return static_cast<KQTruth>(!known.empty());
 }
 
-/// The cookie counts the blocks that have been told.
+/// The cookie counts the blocks that have been listed.
 KQTruth EnumerateChannels(void *driver, unsigned long *cookie, std::uint32_t *type, std::uint32_t *direction,
                           std::uint32_t *first, std::uint32_t *count, std::uint8_t *flag) {
     const auto &blocks = DriverOf(driver).simulator.Channels().Blocks();
@@ -162,7 +162,7 @@ void GetInput3(void *driver, std::uint32_t channel, KQValue *value, std::uint32_
     *value = given;
 }
 
-// Output. A code has its place only at the end of the round.
+// Output. A code can only be given at the end of the round.
 
 void OutputRequestStart(void *driver) { DriverOf(driver).written = simulator::kGood; }
 

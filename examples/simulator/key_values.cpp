@@ -48,14 +48,14 @@ void CKeyValues::TakeNumber(std::uint32_t &number, std::uint32_t from, std::uint
     mistake_.append(": ").append(value);
 }
 
-void CKeyValues::TakeWord(std::size_t &place, std::initializer_list<std::string_view> words) {
+void CKeyValues::TakeWord(std::size_t &index, std::initializer_list<std::string_view> words) {
     std::string_view value;
     if (!Next(value)) {
         return;
     }
     const auto *const found = std::find(words.begin(), words.end(), value);
     if (found != words.end()) {
-        place = static_cast<std::size_t>(found - words.begin());
+        index = static_cast<std::size_t>(found - words.begin());
         return;
     }
     mistake_.append(texts::kUnknownWord).append(value);

@@ -1,6 +1,6 @@
 // Which values of `Limits` a file has depends on the shape and on whether there is noise at all, so the section of the
-// whole simulator is read ahead of all signals, wherever it stands. Channels whose place the file leaves open go behind
-// those of the signals ahead of them, as the template has it.
+// whole simulator is read before all signals, wherever it is. Channels whose numbers the file leaves open follow
+// those of the signals before them, as the template has it.
 
 #include "parameters.h"
 
@@ -55,7 +55,7 @@ private:
             return true;
         }
         const std::string key(scanner_.KeyName());
-        mistake_.place = "[" + std::string(scanner_.SectionName()) + "] " + key;
+        mistake_.section_and_key = "[" + std::string(scanner_.SectionName()) + "] " + key;
         return Fail(scanner_.GetKeyLine(), key + ": " + text);
     }
 
@@ -91,7 +91,7 @@ private:
         TSignal signal;
         signal.line = scanner_.GetSectionLine();
         const std::string name(scanner_.SectionName());
-        mistake_.place = "[" + name + "]";
+        mistake_.section_and_key = "[" + name + "]";
         if (!ReadNumber(std::string_view(name).substr(kName.size()), signal.number) || signal.number < 1 ||
             signal.number > kMaxSignals) {
             return Fail(signal.line, std::string(texts::kBadSignal) + name);
@@ -172,9 +172,9 @@ private:
     }
 
     bool Place(CChannelNumbers &numbers, TSignal &signal) {
-        mistake_.place = "[Signal" + std::to_string(signal.number) + "] Channels";
+        mistake_.section_and_key = "[Signal" + std::to_string(signal.number) + "] Channels";
         if (signal.first == 0) {
-            signal.first = numbers.FreeBehindAll(signal.count);
+            signal.first = numbers.FreeAfterAll(signal.count);
         }
         if (signal.first == 0 || signal.count - 1 > kMaxNumber - signal.first) {
             return Fail(signal.line, std::string(texts::kNoChannels) + std::to_string(signal.first));

@@ -38,7 +38,7 @@ struct TParameters {
 struct TMistake {
     std::uint32_t line = 0;  ///< from 1; 0 for the file as a whole
     std::string text;        ///< for people, with the line
-    std::string place;       ///< section and key
+    std::string section_and_key;
 };
 
 /// Reads a parameter file and gives every signal its channels. Sections and keys of other names are passed over; values

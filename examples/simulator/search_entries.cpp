@@ -79,7 +79,7 @@ private:
     KQProgressEntryW *progress_;
 };
 
-/// What stands ahead of the terminator, or all of it.
+/// What comes before the terminator, or all of it.
 template <typename TCharacter, std::size_t Size>
 std::basic_string_view<TCharacter> Terminated(const TCharacter (&text)[Size]) {
     return {text, static_cast<std::size_t>(std::find(text, text + Size, TCharacter()) - text)};

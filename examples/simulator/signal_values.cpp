@@ -22,11 +22,11 @@ std::uint64_t Mixed(std::uint64_t number) {
 
 std::uint64_t RandomNumber(const TParameters &parameters, const TSignal &signal, std::uint32_t channel,
                            std::uint64_t step) {
-    const std::uint64_t place = (std::uint64_t{signal.number} << 32U) | channel;
-    return Mixed(Mixed(Mixed(parameters.seed) ^ place) ^ step);
+    const std::uint64_t source = (std::uint64_t{signal.number} << 32U) | channel;
+    return Mixed(Mixed(Mixed(parameters.seed) ^ source) ^ step);
 }
 
-/// Which part of its period a channel has behind it, from 0 to 1. The channels of a block follow each other.
+/// Which part of its period a channel has passed, from 0 to 1. The channels of a block follow each other.
 double Phase(const TSignal &signal, std::uint32_t channel, std::uint64_t step) {
     const double phase = static_cast<double>(step % signal.period) / signal.period +
                          static_cast<double>(channel % signal.count) / signal.count;
@@ -55,8 +55,8 @@ double SignalValue(const TParameters &parameters, const TSignal &signal, std::ui
 std::string SignalText(const TSignal &signal) {
     constexpr std::array kShapes = {texts::kSine, texts::kRamp, texts::kSquare, texts::kRandom};
     std::string text(kShapes[static_cast<std::size_t>(signal.shape)]);
-    const auto add = [&text](std::string_view ahead, std::uint32_t number, std::string_view behind) {
-        text.append(ahead).append(std::to_string(number)).append(behind);
+    const auto add = [&text](std::string_view before, std::uint32_t number, std::string_view after) {
+        text.append(before).append(std::to_string(number)).append(after);
     };
     if (signal.shape != TShape::kRandom) {
         add(texts::kPeriod, signal.period, texts::kPeriodUnit);

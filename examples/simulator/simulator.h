@@ -39,7 +39,7 @@ public:
     bool ReadParameters(const char *path, TMistake &mistake);
     const CChannels &Channels() const { return channels_; }
 
-    /// Nothing moves ahead of this; then the host's start channel starts the steps.
+    /// Nothing moves before this; then the host's start channel starts the steps.
     void Run() { ready_ = true; }
     void Stop();
 

@@ -5,7 +5,7 @@
 
 namespace simulator {
 
-/// Counts steps: by time while it runs, and by hand. It stands at first.
+/// Counts steps: by time while it runs, and by hand. It is stopped at first.
 class CStepClock {
 public:
     using TClock = std::chrono::steady_clock;

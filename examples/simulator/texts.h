@@ -56,6 +56,7 @@ inline constexpr std::string_view kAlarm = "  poplach"_cp;
 // The search.
 inline constexpr std::string_view kSearching = "Hledá se na adrese "_cp;
 inline constexpr std::string_view kOf = " z "_cp;
+inline constexpr std::string_view kLeftOut = "(* Volná čísla signálů nebo kanálů nestačí pro: "_cp;
 inline constexpr std::string_view kLastFound = "Poslední nalezené: "_cp;
 
 }  // namespace simulator::texts

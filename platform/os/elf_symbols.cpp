@@ -41,7 +41,7 @@ bool ReadAt(std::string_view image, std::uint64_t offset, TRecord &record) {
     return true;
 }
 
-/// A record of an array; false also if its offset can't be told in 64 bits.
+/// A record of an array; false also if its offset doesn't fit into 64 bits.
 template <typename TRecord>
 bool ReadElement(std::string_view image, std::uint64_t array, std::uint64_t index, TRecord &record) {
     return index < image.size() && array <= image.size() && ReadAt(image, array + index * sizeof(TRecord), record);

@@ -41,7 +41,7 @@ KQ_API void *GetFunctionAddress(HMODULE module, const char *name);
 KQ_API bool FreeLibrary(HMODULE module);
 
 /// The handle of a loaded module, without counting a user: by its path, or by its bare file name in any case. The name
-/// "x.dll" also finds a library named "libx.so" with any version behind it. An empty name is the program itself.
+/// "x.dll" also finds a library named "libx.so" with any version after it. An empty name is the program itself.
 KQ_API HMODULE GetModuleHandleA(std::string_view name);
 
 }  // namespace kq_os

@@ -338,7 +338,7 @@ TEST(DriverExchange, Queries) {
             TDStringA answer(BytesOf(u"ř" + Letters(length)));
             TCall call;
 
-            // A string in both places.
+            // A string in both values.
             TValue out = DStringValue(&answer);
             EXPECT_TRUE(call.Query(driver, DStringValue(&question), out));
             EXPECT_EQ(call.code, 0);

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <sstream>
 
 #include "platform/os/modules.h"
 #include "tests/driver/driver_module.h"
@@ -34,12 +35,19 @@ std::string ReadParameters(CDriver &driver, std::string_view path = "C:\\par.par
            text.Utf8();
 }
 
+/// Decimal, but hexadecimal for what is as large as the codes of the proxy.
+std::string NumberText(std::uint64_t number) {
+    std::ostringstream text;
+    number < 0x10000 ? text << number : text << "0x" << std::hex << std::uppercase << number;
+    return text.str();
+}
+
 /// What all forwarding operations answer, a line each. Whatever an operation leaves alone shows as 9 or ?.
 std::string Everything(CDriver &driver) {
     std::string answers;
     const auto tell = [&answers](const char *name, auto... numbers) {
         answers += name;
-        ((answers += " " + std::to_string(numbers)), ...);
+        ((answers += " " + NumberText(static_cast<std::uint64_t>(numbers))), ...);
         answers += "\n";
     };
     CTextBuffer256 text;
@@ -98,8 +106,8 @@ std::string Everything(CDriver &driver) {
 
 const char kNothingAnswers[] =
     "QueryErrorCode 0 ?\nAbleToEnumerateChannels 0 0\nEnumerateChannels 0 0 9 9 9 9 9\nGetChannelDescription 0 ? ?\n"
-    "InputFinalized 0 3776974919\nInputOOBDataQuery 0 9 9\nGetInput 0 3776974918 0\nOutputRequest 0 3776974920\n"
-    "OutputFinalized 0 3776974921\nBufferInfo 0 3776974913\nSetBufferAddr 0 3776974914\nQueryProc 0 3776974915\n";
+    "InputFinalized 0 0xE1201047\nInputOOBDataQuery 0 9 9\nGetInput 0 0xE1201046 0\nOutputRequest 0 0xE1201048\n"
+    "OutputFinalized 0 0xE1201049\nBufferInfo 0 0xE1201041\nSetBufferAddr 0 0xE1201042\nQueryProc 0 0xE1201043\n";
 
 TEST(DriverLifecycle, EveryOperationReachesTheDriver) {
     WithEachModule([](const CTestModule &module) {
@@ -115,7 +123,7 @@ TEST(DriverLifecycle, EveryOperationReachesTheDriver) {
                       "\nEnumerateChannels 1 1 10 4 1 10 1\nGetChannelDescription 1 text € druhý\n"
                       "InputFinalized 1 12\nInputOOBDataQuery 1 55 66\nGetInput " +
                       (third ? "0 12 4" : "1 0 4") +
-                      "\nOutputRequest 1 9\nOutputFinalized 1 12\nBufferInfo 1 3776974916\nSetBufferAddr 1 9\n"
+                      "\nOutputRequest 1 9\nOutputFinalized 1 12\nBufferInfo 1 0xE1201044\nSetBufferAddr 1 9\n"
                       "QueryProc 1 9\n");
         const std::string stamped = module.Generation() == 1 ? "" : " 0";
         EXPECT_EQ(module.TakeLog(),
@@ -134,7 +142,7 @@ TEST(DriverLifecycle, EveryOperationReachesTheDriver) {
         for (const char *line :
              {"QueryErrorCode 0 ?\n", "EnumerateChannels 0 0 9 9 9 9 9\n", "GetChannelDescription 0 ? ?\n",
               "InputFinalized 0 12\n", "InputOOBDataQuery 0 55 66\n", "OutputFinalized 0 12\n",
-              "BufferInfo 0 3776974916\n"}) {
+              "BufferInfo 0 0xE1201044\n"}) {
             EXPECT_NE(refusals.find(line), std::string::npos) << refusals;
         }
         module.Control().log.clear();
@@ -158,8 +166,8 @@ TEST(DriverLifecycle, OptionalEntriesMayBeMissing) {
         EXPECT_EQ(Everything(driver),
                   "QueryErrorCode 0 ?\nAbleToEnumerateChannels 0 0\nEnumerateChannels 0 0 9 9 9 9 9\n"
                   "GetChannelDescription 0 ? ?\nInputFinalized 1 0\nInputOOBDataQuery 0 9 9\nGetInput 1 0 4\n"
-                  "OutputRequest 1 9\nOutputFinalized 1 0\nBufferInfo 0 3776974913\nSetBufferAddr 0 3776974914\n"
-                  "QueryProc 0 3776974915\n");
+                  "OutputRequest 1 9\nOutputFinalized 1 0\nBufferInfo 0 0xE1201041\nSetBufferAddr 0 0xE1201042\n"
+                  "QueryProc 0 0xE1201043\n");
         EXPECT_EQ(
             module.TakeLog(),
             "InputRequest 7\nInputRequestCompleted\nInputFinalized 8\nGetInput3 3 4 0 0\nOutputRequest3 3 4 0 4 0\n"
@@ -333,7 +341,7 @@ TEST(DriverLifecycle, TheNewestFormServes) {
     }
 }
 
-/// The place of an operation in the table of virtual ones, as compilers for this system encode it in a member pointer.
+/// The index of an operation in the table of virtual ones, as compilers for this system encode it in a member pointer.
 template <typename TMember>
 std::uintptr_t SlotOf(TMember member) {
     std::uintptr_t encoded = 0;

@@ -201,7 +201,7 @@ TEST(SimulatorDriver, StepsByHandAndByTime) {
     ASSERT_TRUE(host.Read("[Simulator]\nStep = 10\n[Record]\nFile =\n"));
     const auto steps = [&host] { return host.Get<kq_def::kTagLongcard>(5); };
     host.Press(3);
-    EXPECT_EQ(steps(), 0U) << "nothing moves ahead of Run";
+    EXPECT_EQ(steps(), 0U) << "nothing moves before Run";
     host.Driver().Run();
     host.Press(3);
     host.Press(3);

@@ -218,9 +218,15 @@ TEST(SimulatorSearch, FreeNumbersAreFound) {
         full += "[Signal" + std::to_string(number) + "]\r\n";
     }
     WriteBytes(kTemporary, full);
-    seen.checked = {100};
+    seen.checked = {101, 103};
     search.Put();
-    EXPECT_EQ(ReadBytes(kTemporary), full) << "no number is left";
+    const std::string comment = "(* Volná čísla signálů nebo kanálů nestačí pro: ";
+    EXPECT_EQ(kq_base::ToUtf8(ReadBytes(kTemporary)), full + comment + "Teploměr pece, Koncové spínače *)\r\n");
+    WriteBytes(kTemporary, full.substr(0, full.rfind("[Signal98]")));
+    search.Put();
+    const std::string one_left = kq_base::ToUtf8(ReadBytes(kTemporary));
+    EXPECT_NE(one_left.find("[Signal98]\r\n  Shape     = SINE"), std::string::npos) << one_left;
+    EXPECT_TRUE(one_left.ends_with(comment + "Koncové spínače *)\r\n")) << one_left;
 }
 
 TEST(SimulatorSearch, CancelIsHeardAtOnce) {

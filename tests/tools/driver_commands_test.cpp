@@ -1,8 +1,10 @@
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <chrono>
 #include <csignal>
 #include <filesystem>
+#include <fstream>
 #include <nlohmann/json.hpp>
 #include <sstream>
 #include <thread>
@@ -11,6 +13,7 @@
 #include "tests/support/temporary_directory.h"
 #include "tests/tools/run_program.h"
 #include "tools/driver/driver_session.h"
+#include "tools/kqcfg.h"
 
 namespace {
 
@@ -38,6 +41,13 @@ public:
     TRunResult Drive(TArgumentList arguments) {
         arguments.insert(arguments.begin(), {"drive", path_, "par"});
         return RunProgram(arguments);
+    }
+
+    /// Were Stop, Done and DisposeDriver called, in this order?
+    bool EndedInOrder() const {
+        const std::string &log = control_->log;
+        return log.find("Stop") < log.find("Done") && log.find("Done") < log.find("DisposeDriver") &&
+               log.find("DisposeDriver") != std::string::npos;
     }
 
 private:
@@ -73,8 +83,7 @@ TEST(DriverCommands, InspectKnowsEveryKindOfModule) {
 TEST(DriverCommands, DamagedModules) {
     const CTemporaryDirectory directory;
     const std::string whole = ReadBytes(kSimulator);
-    for (const std::size_t size :
-         {std::size_t{0}, std::size_t{3}, std::size_t{63}, whole.size() / 4, whole.size() / 2}) {
+    for (const std::size_t size : {std::size_t{0}, std::size_t{3}, std::size_t{63}, std::size_t{4096}}) {
         WriteBytes("cut.dll", whole.substr(0, size));
         for (const TArgumentList &arguments : {TArgumentList{"inspect", "cut.dll"}, {"drive", "cut.dll", kPar}}) {
             const TRunResult result = RunProgram(arguments);
@@ -82,17 +91,31 @@ TEST(DriverCommands, DamagedModules) {
             EXPECT_EQ(result.errors, "cut.dll: error: this isn't a module, or only a part of one\n") << size;
         }
     }
-    constexpr std::size_t kMachineAt = 18;
-    std::string foreign = whole;
-    foreign[kMachineAt] = 8;
-    WriteBytes("foreign.dll", foreign);
-    const TRunResult result = RunProgram({"inspect", "--json", "foreign.dll"});
-    EXPECT_EQ(result.exit_code, 1);
-    const TJson json = TJson::parse(result.output);
-    EXPECT_EQ(json.at("ok"), false);
-    EXPECT_NE(json.at("message"), "");
-    EXPECT_EQ(json.at("version"), nullptr);
-    EXPECT_EQ(json.at("generation"), 3) << "the names tell that much";
+    // Another byte of the file's head: the other word size, the other byte order, another machine.
+    struct TRow {
+        std::size_t offset;
+        char byte;
+        const char *reason;
+    };
+    for (const TRow &row : {TRow{4, sizeof(void *) == 4 ? '\2' : '\1', " bits, this program for "},
+                            {5, '\2', "the module is built for another processor"},
+                            {18, '\x08', "the module is built for another processor"}}) {
+        std::string foreign = whole;
+        foreign[row.offset] = row.byte;
+        WriteBytes("foreign.dll", foreign);
+        const TRunResult result = RunProgram({"inspect", "--json", "foreign.dll"});
+        EXPECT_EQ(result.exit_code, 1);
+        const TJson json = TJson::parse(result.output);
+        EXPECT_EQ(json.at("ok"), false);
+        EXPECT_NE(json.at("message").get<std::string>().find(row.reason), std::string::npos) << result.output;
+        EXPECT_EQ(json.at("version"), nullptr);
+        EXPECT_EQ(json.at("generation"), row.offset == 18 ? TJson(3) : TJson(nullptr)) << "what the names tell";
+    }
+}
+
+TEST(DriverCommands, DataOfAnEntrysNameIsMissing) {
+    const TRunResult result = RunProgram({"inspect", "--json", kModules + "data.dll"});
+    EXPECT_EQ(TJson::parse(result.output).at("missing"), TJson({"Init, Init3"}));
 }
 
 TEST(DriverCommands, DriveKeepsTheOrderOfCalls) {
@@ -126,6 +149,88 @@ TEST(DriverCommands, DriverThatRefusesIsEndedAllTheSame) {
     EXPECT_EQ(log.find("Run"), std::string::npos) << log;
     EXPECT_EQ(log.find("Stop"), std::string::npos) << log;
     EXPECT_LT(log.find("Done"), log.find("DisposeDriver")) << log;
+}
+
+TEST(DriverCommands, ReasonsThatDriversOwe) {
+    const CTemporaryDirectory directory;
+    CLoaded loaded("generation3.dll");
+    loaded.Control().text = "";
+    loaded.Control().answer = 0;
+    EXPECT_EQ(loaded.Drive({}).errors, "par: error: the driver refuses without a reason\n");
+    loaded.Control().answer = 1;
+    loaded.Control().text = "text";
+    loaded.Control().mischief = TMischief::kNoDriver;
+    const TJson json = TJson::parse(loaded.Drive({"--json"}).output);
+    EXPECT_EQ(json.at("version"), 0x20030) << "asked before a driver is made";
+    EXPECT_EQ(json.at("description"), "text");
+}
+
+TEST(DriverCommands, ChannelListsThatDontHold) {
+    const std::string bounds = "Horní mez rozsahu je větší než dolní mez (1)";
+    struct TRow {
+        std::uint32_t blocks;
+        std::uint32_t overlap;
+        std::uint32_t size;
+        std::vector<std::string> mistakes;
+        std::size_t rows;  ///< of channels
+    };
+    const TRow rows[] = {
+        {3, 0, 10, {}, 3},
+        {3, 1, 10, {"Číslo kanálu redefinováno (1)"}, 3},
+        {2, 0, 0, {bounds}, 0},
+        {1, 0, 0xFFFFFFFF, {}, 1},
+        {2, 0, 0xFFFFFFFF, {"Číslo kanálu redefinováno (1)", "Horní mez rozsahu je větší než dolní mez (11)"}, 2},
+    };
+    const CTemporaryDirectory directory;
+    CLoaded loaded("generation3.dll");
+    loaded.Control().logs = false;
+    for (const TRow &row : rows) {
+        loaded.Control().blocks = row.blocks;
+        loaded.Control().overlap = row.overlap;
+        loaded.Control().block_size = row.size;
+        const TRunResult result = loaded.Drive({"--json"});
+        EXPECT_EQ(result.exit_code, row.mistakes.empty() ? 0 : 1);
+        const TJson json = TJson::parse(result.output);
+        EXPECT_EQ(json.at("channelMistakes"), TJson(row.mistakes)) << row.blocks;
+        EXPECT_EQ(json.at("channels").size(), row.rows) << row.blocks;
+        EXPECT_EQ(json.at("ok"), row.mistakes.empty());
+    }
+    loaded.Control().overlap = 0;
+    for (const auto &[blocks, mistake] :
+         {std::pair(2U, bounds), {1000001U, "Ovladač vypisuje příliš mnoho bloků kanálů"}}) {
+        loaded.Control().blocks = blocks;
+        loaded.Control().block_size = blocks == 2 ? 0 : 1;
+        const TRunResult result = loaded.Drive({});
+        EXPECT_EQ(result.exit_code, 1);
+        EXPECT_NE(result.errors.find("generation3.dll: error: " + mistake), std::string::npos) << result.errors;
+    }
+}
+
+TEST(DriverCommands, LargeBlocksAreDescribedByTheirFirstChannel) {
+    const CTemporaryDirectory directory;
+    CLoaded loaded("generation3.dll");
+    loaded.Control().blocks = 1;
+    for (const std::uint32_t size : {63U, 64U, 65U}) {
+        loaded.Control().block_size = size;
+        loaded.Control().log.clear();
+        EXPECT_EQ(loaded.Drive({}).exit_code, 0);
+        std::size_t asked = 0;
+        const std::string &log = loaded.Control().log;
+        for (std::size_t at = 0; (at = log.find("GetChannelDescription", at)) != std::string::npos; ++at) {
+            ++asked;
+        }
+        EXPECT_EQ(asked, size <= 64 ? size : 1);
+    }
+}
+
+TEST(DriverCommands, ADriverOf8BitTextsOpensAnyPath) {
+    const CTemporaryDirectory directory;
+    CLoaded loaded("generation3.dll");
+    loaded.Control().opens_par = true;
+    for (const char *name : {"plain.par", "příliš žluťoučký.par", "\xE2\x98\x83.par"}) {
+        WriteBytes(name, "");
+        EXPECT_EQ(RunProgram({"drive", kModules + "generation3.dll", name}).exit_code, 0) << name;
+    }
 }
 
 TEST(DriverCommands, ValuesOfEveryGeneration) {
@@ -165,11 +270,14 @@ TEST(DriverCommands, DriversMischiefIsTold) {
 
 TEST(DriverCommands, SignalEndsTheDriveInOrder) {
     const CTemporaryDirectory directory;
-    for (const int signal : {SIGINT, SIGTERM}) {
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
         CLoaded loaded("generation3.dll");
         std::thread hand([signal] {
             std::this_thread::sleep_for(std::chrono::milliseconds(300));
             std::raise(signal);
+            if (signal == SIGHUP) {
+                std::raise(signal);  // a shell and the system each send one
+            }
         });
         const TRunResult result =
             loaded.Drive({"--json", "--rounds", "0", "--interval", "60000", "--read", "2:cardinal"});
@@ -178,10 +286,30 @@ TEST(DriverCommands, SignalEndsTheDriveInOrder) {
         const TJson json = TJson::parse(result.output);
         EXPECT_EQ(json.at("interrupted"), true);
         EXPECT_EQ(json.at("rounds").size(), 1U);
-        const std::string &log = loaded.Control().log;
-        EXPECT_LT(log.find("Stop"), log.find("Done")) << log;
-        EXPECT_LT(log.find("Done"), log.find("DisposeDriver")) << log;
+        EXPECT_TRUE(loaded.EndedInOrder());
     }
+}
+
+TEST(DriverCommands, NobodyReadsOrTheDriverThrowsAndItIsStopped) {
+    const CTemporaryDirectory directory;
+    CLoaded loaded("generation3.dll");
+    int ends[2] = {};
+    ASSERT_EQ(pipe(ends), 0);
+    std::ofstream closed_pipe("/proc/self/fd/" + std::to_string(ends[1]));
+    close(ends[0]);
+    std::istringstream in;
+    std::ostringstream errors;
+    TConsole console{in, COutput(closed_pipe), errors};
+    EXPECT_EQ(RunKqcfg({"drive", kModules + "generation3.dll", "par", "--rounds", "0", "--interval", "1"}, console), 2);
+    EXPECT_TRUE(loaded.EndedInOrder());
+    close(ends[1]);
+
+    loaded.Control().log.clear();
+    loaded.Control().mischief = TMischief::kThrows;
+    const TRunResult result = loaded.Drive({});
+    EXPECT_EQ(result.exit_code, 1);
+    EXPECT_NE(result.errors.find("error: thrown"), std::string::npos) << result.errors;
+    EXPECT_TRUE(loaded.EndedInOrder());
 }
 
 TEST(DriverCommands, LongPathsAndNamesOfAnyLetters) {

@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <chrono>
+#include <exception>
 
 #include "platform/base/file_system_name.h"
 #include "tools/commands.h"
@@ -24,9 +25,11 @@ public:
         const CInterrupt interrupt;
         std::string message;
         bool good = false;
-        {
+        try {
             CDriverSession session;
-            good = Begin(session, message) && Rounds(session);
+            good = Begin(session, message) && Rounds(session) && mistakes_.empty();
+        } catch (const std::exception &failure) {
+            message = failure.what();
         }
         report_->End(CInterrupt::Came(), good, message);
         return good ? kDone : kInputErrors;
@@ -37,13 +40,13 @@ private:
     bool Begin(CDriverSession &session, std::string &message) {
         TDriveHead head{.module = arguments_.module, .par = arguments_.par, .name = plan_.name};
         head.instance = arguments_.drive.instance;
-        const bool made = session.Begin(arguments_.module, plan_.name, head.instance, message);
-        if (made) {
+        const bool loaded = session.Load(arguments_.module, message);
+        if (loaded) {
             head.version = session.Version();
             head.description = session.Description();
         }
         report_->Head(head);
-        if (!made) {
+        if (!loaded || !session.MakeDriver(plan_.name, head.instance, message)) {
             return false;
         }
         const TParametersAnswer answer = session.ReadParameters(arguments_.par);
@@ -51,7 +54,7 @@ private:
         if (!answer.ok) {
             return false;
         }
-        report_->Channels(session.Channels());
+        report_->Channels(session.Channels(mistakes_), mistakes_);
         return session.OfferBuffers(plan_, message);
     }
 
@@ -93,6 +96,7 @@ private:
     TConsole &console_;
     TDrivePlan &plan_;
     std::unique_ptr<CDriveReport> report_;
+    std::vector<std::string> mistakes_;  // in the driver's list of channels
 };
 
 }  // namespace

@@ -12,7 +12,7 @@
 /// The bytes that a buffer channel gets.
 inline constexpr std::uint32_t kBufferSize = 256;
 
-/// A channel's value in whatever form its type has, with the memory that it needs. Stays in its place, since drivers
+/// A channel's value in whatever form its type has, with the memory that it needs. Is never moved, since drivers
 /// know where a buffer lies.
 class CChannelValue {
 public:

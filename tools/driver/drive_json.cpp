@@ -27,11 +27,11 @@ TJson ResultJson(const TStepResult &result) {
 
 TJson ValuesJson(const std::deque<TDrivePoint> &points, const std::optional<THalfRound> &half, bool read) {
     TJson array = TJson::array();
-    for (std::size_t at = 0; half && at < points.size(); ++at) {
-        const TStepResult &result = half->values[at];
-        TJson json = {{"channel", points[at].channel},
-                      {"type", points[at].value.TypeWord()},
-                      {"value", result.ok || !read ? points[at].value.Json() : TJson(nullptr)}};
+    for (std::size_t index = 0; half && index < points.size(); ++index) {
+        const TStepResult &result = half->values[index];
+        TJson json = {{"channel", points[index].channel},
+                      {"type", points[index].value.TypeWord()},
+                      {"value", result.ok || !read ? points[index].value.Json() : TJson(nullptr)}};
         json.update(ResultJson(result));
         if (read) {
             json["status"] = result.ok ? TJson(result.status) : TJson(nullptr);
@@ -53,7 +53,8 @@ public:
                  {"name", TextJson(head.name)},
                  {"instance", head.instance},
                  {"parameters", nullptr},
-                 {"channels", nullptr}};
+                 {"channels", nullptr},
+                 {"channelMistakes", TJson::array()}};
     }
     void Parameters(const TParametersAnswer &answer) override {
         head_["parameters"] = {{"ok", answer.ok},
@@ -62,8 +63,10 @@ public:
                                {"b", answer.b},
                                {"detail", TextJson(answer.detail)}};
     }
-    void Channels(const std::optional<std::vector<TDriverChannels>> &channels) override {
+    void Channels(const std::optional<std::vector<TDriverChannels>> &channels,
+                  const std::vector<std::string> &mistakes) override {
         head_["channels"] = ChannelsJson(channels);
+        head_["channelMistakes"] = mistakes;
     }
     void Round(const TDrivePlan &plan, const std::optional<THalfRound> &written,
                const std::optional<THalfRound> &read) override {
@@ -79,7 +82,7 @@ public:
     }
 
 private:
-    /// The rounds stand behind the head, which is whole once the first comes.
+    /// The rounds follow the head, which is whole once the first comes.
     CJsonRows &Rounds() {
         if (!rounds_) {
             std::string text = Dumped(head_);

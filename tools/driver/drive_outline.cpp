@@ -29,11 +29,14 @@ public:
     void Parameters(const TParametersAnswer &answer) override {
         if (!answer.ok) {
             const std::string detail = answer.detail.empty() ? "" : " (" + answer.detail + ")";
-            PrintError(console_, par_, TerminalText(kq_base::ToUtf8(answer.message + detail)));
+            const std::string message =
+                answer.message.empty() ? "the driver refuses without a reason" : kq_base::ToUtf8(answer.message);
+            PrintError(console_, par_, TerminalText(message + kq_base::ToUtf8(detail)));
         }
     }
 
-    void Channels(const std::optional<std::vector<TDriverChannels>> &channels) override {
+    void Channels(const std::optional<std::vector<TDriverChannels>> &channels,
+                  const std::vector<std::string> &mistakes) override {
         if (!channels) {
             console_.out.Write("The driver doesn't list its channels.\n");
             return;
@@ -46,6 +49,9 @@ public:
                             TerminalText(kq_base::ToUtf8(each.description + detail))});
         }
         console_.out.Write(TextTable(rows));
+        for (const std::string &mistake : mistakes) {
+            PrintError(console_, module_, mistake);
+        }
     }
 
     void Round(const TDrivePlan &plan, const std::optional<THalfRound> &written,
@@ -73,9 +79,9 @@ private:
         }
         const bool read = way == TWay::kRead;
         const std::string what = read ? "  read  " : "  write ";
-        for (std::size_t at = 0; at < points.size(); ++at) {
-            const TDrivePoint &point = points[at];
-            const TStepResult &result = half->values[at];
+        for (std::size_t index = 0; index < points.size(); ++index) {
+            const TDrivePoint &point = points[index];
+            const TStepResult &result = half->values[index];
             std::string line = what + std::to_string(point.channel) + " ";
             line.append(point.value.TypeWord());
             if (result.ok || !read) {

@@ -19,18 +19,20 @@ struct TDriveHead {
     std::optional<std::string> description = std::nullopt;  ///< in code page 1250
 };
 
-/// Tells how a driver is driven, as it happens: each operation once, in this order, except that all but Head and End
+/// Reports how a driver is driven, as it happens: each operation once, in this order, except that all but Head and End
 /// may be left out and Round comes as often as there are rounds.
 class CDriveReport {
 public:
     virtual ~CDriveReport() = default;
     virtual void Head(const TDriveHead &head) = 0;
     virtual void Parameters(const TParametersAnswer &answer) = 0;
-    virtual void Channels(const std::optional<std::vector<TDriverChannels>> &channels) = 0;
+    /// The mistakes in the driver's list are in UTF-8.
+    virtual void Channels(const std::optional<std::vector<TDriverChannels>> &channels,
+                          const std::vector<std::string> &mistakes) = 0;
     /// A half without points is left out.
     virtual void Round(const TDrivePlan &plan, const std::optional<THalfRound> &written,
                        const std::optional<THalfRound> &read) = 0;
-    /// The message, in UTF-8, tells what kept the driver from running; empty if it ran.
+    /// The message, in UTF-8, says what kept the driver from running; empty if it ran.
     virtual void End(bool interrupted, bool good, const std::string &message) = 0;
 };
 

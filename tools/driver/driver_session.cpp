@@ -4,6 +4,7 @@
 #include <array>
 #include <thread>
 
+#include "driver/channels/texts.h"
 #include "platform/base/code_page.h"
 #include "platform/base/file_system_name.h"
 #include "tools/driver/driver_codes.h"
@@ -18,10 +19,9 @@ using TMoment = std::chrono::steady_clock;
 /// How long a driver may take for one half of a round.
 constexpr std::chrono::seconds kLongestHalf{5};
 constexpr std::chrono::milliseconds kBetweenQuestions{1};
-/// What is taken of a driver's list, in rows and in blocks; no driver has as much, unless its list never ends.
-constexpr std::size_t kMostRows = 100000;
-/// Larger blocks are described by their first channel.
+/// Larger blocks are described by their first channel, and so are all after that many rows.
 constexpr std::uint32_t kDescribedChannels = 64;
+constexpr std::size_t kMostRows = 100000;
 
 /// Room for one text of a driver.
 struct TDriverText {
@@ -55,12 +55,15 @@ CDriverSession::~CDriverSession() {
     }
 }
 
-bool CDriverSession::Begin(const std::string &module, const std::string &name, std::uint32_t instance,
-                           std::string &reason) {
+bool CDriverSession::Load(const std::string &module, std::string &reason) {
     if (!module_.Load(module, reason)) {
         return false;
     }
     driver_.Init(module_.Handle());
+    return true;
+}
+
+bool CDriverSession::MakeDriver(const std::string &name, std::uint32_t instance, std::string &reason) {
     TDriverText error;
     made_ = driver_.Initialize(TDriverText::kHigh, error.Room(), instance, 0, name.c_str());
     reason = made_ ? "" : kq_base::ToUtf8(error.String());
@@ -88,36 +91,49 @@ TParametersAnswer CDriverSession::ReadParameters(const std::string &path) {
     return answer;
 }
 
-std::optional<std::vector<TDriverChannels>> CDriverSession::Channels() {
+std::optional<std::vector<TDriverChannels>> CDriverSession::Channels(std::vector<std::string> &mistakes) {
     if (!driver_.AbleToEnumerateChannels(0)) {
         return std::nullopt;
     }
+    TDriverText error;
+    kq_drv::CChannelMap map;
+    if (!map.LoadFromDriver(TDriverText::kHigh, error.Room(), &driver_)) {
+        mistakes.push_back(kq_base::ToUtf8(error.String()));
+    }
+    map.Done();
+    bool bounds_hold = true;
     std::vector<TDriverChannels> channels;
     unsigned long cookie = 0;
     TDriverChannels block;
     for (std::size_t blocks = 0;
-         blocks < kMostRows && channels.size() < kMostRows &&
+         blocks < kq_drv::CChannelMap::kMostBlocks &&
          driver_.EnumerateChannels(cookie, block.type, block.direction, block.first, block.count, block.flag);
          ++blocks) {
+        if (bounds_hold && (block.count == 0 || block.first + (block.count - 1) < block.first)) {
+            bounds_hold = false;
+            const std::string first = " (" + std::to_string(block.first) + ")";
+            mistakes.push_back(kq_base::ToUtf8(kq_drv::texts::kBoundsReversed) + first);
+        }
         AddDescribed(block, channels);
     }
     return channels;
 }
 
 void CDriverSession::AddDescribed(const TDriverChannels &block, std::vector<TDriverChannels> &channels) {
-    const std::uint32_t step = block.count <= kDescribedChannels ? 1 : block.count;
-    for (std::uint32_t at = 0; at < block.count; at += step) {
+    const bool each = block.count <= kDescribedChannels && channels.size() < kMostRows;
+    const std::uint32_t step = each ? 1 : block.count;
+    for (std::uint32_t offset = 0; offset < block.count; offset += step) {
         TDriverText text;
         TDriverText detail;
         TDriverChannels described = block;
-        described.first = block.first + at;
+        described.first = block.first + offset;
         described.count = step;
         if (driver_.GetChannelDescription(described.first, TDriverText::kHigh, text.Room(), TDriverText::kShortHigh,
                                           detail.Room())) {
             described.description = text.String();
             described.detail = detail.String();
         }
-        if (at != 0 && channels.back().description == described.description &&
+        if (offset != 0 && channels.back().description == described.description &&
             channels.back().detail == described.detail) {
             ++channels.back().count;
         } else {
@@ -149,11 +165,11 @@ void CDriverSession::Run() {
 
 TStepResult CDriverSession::Failure(std::uint32_t code) {
     TDriverText text;
-    std::string told = ProxyCodeText(code);
-    if (told.empty() && driver_.QueryErrorCode(code, TDriverText::kHigh, text.Room())) {
-        told = kq_base::ToUtf8(text.String());
+    std::string meaning = ProxyCodeText(code);
+    if (meaning.empty() && driver_.QueryErrorCode(code, TDriverText::kHigh, text.Room())) {
+        meaning = kq_base::ToUtf8(text.String());
     }
-    return {.ok = false, .code = code, .text = told.empty() ? "the driver has no text for this code" : told};
+    return {.ok = false, .code = code, .text = meaning.empty() ? "the driver has no text for this code" : meaning};
 }
 
 TStepResult CDriverSession::AwaitEnd(TFinalized finalized) {

@@ -55,13 +55,17 @@ public:
     CDriverSession(const CDriverSession &) = delete;
     CDriverSession &operator=(const CDriverSession &) = delete;
 
-    /// Loads the module and makes a driver. False with the reason, in UTF-8.
-    bool Begin(const std::string &module, const std::string &name, std::uint32_t instance, std::string &reason);
+    /// Loads the module. False with the reason, in UTF-8.
+    bool Load(const std::string &module, std::string &reason);
+    /// What a loaded module says of itself; none if it isn't a driver module.
     std::optional<std::uint32_t> Version();
     std::optional<std::string> Description();
+    /// Makes a driver. False with the reason, in UTF-8.
+    bool MakeDriver(const std::string &name, std::uint32_t instance, std::string &reason);
     TParametersAnswer ReadParameters(const std::string &path);
-    /// What the driver lists; none if it doesn't list its channels.
-    std::optional<std::vector<TDriverChannels>> Channels();
+    /// What the driver lists; none if it doesn't list its channels. The mistakes, in UTF-8, are what a channel map
+    /// refuses of the list, and the first block that holds no channel or ends beyond 32 bits.
+    std::optional<std::vector<TDriverChannels>> Channels(std::vector<std::string> &mistakes);
     /// Offers memory for all buffers that are to be read. False, with the reason, if the driver doesn't want one.
     bool OfferBuffers(TDrivePlan &plan, std::string &reason);
 

@@ -9,6 +9,8 @@ volatile std::sig_atomic_t came = 0;
 
 void Remember(int) { came = 1; }
 
+constexpr std::array kSignals = {SIGINT, SIGTERM, SIGHUP};
+
 /// How long a signal may go unnoticed during a wait.
 constexpr std::chrono::milliseconds kGlance{20};
 
@@ -16,17 +18,24 @@ constexpr std::chrono::milliseconds kGlance{20};
 
 CInterrupt::CInterrupt() {
     came = 0;
-    struct sigaction action = {};
-    action.sa_handler = Remember;
-    action.sa_flags = SA_RESTART | static_cast<int>(SA_RESETHAND);
-    sigemptyset(&action.sa_mask);
-    sigaction(SIGINT, &action, &before_int_);
-    sigaction(SIGTERM, &action, &before_term_);
+    std::signal(SIGPIPE, SIG_IGN);
+    for (std::size_t index = 0; index < kSignals.size(); ++index) {
+        const int signal = kSignals[index];
+        struct sigaction action = {};
+        action.sa_handler = Remember;
+        action.sa_flags = SA_RESTART | (signal != SIGHUP ? static_cast<int>(SA_RESETHAND) : 0);
+        sigemptyset(&action.sa_mask);
+        sigaction(signal, nullptr, &before_[index]);
+        if (before_[index].sa_handler != SIG_IGN) {
+            sigaction(signal, &action, nullptr);
+        }
+    }
 }
 
 CInterrupt::~CInterrupt() {
-    sigaction(SIGINT, &before_int_, nullptr);
-    sigaction(SIGTERM, &before_term_, nullptr);
+    for (std::size_t index = 0; index < kSignals.size(); ++index) {
+        sigaction(kSignals[index], &before_[index], nullptr);
+    }
 }
 
 bool CInterrupt::Came() { return came != 0; }

@@ -1,6 +1,7 @@
 #include "tools/driver/module_file.h"
 
 #include <dlfcn.h>
+#include <elf.h>
 
 #include <array>
 #include <cerrno>
@@ -16,30 +17,42 @@ namespace {
 
 constexpr const char *kNoModule = "this isn't a module, or only a part of one";
 
-/// The place of the byte in a module's file that tells its word size, and its values.
-constexpr std::size_t kClassAt = 4;
-constexpr char kClass32 = 1;
-constexpr char kClassHere = sizeof(void *) == 4 ? kClass32 : 2;
+/// The first bytes of a module's file, which say what processor it is for.
+struct TModuleHead {
+    std::array<unsigned char, EI_NIDENT> identity{};
+    std::uint16_t type = 0;
+    std::uint16_t machine = 0;
+};
 
-std::string WordSizeReason(const std::string &name) {
-    std::array<char, kClassAt + 1> head{};
-    std::ifstream file(kq_base::LocateFile(name), std::ios::binary);
-    file.read(head.data(), head.size());
-    if (head[kClassAt] == kClassHere) {
-        return "";
-    }
-    return head[kClassAt] == kClass32 ? "the module is built for 32 bits, this program for 64"
-                                      : "the module is built for 64 bits, this program for 32";
+TModuleHead ReadHead(std::ifstream stream) {
+    TModuleHead head;
+    stream.read(reinterpret_cast<char *>(&head), sizeof(head));
+    return head;
 }
 
-/// What the system said when it refused a module, without the path that it puts ahead. A path with bytes that aren't
+/// Why a module can't run here whatever it holds; empty for one of this processor, and for a file that is no module.
+std::string ProcessorReason(const std::string &name) {
+    const TModuleHead head = ReadHead(std::ifstream(kq_base::LocateFile(name), std::ios::binary));
+    const TModuleHead own = ReadHead(std::ifstream("/proc/self/exe", std::ios::binary));
+    if (std::memcmp(head.identity.data(), ELFMAG, SELFMAG) != 0 || own.machine == 0) {
+        return "";
+    }
+    if (head.identity[EI_CLASS] != own.identity[EI_CLASS]) {
+        return head.identity[EI_CLASS] == ELFCLASS32 ? "the module is built for 32 bits, this program for 64"
+                                                     : "the module is built for 64 bits, this program for 32";
+    }
+    const bool same = head.identity[EI_DATA] == own.identity[EI_DATA] && head.machine == own.machine;
+    return same ? "" : "the module is built for another processor";
+}
+
+/// What the system said when it refused a module, without the path at the beginning. A path with bytes that aren't
 /// UTF-8 stays out of the text that way.
 std::string SystemReason(const std::string &name) {
-    const char *const told = dlerror();
-    std::string reason = told != nullptr ? told : "the system doesn't load it";
-    const std::string ahead = kq_base::LocateFile(name) + ": ";
-    const std::size_t at = reason.find(ahead);
-    return at == std::string::npos ? reason : reason.substr(at + ahead.size());
+    const char *const said = dlerror();
+    std::string reason = said != nullptr ? said : "the system doesn't load it";
+    const std::string prefix = kq_base::LocateFile(name) + ": ";
+    const std::size_t start = reason.find(prefix);
+    return start == std::string::npos ? reason : reason.substr(start + prefix.size());
 }
 
 }  // namespace
@@ -70,11 +83,11 @@ bool CModuleFile::OpenNames(const std::string &name) {
 }
 
 bool CModuleFile::Load(const std::string &name, std::string &reason) {
-    if (!CModuleFile().OpenNames(name)) {
+    const bool is_module = CModuleFile().OpenNames(name);
+    reason = ProcessorReason(name);
+    if (reason.empty() && !is_module) {
         reason = kNoModule;
-        return false;
     }
-    reason = WordSizeReason(name);
     if (reason.empty()) {
         dlerror();
         module_ = kq_os::LoadLibraryA(name);

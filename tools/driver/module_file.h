@@ -5,7 +5,7 @@
 #include "platform/os/modules.h"
 #include "tools/console/console.h"
 
-/// Can a file be read, as a plain file? False tells the reason on the console. Standard input is no file here.
+/// Can a file be read, as a plain file? If not, the reason is written to the console. Standard input is no file here.
 bool CheckReadable(TConsole &console, const std::string &name);
 
 /// A module that is open as long as this object lives.
@@ -18,7 +18,7 @@ public:
 
     /// Opens a module for looking at its names. False if the file is no module.
     bool OpenNames(const std::string &name);
-    /// Loads a module. False tells why that can't be done: the file is no module, not one for this processor, or it
+    /// Loads a module. False with the reason: the file is no module, not one for this processor, or it
     /// needs something that isn't there.
     bool Load(const std::string &name, std::string &reason);
 

@@ -2,10 +2,13 @@
 // What it does is up to the test (module_control.h).
 
 #include <cstring>
+#include <fstream>
+#include <stdexcept>
 #include <string_view>
 #include <type_traits>
 
 #include "driver/kq_driver.h"
+#include "driver/kq_driver_path.h"
 #include "driver/kq_driver_w.h"
 #include "tests/driver/modules/module_control.h"
 
@@ -19,7 +22,7 @@ extern TModuleControl control;
 #define KQ_FORM(name) KQ##name##Entry
 #endif
 #define KQ_HAS(generation) (KQ_GENERATION == (generation) || KQ_GENERATION == 0)
-/// Opens the definition of an entry; its form is checked behind it by KQ_CHECK.
+/// Opens the definition of an entry; its form is checked after it by KQ_CHECK.
 #define KQ_ENTRY(result, name) KQ_DRIVER_ENTRY result KQ_NAME(name)
 #define KQ_CHECK(name) static_assert(std::is_same_v<decltype(KQ_NAME(name)), KQ_FORM(name)>)
 
@@ -117,7 +120,7 @@ void FillCountedText(KQValue &value) {
     }
 }
 
-/// Answers in the form that the tag asks for; a scalar is the channel's number, and 0xEE behind it.
+/// Answers in the form that the tag asks for; a scalar is the channel's number, followed by 0xEE.
 void Fill(std::uint32_t channel, KQValue &value) {
     if (value.tag == KQ_TAG_SHORT_TEXT) {
         ++control.text_calls;
@@ -135,7 +138,7 @@ void Fill(std::uint32_t channel, KQValue &value) {
     }
 }
 
-/// Keeps a text that came in; gives the number that stands for the value in the log: a scalar's is its own.
+/// Keeps a text that came in; gives the number by which the value appears in the log: a scalar's is its own.
 std::uint32_t Take(const KQValue &value, CText &to) {
     if (value.tag == KQ_TAG_SHORT_TEXT) {
         to = Get<const CCharacter *>(value, 4);
@@ -145,7 +148,7 @@ std::uint32_t Take(const KQValue &value, CText &to) {
         const auto *text = Get<const CCharacter *>(value, 8);
         const auto count = Get<std::uint32_t>(value, 4);
         to.assign(text, count);
-        return text[count] == 0 ? count : 0xFFFFFFFF;  // the caller puts a zero behind it
+        return text[count] == 0 ? count : 0xFFFFFFFF;  // the caller puts a zero after it
     }
     if (value.tag == KQ_TAG_BUFFER) {
         return static_cast<std::uint8_t>(*Get<const char *>(value, 7));
@@ -230,6 +233,12 @@ KQ_ENTRY(KQTruth, ReadParameters)
     *b = 88;
     Write(Text(), error_high, error);
     Write(SecondText(), detail_high, detail);
+#if !KQ_WIDE
+    if (control.opens_par) {
+        char name[KQ_FILE_SYSTEM_PATH_SIZE];
+        return KQFileSystemPath(path, name, sizeof(name)) != 0 && std::ifstream(name).is_open() ? 1 : 0;
+    }
+#endif
     return control.answer;
 }
 KQ_CHECK(ReadParameters);
@@ -252,7 +261,7 @@ KQ_ENTRY(KQTruth, EnumerateChannels)
     }
     *type = KQ_TAG_REAL;
     *first = *cookie != 0 && *cookie == control.overlap ? 1 : static_cast<std::uint32_t>(*cookie * 10 + 1);
-    *count = 10;
+    *count = control.block_size;
     *flag = 1;
     ++*cookie;
     return 2;
@@ -269,7 +278,12 @@ KQ_ENTRY(KQTruth, GetChannelDescription)
 }
 KQ_CHECK(GetChannelDescription);
 
-KQ_ENTRY(void, Run)(void *driver) { Log("Run", driver); }
+KQ_ENTRY(void, Run)(void *driver) {
+    Log("Run", driver);
+    if (control.mischief == TMischief::kThrows) {
+        throw std::runtime_error("thrown");
+    }
+}
 KQ_CHECK(Run);
 
 KQ_ENTRY(void, Stop)(void *driver) { Log("Stop", driver); }

@@ -16,18 +16,21 @@ enum class TMischief : std::uint8_t {
     kCountAboveRoom,  ///< claims a text of the size that the test names without asking for room
     kUnterminated,    ///< fills the whole room that a text without a count has, and no zero
     kMovedBuffer,     ///< changes where a buffer lies
+    kThrows,          ///< Run throws
 };
 
-/// What a test tells a module, and what the module tells the test. Every module has one, behind the name TestControl.
-/// Texts stand here in both widths, so that module and test need no conversion.
+/// What a test sets for a module, and what the module leaves for the test. Every module gives its own by TestControl.
+/// Texts are here in both widths, so that module and test need no conversion.
 struct TModuleControl {
     TMischief mischief = TMischief::kNone;
-    KQTruth answer = 1;            ///< of every entry that has one
-    std::uint32_t code = 0;        ///< of GetInput3, InputFinalized and OutputFinalized
-    std::uint32_t named_size = 0;  ///< what the mischief of that name asks for
-    std::uint32_t blocks = 0;      ///< how many blocks of channels are listed: 10 at 1, 20 at 11, ...
-    std::uint32_t overlap = 0;     ///< the block that begins where the first one does, if not 0
-    std::string text;              ///< every text that the module gives
+    KQTruth answer = 1;             ///< of every entry that has one
+    std::uint32_t code = 0;         ///< of GetInput3, InputFinalized and OutputFinalized
+    std::uint32_t named_size = 0;   ///< what the mischief of that name asks for
+    std::uint32_t blocks = 0;       ///< how many blocks of channels are listed: 10 at 1, 20 at 11, ...
+    std::uint32_t overlap = 0;      ///< the block that begins where the first one does, if not 0
+    std::uint32_t block_size = 10;  ///< the count of channels that each block is given
+    bool opens_par = false;         ///< ReadParameters answers whether it could open the file
+    std::string text;               ///< every text that the module gives
     std::u16string wide_text;
     std::string second_text;  ///< the second text of entries that give two
     std::u16string wide_second_text;
