@@ -30,7 +30,7 @@ constexpr std::array<TPattern, 5> kPatterns = {{
     {"four_strings", "string + string + string + string", "(.*)(.*)(.*)(.*)", 4},
     {"four_strings_end", "string + string + string + string + '#'", "(.*)(.*)(.*)(.*)#", 4},
 }};
-enum EPattern : std::size_t { kConstNumber, kStringString, kThreeParts, kFourStrings, kFourStringsEnd };
+enum class TPatternIndex : std::size_t { kConstNumber, kStringString, kThreeParts, kFourStrings, kFourStringsEnd };
 
 /// What is matched: a pattern, a text, and whether it fits.
 struct TCase {
@@ -52,9 +52,10 @@ std::string Filled(std::size_t length) {
 }
 
 std::vector<TCase> Cases() {
+    using enum TPatternIndex;
     std::vector<TCase> cases;
-    const auto add = [&cases](EPattern pattern, bool hit, const std::string &text) {
-        const TPattern &used = kPatterns[pattern];
+    const auto add = [&cases](TPatternIndex pattern, bool hit, const std::string &text) {
+        const TPattern &used = kPatterns[static_cast<std::size_t>(pattern)];
         cases.push_back(
             {std::string(used.name) + (hit ? "/hit/" : "/miss/") + std::to_string(text.size()), &used, text, hit});
     };
@@ -127,9 +128,9 @@ void Re2(benchmark::State &state, const TCase &match_case) {
     std::array<re2::StringPiece, 4> pieces;
     std::array<RE2::Arg, 4> arguments;
     std::array<const RE2::Arg *, 4> addresses{};
-    for (std::size_t place = 0; place < pieces.size(); ++place) {
-        arguments[place] = &pieces[place];
-        addresses[place] = &arguments[place];
+    for (std::size_t index = 0; index < pieces.size(); ++index) {
+        arguments[index] = &pieces[index];
+        addresses[index] = &arguments[index];
     }
     bool matched = false;
     for (auto _ : state) {

@@ -8,7 +8,7 @@
 #include <string>
 #include <string_view>
 
-#include "scanner/par_scanner.h"
+#include "scanner/text_par_scanner.h"
 
 namespace {
 
@@ -42,15 +42,6 @@ const std::string &Text() {
     return kText;
 }
 
-class CTextParScanner : public CParScanner {
-public:
-    std::uint32_t GetDataSize() override { return static_cast<std::uint32_t>(Text().size()); }
-    bool ReadBlockData(TStr0_ *buffer) override {
-        Text().copy(buffer, Text().size());
-        return true;
-    }
-};
-
 void Count(benchmark::State &state, std::size_t characters) {
     benchmark::DoNotOptimize(characters);
     state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations() * Text().size()));
@@ -59,8 +50,7 @@ void Count(benchmark::State &state, std::size_t characters) {
 void BM_ScannerWithCopies(benchmark::State &state) {
     std::size_t values = 0;
     for (auto _ : state) {
-        CTextParScanner scanner;
-        scanner.Init(1);
+        CTextParScanner scanner(Text());
         char text[256];
         for (bool section = scanner.GetFirstSection(255, text); section; section = scanner.GetNextSection(255, text)) {
             for (bool key = scanner.GetFirstKey(255, text); key; key = scanner.GetNextKey(255, text)) {
@@ -80,8 +70,7 @@ BENCHMARK(BM_ScannerWithCopies)->Unit(benchmark::kMillisecond);
 void BM_ScannerAsViews(benchmark::State &state) {
     std::size_t values = 0;
     for (auto _ : state) {
-        CTextParScanner scanner;
-        scanner.Init(1);
+        CTextParScanner scanner(Text());
         for (bool section = scanner.FirstSection(); section; section = scanner.NextSection()) {
             values += scanner.SectionName().size();
             for (bool key = scanner.FirstKey(); key; key = scanner.NextKey()) {

@@ -9,6 +9,7 @@ set(KQ_PUBLIC_HEADERS
     driver/driver_proxy.h
     driver/kq_def.h
     driver/kq_driver.h
+    driver/kq_driver_path.h
     driver/kq_driver_types.h
     driver/kq_driver_w.h
     driver/kq_drv.h
@@ -22,10 +23,14 @@ set(KQ_PUBLIC_HEADERS
     platform/base/paths.h
     platform/os/events.h
     platform/os/modules.h
+    scanner/file_par_scanner.h
     scanner/par_scanner.h
     scanner/par_section.h
+    scanner/string_tape_reader.h
     scanner/tape_reader.h
-    scanner/unread_text.h)
+    scanner/token.h
+    scanner/unread_text.h
+    template/language/languages.h)
 
 function(kq_check_public_headers)
   set(staged ${CMAKE_BINARY_DIR}/public_headers)

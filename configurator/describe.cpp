@@ -70,9 +70,9 @@ TExpr DescribeLiteral(const TParValue &value) {
     return result;
 }
 
-/// Depth is bounded by the compiler.
-TExpr DescribeNode(const kq_pdt::CExpression::TNodes &nodes, std::uint32_t place) {
-    const kq_pdt::CExprNode &node = nodes[place];
+/// Recursion is safe here: the compiler limits how deep an expression nests.
+TExpr DescribeNode(const kq_pdt::CExpression::TNodes &nodes, std::uint32_t index) {
+    const kq_pdt::CExprNode &node = nodes[index];
     if (node.kind == TExprKind::kLiteral) {
         return DescribeLiteral(node.value);
     }
@@ -108,12 +108,12 @@ std::vector<TMapRow> DescribeMap(const kq_pdt::TValueMap &map) {
     return rows;
 }
 
-/// A keyword of the template where only some keywords mean something.
-std::optional<std::string> WordIf(bool means_something, std::uint32_t code) {
-    return means_something ? std::optional<std::string>(kq_pdt::KeywordText(code)) : std::nullopt;
+/// A keyword of the template, none where it is one that doesn't count.
+std::optional<std::string> WordIf(bool counts, std::uint32_t code) {
+    return counts ? std::optional<std::string>(kq_pdt::KeywordText(code)) : std::nullopt;
 }
 
-/// With the test that says which words count.
+/// The rows of a group; counts tells which words are types or directions.
 std::optional<std::vector<TConditionRow>> DescribeRows(const std::unique_ptr<kq_pdt::CChannelCondList> &rows,
                                                        bool counts(std::uint32_t code)) {
     if (!rows) {

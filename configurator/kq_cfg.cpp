@@ -39,9 +39,9 @@ private:
 
 TMessage DescribeRow(const kq_pdt::CMessageList::TRow &row, const kq_pdt::CMessageList::TMessageRecord &record) {
     TMessage message;
-    message.severity = row.icon == kq_pdt::CMessageList::TIcon::error ? TSeverity::kError : TSeverity::kWarning;
+    message.severity = row.icon == kq_pdt::CMessageList::TIcon::kError ? TSeverity::kError : TSeverity::kWarning;
     message.text = row.text.View();
-    if (record.HasPlace()) {
+    if (record.HasPosition()) {
         message.line = record.line;
         if (record.column != 0) {
             message.column = record.column;
@@ -62,7 +62,7 @@ bool TReport::Good() const {
 }
 
 /// The session with what surrounds it. The library has one host and one answerer of message boxes, so each piece of
-/// work puts its own in place and the former ones back.
+/// work sets its own and restores the former ones.
 struct CConfiguration::TState {
     class CWork {
     public:
@@ -70,8 +70,8 @@ struct CConfiguration::TState {
             kq_pdt::SetHostCallback(state.host.get());
             former_handler_ = SetMessageBoxHandler([&state](const ::TMessageBox &box) {
                 state.report.boxes.push_back(
-                    {box.title, {box.lines.begin(), box.lines.end()}, box.icon == EBoxIcon::stop});
-                return EBoxAnswer::ok;
+                    {box.title, {box.lines.begin(), box.lines.end()}, box.icon == TBoxIcon::kStop});
+                return TBoxAnswer::kOk;
             });
         }
         ~CWork() {
@@ -132,7 +132,7 @@ void CConfiguration::Translate(std::string_view template_text, std::string_view 
     state_->session.ParView().SetText(par_text);
     state_->session.DmfView().SetText(dmf_text);
     const auto outcome = state_->session.TranslateToModel();
-    state_->FinishReport(outcome != kq_pdt::CConfiguratorSession::TOutcome::templateFailed);
+    state_->FinishReport(outcome != kq_pdt::CConfiguratorSession::TOutcome::kTemplateFailed);
 }
 
 void CConfiguration::TranslateForRepair(std::string_view template_text, std::string_view par_text) {
@@ -141,7 +141,7 @@ void CConfiguration::TranslateForRepair(std::string_view template_text, std::str
     state_->session.SetTemplateText(template_text);
     state_->session.ParView().SetText(par_text);
     const auto outcome = state_->session.RepairDmf();
-    state_->FinishReport(outcome != kq_pdt::CConfiguratorSession::TOutcome::templateFailed);
+    state_->FinishReport(outcome != kq_pdt::CConfiguratorSession::TOutcome::kTemplateFailed);
 }
 
 const TReport &CConfiguration::Report() const { return state_->report; }

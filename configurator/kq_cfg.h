@@ -3,12 +3,13 @@
 /// The configuration library without a window: compile a template, read a parameter file and a driver map file against
 /// it, look at what came out, and write both files again.
 ///
-/// All texts are bytes in code page 1250 (platform/base/code_page.h turns them into UTF-8 and back). Nothing here reads
-/// or writes a file but the templates of the modules that `dll` values select. Lines and columns count from 1.
+/// All texts are bytes in code page 1250 (platform/base/code_page.h turns them into UTF-8 and back). No file is read or
+/// written, except that a `dll` value reads the template of the module that it selects. Lines and columns count from 1.
+/// What is wrong in a text is reported, never thrown.
 ///
 ///     kq_cfg::CConfiguration configuration(options);
 ///     configuration.Translate(template_text, par_text, dmf_text);
-///     if (configuration.Report().errors == 0) {
+///     if (configuration.Report().Good()) {
 ///         const std::string formatted = configuration.ParText();
 ///     }
 ///
@@ -23,17 +24,21 @@
 #include <vector>
 
 #include "platform/base/export.h"
+#include "template/language/languages.h"
 
 namespace kq_cfg {
+
+using kq_pdt::kLanguages;
 
 /// The host that a configuration runs under. Without language and modules there is no host: no language tag of a
 /// template matches, and `dll` values list nothing.
 struct TOptions {
-    std::optional<std::uint32_t> language;  ///< index of the language: 0 CZ, 1 EN, 2 GE, 3 JP; 4 and more match no tag
+    std::optional<std::uint32_t> language;  ///< index in kLanguages; any other matches no tag
     std::optional<std::string> modules;     ///< directory of the modules that `dll` values list
 };
 
-/// What the compiler says of a template. Line and position stand behind the last token read, also without an error.
+/// The result of compiling a template. Line and position (the column in that line) are those just after the last token
+/// read, also without an error.
 struct TTemplateResult {
     bool ok = false;
     std::string message;  ///< empty without an error, and for the few errors that have no text
@@ -47,26 +52,26 @@ enum class TSeverity { kWarning, kError };
 struct TMessage {
     TSeverity severity = TSeverity::kError;
     std::string text;
-    std::optional<std::uint32_t> line;
-    std::optional<std::uint32_t> column;
+    std::optional<std::uint32_t> line;    ///< in the parameter file; none if the message is about no line
+    std::optional<std::uint32_t> column;  ///< only with a line
 };
 
-/// A box that the work would have shown to a user.
+/// A message box that the work would have shown to a user.
 struct TMessageBox {
     std::string title;
     std::vector<std::string> lines;  ///< always three
-    bool stop = false;               ///< it carries the stop icon
+    bool stop = false;               ///< it has the stop icon
 };
 
-/// What a translation or a compile had to say, in the order in which it was said.
+/// What a translation or a compile reported; messages and boxes are in the order in which they came.
 struct TReport {
     TTemplateResult result;
     std::vector<TMessage> messages;
     std::uint32_t errors = 0;
     std::uint32_t warnings = 0;
     std::vector<TMessageBox> boxes;
-    /// The line of the driver map file at which the table's reader ended before the end of the text; the channels from
-    /// there on are kept aside and come back when the file is written.
+    /// The line of the driver map file from which on the table of channels takes no more, none if it took all. The
+    /// channels from there on are kept aside and come back when the file is written.
     std::optional<std::uint32_t> dmf_end;
 
     /// True if the template compiled and neither an error nor a box with the stop icon was reported.
@@ -79,10 +84,10 @@ struct TChannel {
     std::uint32_t last = 0;
     std::optional<std::string> type;       ///< the type word; none if undefined
     std::optional<std::string> direction;  ///< the direction word; none if undefined
-    bool defined = false;
-    bool type_free = false;
-    bool direction_free = false;
-    std::string name;
+    bool defined = false;         ///< by the template or the parameter file; otherwise it is only in the driver map
+    bool type_free = false;       ///< the definition leaves the type open
+    bool direction_free = false;  ///< the definition leaves the direction open
+    std::string name;             ///< may be empty
 };
 
 enum class TValueKind { kNone, kText, kNumber, kBool, kNewChannel, kUndefined };
@@ -90,16 +95,16 @@ enum class TValueKind { kNone, kText, kNumber, kBool, kNewChannel, kUndefined };
 /// A value of a variable or of an expression.
 struct TValue {
     TValueKind kind = TValueKind::kNone;
-    std::string text;
-    std::uint32_t number = 0;
-    bool truth = false;
+    std::string text;          ///< of kText
+    std::uint32_t number = 0;  ///< of kNumber
+    bool truth = false;        ///< of kBool
 };
 
 using TVariables = std::vector<std::pair<std::string, TValue>>;  ///< ascending by name, in byte order
 
 enum class TExprKind { kNumber, kText, kBool, kUndefined, kVariable, kNewChannel, kOperator };
 
-/// A node of an expression. Nodes that only lead down to their one child are left out.
+/// A node of an expression. Parentheses have no node: the tree shows how the operands group.
 struct TExpr {
     TExprKind kind = TExprKind::kUndefined;
     std::uint32_t number = 0;
@@ -114,9 +119,9 @@ struct TMapRow {
     std::string word;
 };
 
-/// A row of a channel group: the type or direction word that counts while the condition holds.
+/// A row of a channel group: the type or direction word that applies while the condition holds.
 struct TConditionRow {
-    std::optional<std::string> word;  ///< none if the template's word is no such word: that counts as undefined
+    std::optional<std::string> word;  ///< none if the template's word is neither: that counts as undefined
     TExpr condition;
 };
 
@@ -127,7 +132,7 @@ struct TOptionEntry {
 
 enum class TItemKind { kConst, kNumber, kString, kOptions, kDll, kVariable, kGroup };
 
-/// A value item or a channel group of a template. The lower part belongs to some kinds only.
+/// A value item or a channel group of a template. The fields after the blank line belong to the kinds named.
 struct TItem {
     TItemKind kind = TItemKind::kConst;
     std::string none_text;
@@ -197,12 +202,12 @@ struct TTemplate {
     std::vector<TSection> sections;
 };
 
-/// The result of one expression.
+/// The result of evaluating an expression.
 struct TEvaluation {
     bool ok = false;
-    std::string message;
-    TValue value;  ///< only if ok
-    TExpr tree;    ///< only if ok
+    std::string message;  ///< of the compiler, if not ok
+    TValue value;         ///< only if ok
+    TExpr tree;           ///< only if ok
 };
 
 /// One item of a match, with the text that it prints.
@@ -211,9 +216,10 @@ struct TMatchItem {
     std::optional<std::string> text;  ///< none if the item prints nothing
 };
 
+/// The result of matching a text against a value list.
 struct TMatch {
-    bool ok = false;  ///< the value list compiled
-    std::string message;
+    bool ok = false;      ///< the value list compiled
+    std::string message;  ///< of the compiler, if not ok
     bool matched = false;
     std::vector<TMatchItem> items;  ///< in the order of the match
 };
@@ -227,22 +233,24 @@ public:
     CConfiguration &operator=(const CConfiguration &) = delete;
 
     /// From text to model: clears everything, reads the driver map file into the table of channels, compiles the
-    /// template and, if it compiled, reads the parameter file. Report() tells what happened.
+    /// template and, if it compiled, reads the parameter file. Report() says what happened.
     void Translate(std::string_view template_text, std::string_view par_text, std::string_view dmf_text);
-    /// The same as the repair of a driver map file does it: no driver map file is read, so the table holds afterwards
-    /// what template and parameter file define, and nothing else.
+    /// The same for the repair of a driver map file: none is read, so that afterwards the table holds what the template
+    /// and the parameter file define, and nothing else.
     void TranslateForRepair(std::string_view template_text, std::string_view par_text);
-    /// What the last translation said; a cleared report before the first one.
+    /// What the last translation or compile reported; an empty report before the first one.
     const TReport &Report() const;
 
-    /// The model written out as a parameter file. Empty before a translation.
+    /// The model written out as a parameter file. Empty before a translation. After errors it holds what was read
+    /// without them, so check Report() before you save it.
     std::string ParText() const;
     /// The table of channels written out as a driver map file.
     std::string DmfText() const;
     /// The table of channels, ascending.
     std::vector<TChannel> Channels() const;
 
-    /// Compiles a template alone, with a driver map file's text in the table of channels, and tells what it declares.
+    /// Compiles a template alone, with a driver map file's text in the table of channels, and gives what it declares;
+    /// after an error, what it declared before that.
     TTemplate CompileTemplate(std::string_view template_text, std::string_view dmf_text);
 
 private:
@@ -250,14 +258,14 @@ private:
     std::unique_ptr<TState> state_;
 };
 
-/// Compiles a template and tells what it declares. dmf_text, if not empty, is read into the table of channels first.
+/// The same in a configuration of its own.
 KQ_API TTemplate DescribeTemplate(const TOptions &options, std::string_view template_text, std::string_view dmf_text);
 
 /// Evaluates one expression of the template language. Each variable is declared in the root scope first, with its value
-/// (kUndefined declares it without one). Text behind the expression is an error.
+/// (kUndefined declares it without one). Text after the expression is an error.
 KQ_API TEvaluation EvaluateExpression(std::string_view expression, const TVariables &variables);
 
-/// Matches a text against a value list of the template language, written as behind `name =`. Text behind the list is an
+/// Matches a text against a value list of the template language, written as after `name =`. Text after the list is an
 /// error.
 KQ_API TMatch MatchValueList(std::string_view value_list, std::string_view text);
 

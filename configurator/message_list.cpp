@@ -8,7 +8,7 @@ void CMessageList::Append(TIcon icon, std::string_view text1, std::string_view t
     TRow row{icon, kq_base::TText(text1)};
     row.text.Append(text2);
     rows_.push_back(std::move(row));
-    error_count_ += icon == TIcon::error ? 1 : 0;
+    error_count_ += icon == TIcon::kError ? 1 : 0;
 }
 
 void CMessageList::Clear() {

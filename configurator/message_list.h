@@ -8,20 +8,21 @@
 
 namespace kq_pdt {
 
-/// The message list of a session: its rows, and for each row the place in the text that it speaks of.
+/// The message list of a session: its rows, and for each row the position in the text that it is about.
 class CMessageList {
 public:
-    enum class TIcon { notice, error };
+    enum class TIcon { kNotice, kError };
 
-    /// A place in the text, from 1. A line of 0 or 0xFFFFFFFF is none; a column of 0 isn't known.
+    /// A position in the text; line and column count from 1. A line of 0 or 0xFFFFFFFF is none; a column of 0 isn't
+    /// known.
     struct TMessageRecord {
         std::uint32_t line = 0;
         std::uint32_t column = 0;
 
-        bool HasPlace() const { return line != 0 && line != 0xFFFFFFFF; }
+        bool HasPosition() const { return line != 0 && line != 0xFFFFFFFF; }
     };
     struct TRow {
-        TIcon icon = TIcon::notice;
+        TIcon icon = TIcon::kNotice;
         kq_base::TText text;
     };
 

@@ -25,10 +25,10 @@ bool CConfiguratorSession::LoadTemplate() {
 
 CConfiguratorSession::TOutcome CConfiguratorSession::ReadIntoModel() {
     if (!LoadTemplate()) {
-        return TOutcome::templateFailed;
+        return TOutcome::kTemplateFailed;
     }
     sheet_data_.ReadPar(par_view_.Text());
-    return messages_.ErrorCount() == 0 ? TOutcome::done : TOutcome::errors;
+    return messages_.ErrorCount() == 0 ? TOutcome::kDone : TOutcome::kErrors;
 }
 
 void CConfiguratorSession::ClearModel() {
@@ -54,7 +54,7 @@ CConfiguratorSession::TOutcome CConfiguratorSession::RepairDmf() {
     ClearMessages();
     ClearModel();
     const TOutcome outcome = ReadIntoModel();
-    if (outcome == TOutcome::done) {
+    if (outcome == TOutcome::kDone) {
         WriteDmf();
     }
     return outcome;
@@ -73,16 +73,16 @@ void CConfiguratorSession::WriteDmf() {
 }
 
 void CConfiguratorSession::AddWarning(std::string_view text1, std::string_view text2, std::uint32_t line) {
-    messages_.Append(CMessageList::TIcon::notice, text1, text2, line, 0);
+    messages_.Append(CMessageList::TIcon::kNotice, text1, text2, line, 0);
 }
 
 void CConfiguratorSession::AddError(std::string_view text1, std::string_view text2, std::uint32_t line) {
-    messages_.Append(CMessageList::TIcon::error, text1, text2, line, 0);
+    messages_.Append(CMessageList::TIcon::kError, text1, text2, line, 0);
 }
 
 void CConfiguratorSession::AddErrorAt(std::string_view text1, std::string_view text2, std::uint32_t line,
                                       std::uint32_t column) {
-    messages_.Append(CMessageList::TIcon::error, text1, text2, line, column);
+    messages_.Append(CMessageList::TIcon::kError, text1, text2, line, column);
 }
 
 void CConfiguratorSession::AddMessageRecord(std::uint32_t line, std::uint32_t column) {

@@ -11,21 +11,20 @@
 
 namespace kq_pdt {
 
-/// One session with one driver, as far as it needs no window: the model, the texts of parameter file and driver map
-/// file, the messages, and the orders of steps that lead from text to model and back. A window derives from it and adds
-/// what a user sees.
+/// One session with one driver, without a window: the model, the texts of parameter file and driver map file, the
+/// messages, and the order of steps from text to model and back. A window derives from it and adds what a user sees.
 class CConfiguratorSession : public CReportWindow {
 public:
     enum class TOutcome {
-        templateFailed,  ///< the template doesn't compile; nothing was read
-        errors,          ///< the parameter file has errors
-        done,
+        kTemplateFailed,  ///< the template doesn't compile; nothing was read
+        kErrors,          ///< the parameter file has errors
+        kDone,
     };
 
     CConfiguratorSession();
     ~CConfiguratorSession() override;
 
-    /// The template is compiled anew at each translation, from a file or from a text.
+    /// The template, as the path of its file or as its text. It is compiled anew at each translation.
     void SetTemplatePath(std::string_view path);
     void SetTemplateText(std::string_view text);
 
@@ -35,7 +34,7 @@ public:
     /// The driver map file's text becomes what template and parameter file define; after a failure it stays as it is.
     /// Messages of earlier work go first, and nothing of the old driver map file is read.
     TOutcome RepairDmf();
-    /// Only the first half of a translation: the parameter file isn't read. True if the template compiles.
+    /// The first half of a translation, without reading the parameter file. True if the template compiles.
     bool CompileTemplate();
     /// From model to the parameter file's text.
     void WritePar();
@@ -46,7 +45,7 @@ public:
     CTextView &DmfView() { return dmf_view_; }
     CParSheetData &SheetData() { return sheet_data_; }
     const CMessageList &Messages() const { return messages_; }
-    /// What the last compile of the template said.
+    /// The result of the last compile of the template.
     const TCompileResult &TemplateResult() const { return template_result_; }
 
     void AddWarning(std::string_view text1, std::string_view text2, std::uint32_t line) override;

@@ -1,9 +1,9 @@
 #include "driver/component_helper.h"
 
+#include <new>
 #include <string>
 
-#include "driver/kq_driver.h"
-#include "driver/kq_driver_w.h"
+#include "driver/entry_table.h"
 #include "driver/texts.h"
 #include "platform/base/bounded_text.h"
 #include "platform/base/wide_text.h"
@@ -12,20 +12,20 @@
 namespace kq_drv {
 namespace {
 
-using kq_base::CLocalText;
+using kq_base::TShortText;
 
 /// Lets a module write a text through its wide entry, if it has that, or else through the other one. True and the text
 /// if the call answers true.
 template <typename TNarrow, typename TWide, typename TCall>
 bool TakeText(TNarrow *narrow, TWide *wide, std::uint32_t high, char *text, TCall call) {
     if (wide != nullptr) {
-        CLocalText<char16_t, 256> local;
+        TShortText<char16_t> local;
         if (!call(*wide, local.kHigh, local.Data())) {
             return false;
         }
         kq_base::CopyToBuffer(local.View(), high, text);
     } else {
-        CLocalText<char, 256> local;
+        TShortText<char> local;
         if (!call(*narrow, local.kHigh, local.Data())) {
             return false;
         }
@@ -36,24 +36,31 @@ bool TakeText(TNarrow *narrow, TWide *wide, std::uint32_t high, char *text, TCal
 
 }  // namespace
 
-void *CDriverComponentDLLHelper::Find(const char *name) const { return kq_os::GetProcAddress(module_, name); }
+void *CDriverComponentDLLHelper::Find(const char *name) const { return kq_os::GetFunctionAddress(module_, name); }
 
 bool CDriverComponentDLLHelper::Init(std::uint32_t error_high, char *error, void *module) {
-    state_ = kRefused;
+    state_ = TState::kRefused;
     module_ = module;
-    for (const std::string name : {"GetDriverInfo", "Version", "Check"}) {
-        const std::string wide_name = name + "W";
-        if (Find(name.c_str()) == nullptr && Find(wide_name.c_str()) == nullptr) {
-            const std::string text = std::string(name).append(", ").append(wide_name).append(texts::kEntryMissing);
-            kq_base::CopyToBuffer(text, error_high, error);
-            return false;
+    const bool passed = VisitEntryGroups([this, error_high, error](TEntryGroup group) {
+        const TEntryRow &row = group.front();
+        if (row.need != TEntryNeed::kEitherWidth || Find(row.name) != nullptr || Find(row.wide_name) != nullptr) {
+            return true;
         }
+        try {
+            kq_base::CopyToBuffer(GroupNames(group, false).append(texts::kEntryMissing), error_high, error);
+        } catch (const std::bad_alloc &) {
+            kq_base::CopyToBuffer(texts::kNoMemory, error_high, error);
+        }
+        return false;
+    });
+    if (!passed) {
+        return false;
     }
-    state_ = kPassed;
+    state_ = TState::kPassed;
     return true;
 }
 
-bool CDriverComponentDLLHelper::MayCall() const { return state_ == kPassed && !kq_os::OnlyLooks(module_); }
+bool CDriverComponentDLLHelper::MayCall() const { return state_ == TState::kPassed && !kq_os::OnlyLooks(module_); }
 
 bool CDriverComponentDLLHelper::Version(std::uint32_t &version) const {
     if (!MayCall()) {
@@ -91,7 +98,7 @@ bool CDriverComponentDLLHelper::AbleToRunInThisKQ(std::uint32_t error_high, char
 }
 
 bool CDriverComponentDLLHelper::IsUNICODE(std::uint8_t &wide) const {
-    if (state_ != kPassed) {
+    if (state_ != TState::kPassed) {
         return false;
     }
     wide = Find("Version") == nullptr && Find("VersionW") != nullptr ? 1 : 0;

@@ -15,7 +15,7 @@ namespace kq_drv {
 class KQ_API CDriverComponentDLLHelper {
 public:
     /// Tests whether the module exports, in either text width, what the other operations call: GetDriverInfo, Version
-    /// and Check, in this order. False tells the first that is missing; the text ends where the module's name would
+    /// and Check, in this order. False names the first that is missing; the text ends where the module's name would
     /// follow.
     bool Init(std::uint32_t error_high, char *error, void *module);
 
@@ -34,13 +34,13 @@ public:
     bool AbleToEnumerateChannels(std::uint8_t needs_init3) const;
 
 private:
-    enum TState : std::uint32_t { kNew, kRefused, kPassed };
+    enum class TState : std::uint32_t { kNew, kRefused, kPassed };
 
     void *Find(const char *name) const;
     /// Has the module passed, and can it be run?
     bool MayCall() const;
 
-    TState state_ = kNew;
+    TState state_ = TState::kNew;
     void *module_ = nullptr;
 };
 

@@ -9,7 +9,7 @@ namespace kq_drv {
 
 /// Takes a string from a driver of generation 3: the call gives it a record with the room for the text, and it leaves
 /// the text's length there, or null and the size that it needs. Then it is called again, once, with that much room. The
-/// text goes to the value. False with a code of the driver's or of our own.
+/// text goes to the value. False with a code, the driver's or one of TDriverCode.
 template <typename TCharacter, typename TCall>
 bool TakeCountedAnswer(CTextRoom<TCharacter> &room, std::uint32_t &code, kq_def::TValue *value, TCall call) {
     for (bool retried = false;; retried = true) {
@@ -21,12 +21,15 @@ bool TakeCountedAnswer(CTextRoom<TCharacter> &room, std::uint32_t &code, kq_def:
         const auto count = record.GetField<std::uint32_t>(kq_def::TValue::kCountAt);
         const auto *text = record.GetField<const TCharacter *>(kq_def::TValue::kCharactersAt);
         if (text != nullptr) {
-            // A count beyond the room would be text that isn't in the room either.
+            // A count above the room would be text that isn't in the room either.
             if (text != room.Data() || count > room.Capacity()) {
                 code = kForeignText;
                 return false;
             }
-            room.Deliver({text, count}, value);
+            if (!room.Deliver({text, count}, value)) {
+                code = kRoomNotGrown;
+                return false;
+            }
             return true;
         }
         if (retried || !room.Grow(count)) {

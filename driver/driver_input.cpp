@@ -19,12 +19,13 @@ struct TInputCall {
 
 /// Lets the driver fill a value, in the form that it has. The status is left alone if the driver has none to give.
 inline void CallEntry(const TDriverState &state, const TInputCall &call, TValue *value) {
-    if (state.input == EForm::kThird) {
-        state.entries.get_input3(state.driver, call.channel, value, &call.status, call.stamp, &call.code);
-    } else if (state.input == EForm::kSecond) {
-        state.entries.get_input2(state.driver, call.channel, value, &call.status, call.stamp);
+    if (state.input == TForm::kThird) {
+        state.entries.Get<TEntry::kGetInput3>()(state.driver, call.channel, value, &call.status, call.stamp,
+                                                &call.code);
+    } else if (state.input == TForm::kSecond) {
+        state.entries.Get<TEntry::kGetInput2>()(state.driver, call.channel, value, &call.status, call.stamp);
     } else {
-        state.entries.get_input(state.driver, call.channel, value);
+        state.entries.Get<TEntry::kGetInput>()(state.driver, call.channel, value);
     }
 }
 
@@ -33,7 +34,7 @@ constexpr std::size_t kShortInputLimit = 1023;
 
 template <typename TCharacter>
 bool InputString(const TDriverState &state, CTextRoom<TCharacter> &room, const TInputCall &call, TValue *value) {
-    if (state.input == EForm::kThird) {
+    if (state.input == TForm::kThird) {
         return TakeCountedAnswer(room, call.code, value, [&](TValue *record) { CallEntry(state, call, record); });
     }
     *room.Data() = 0;  // or a driver that writes nothing would answer with the text of another channel
@@ -43,7 +44,10 @@ bool InputString(const TDriverState &state, CTextRoom<TCharacter> &room, const T
         call.code = kForeignText;
         return false;
     }
-    room.Deliver(kq_base::UpToTerminator(room.Data(), kShortInputLimit), value);
+    if (!room.Deliver(kq_base::UpToTerminator(room.Data(), kShortInputLimit), value)) {
+        call.code = kRoomNotGrown;
+        return false;
+    }
     return true;
 }
 
@@ -62,7 +66,7 @@ bool InputBuffer(const TDriverState &state, const TInputCall &call, TValue *valu
                                   std::uint32_t &status, kq_def::TUTCStamp *stamp) {
     const TInputCall call = {code, channel, status, stamp};
     bool done = false;
-    if (state.input == EForm::kNone) {
+    if (state.input == TForm::kNone) {
         code = kNoGetInput;
     } else if (value->tag == kq_def::kTagBuffer) {
         done = InputBuffer(state, call, value);
@@ -82,10 +86,10 @@ bool CDriver::GetInput(std::uint32_t &code, std::uint32_t channel, TValue *value
     constexpr std::uint32_t kNoStatus = 500;  // a driver of generation 1 has none to give
     const TDriverState &state = *state_;
     code = 0;
-    if (value->tag == kq_def::kTagDString || value->tag == kq_def::kTagBuffer || state.input == EForm::kNone) {
+    if (value->tag == kq_def::kTagDString || value->tag == kq_def::kTagBuffer || state.input == TForm::kNone) {
         return InputOther(state, code, channel, value, status, stamp);
     }
-    if (state.input == EForm::kFirst) {
+    if (state.input == TForm::kFirst) {
         status = kNoStatus;
     }
     CallEntry(state, {code, channel, status, stamp}, value);

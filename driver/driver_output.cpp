@@ -19,55 +19,71 @@ struct TOutputCall {
 };
 
 inline void CallEntry(const TDriverState &state, const TOutputCall &call, const TValue &value) {
-    if (state.output == EForm::kThird) {
-        state.entries.output_request3(state.driver, call.channel, value, call.status, call.stamp);
-    } else if (state.output == EForm::kSecond) {
-        state.entries.output_request2(state.driver, call.channel, value, call.status, call.stamp);
+    if (state.stamped_output != nullptr) {
+        state.stamped_output(state.driver, call.channel, value, call.status, call.stamp);
     } else {
-        state.entries.output_request(state.driver, call.channel, value);
+        state.entries.Get<TEntry::kOutputRequest>()(state.driver, call.channel, value);
     }
 }
 
+/// False if memory is short.
 template <typename TCharacter>
-void OutputString(const TDriverState &state, CTextRoom<TCharacter> &room, const TOutputCall &call,
+bool OutputString(const TDriverState &state, CTextRoom<TCharacter> &room, const TOutputCall &call,
                   const TDStringA *string) {
-    if (state.output == EForm::kThird) {
-        const auto text = room.ForDriver(string, room.kIn);
-        CallEntry(state, call, CountedValue(text.data(), text.size()));
+    if (state.output == TForm::kThird) {
+        TValue counted;
+        if (!room.ForDriver(string, CTextRoom<TCharacter>::TRole::kIn, counted)) {
+            return false;
+        }
+        CallEntry(state, call, counted);
     } else {
         TShortText<TCharacter> text(ViewOf(string));
         CallEntry(state, call, ShortTextValue(text.Data()));
     }
+    return true;
 }
 
-/// A string, and any value without a driver. A function of its own, so that other values don't pay for its frame.
+/// A string, any value to a driver of generation 1, and any without a driver. A function of its own, so that the
+/// scalars of other drivers don't pay for its frame.
 [[gnu::noinline]] bool OutputOther(const TDriverState &state, std::uint32_t &code, std::uint32_t channel, TValue value,
                                    std::uint32_t status, kq_def::TUTCStamp *stamp) {
-    if (state.output == EForm::kNone) {
+    if (state.output == TForm::kNone) {
         code = kNoOutputRequest;
         return false;
     }
-    return state.UseRoom([&](auto &room) {
-        OutputString(state, room, {channel, status, stamp}, ValueDString(value));
+    if (!HoldsString(value)) {
+        CallEntry(state, {channel, status, stamp}, value);
         return true;
+    }
+    const bool done = state.UseRoom([&](auto &room) {
+        return OutputString(state, room, {channel, status, stamp}, ValueDString(value));
     });
+    if (!done) {
+        code = kRoomNotGrown;
+    }
+    return done;
 }
 
-/// A question or answer with a string in it, to a driver of generation 3. A place without a string passes as it is.
+/// A question or answer with a string in it, to a driver of generation 3. A value without a string passes as it is.
 template <typename TCharacter>
 void QueryCounted(const TDriverState &state, CTextRoom<TCharacter> &room, std::uint32_t &code, TValue in, TValue *out) {
-    if (HoldsString(in)) {
-        const auto text = room.ForDriver(ValueDString(in), room.kIn);
-        in = CountedValue(text.data(), text.size());
-    }
-    if (!HoldsString(*out)) {
-        state.entries.query_proc3(state.driver, in, *out, out);
+    using TRole = typename CTextRoom<TCharacter>::TRole;
+    if (HoldsString(in) && !room.ForDriver(ValueDString(in), TRole::kIn, in)) {
+        code = kRoomNotGrown;
         return;
     }
-    const auto text = room.ForDriver(ValueDString(*out), room.kOut);
-    const TValue present = CountedValue(text.data(), text.size());
-    TakeCountedAnswer(room, code, out,
-                      [&](TValue *record) { state.entries.query_proc3(state.driver, in, present, record); });
+    if (!HoldsString(*out)) {
+        state.entries.Get<TEntry::kQueryProc3>()(state.driver, in, *out, out);
+        return;
+    }
+    TValue present;
+    if (!room.ForDriver(ValueDString(*out), TRole::kOut, present)) {
+        code = kRoomNotGrown;
+        return;
+    }
+    TakeCountedAnswer(room, code, out, [&](TValue *record) {
+        state.entries.Get<TEntry::kQueryProc3>()(state.driver, in, present, record);
+    });
 }
 
 /// The same to a driver of generation 1, which writes its answer over the present text.
@@ -78,17 +94,19 @@ void QueryShort(const TDriverState &state, CTextRoom<TCharacter> &room, std::uin
         in = ShortTextValue(in_text.Data());
     }
     if (!HoldsString(*out)) {
-        state.entries.query_proc(state.driver, in, out);
+        state.entries.Get<TEntry::kQueryProc>()(state.driver, in, out);
         return;
     }
     TShortText<TCharacter> out_text(ViewOf(ValueDString(*out)));
     TValue record = ShortTextValue(out_text.Data());
-    state.entries.query_proc(state.driver, in, &record);
+    state.entries.Get<TEntry::kQueryProc>()(state.driver, in, &record);
     if (record.GetField<const TCharacter *>(TValue::kDStringAt) != out_text.Data()) {
         code = kForeignText;
         return;
     }
-    room.Deliver(out_text.View(), out);
+    if (!room.Deliver(out_text.View(), out)) {
+        code = kRoomNotGrown;
+    }
 }
 
 }  // namespace
@@ -96,25 +114,25 @@ void QueryShort(const TDriverState &state, CTextRoom<TCharacter> &room, std::uin
 bool CDriver::OutputRequest(std::uint32_t &code, std::uint32_t channel, TValue value, std::uint32_t status,
                             kq_def::TUTCStamp *stamp) {
     const TDriverState &state = *state_;
-    if (HoldsString(value) || state.output == EForm::kNone) {
+    if (state.stamped_output == nullptr || HoldsString(value)) {
         return OutputOther(state, code, channel, value, status, stamp);
     }
-    CallEntry(state, {channel, status, stamp}, value);
+    state.stamped_output(state.driver, channel, value, status, stamp);
     return true;
 }
 
 bool CDriver::QueryProc(std::uint32_t &code, TValue in, TValue *out) {
     const TDriverState &state = *state_;
-    const bool third = state.query == EForm::kThird;
-    if (state.query == EForm::kNone) {
+    const bool third = state.query == TForm::kThird;
+    if (state.query == TForm::kNone) {
         code = kNoQueryProc;
         return false;
     }
     if (!HoldsString(in) && !HoldsString(*out)) {
         if (third) {
-            state.entries.query_proc3(state.driver, in, *out, out);
+            state.entries.Get<TEntry::kQueryProc3>()(state.driver, in, *out, out);
         } else {
-            state.entries.query_proc(state.driver, in, out);
+            state.entries.Get<TEntry::kQueryProc>()(state.driver, in, out);
         }
         return true;
     }

@@ -23,8 +23,9 @@ enum TDriverCode : std::uint32_t {
     kNoOutputFinalized = 0xE1201049,  ///< no OutputFinalized
     kForeignText = 0xE120104B,        ///< the driver's text isn't in the room that it was given, or longer than that
     kForeignBuffer = 0xE120104C,      ///< the driver changed where a buffer lies
-    kRoomNotGrown = 0xE120104D,       ///< the driver wants more room, but names no more than it had, or over 67,108,864
-    kRoomTwice = 0xE120104E,          ///< the driver wants more room a second time
+    kRoomNotGrown = 0xE120104D,  ///< the driver wants more room, but names no more than it had, or over 67,108,864;
+                                 ///< or memory for a string is short
+    kRoomTwice = 0xE120104E,     ///< the driver wants more room a second time
 };
 
 /// Stands between a host and one driver in a loaded module, and gives the host one form of call, whatever the module's
@@ -40,8 +41,8 @@ enum TDriverCode : std::uint32_t {
 ///     driver.Stop();
 ///     driver.Done();                                   // then the module may be freed
 ///
-/// Nothing watches over that order, but an operation that comes too early, or behind Done, reaches no driver: it
-/// answers like one whose entry the module lacks. Only AbleToEnumerateChannels tells of the entries alone.
+/// Nothing watches over that order, but an operation that comes too early, or after Done, reaches no driver: it answers
+/// like one whose entry the module lacks. Only AbleToEnumerateChannels goes by the entries alone.
 ///
 /// Values are scalars, buffers, or strings in the form of tag kTagDString (driver/value_string.h); the other forms of
 /// text are the driver's alone. Texts to the caller go to a buffer given by its highest valid index and its address.
@@ -50,9 +51,18 @@ enum TDriverCode : std::uint32_t {
 /// There are no locks and no threads. A string needs the proxy's own room on its way, so one operation with strings
 /// runs at a time on a proxy and all its copies. A copy is the same driver once more: one of the holders calls Done,
 /// and no other one uses the driver after that. The driver knows the proxy that made it as its context and calls it
-/// back there, so that one must stay in its place.
+/// back there, so that one must not be moved or destroyed while the driver exists.
+///
+/// Construction and copies may throw std::bad_alloc. No operation throws: one that memory doesn't suffice for answers
+/// false, with the code kRoomNotGrown or a text.
 ///
 /// The virtual operations keep their order: hosts that were compiled earlier find them by it.
+///
+/// Where the members are:
+///   driver_proxy.cpp    construction, Init, Version, GetDriverInfo, Initialize, ReadParameters, Done
+///   driver_forward.cpp  all that pass a call on: QueryErrorCode to Stop, the rounds, buffers, DriverProc, callbacks
+///   driver_input.cpp    GetInput
+///   driver_output.cpp   OutputRequest, QueryProc
 class KQ_API CDriver {
 public:
     CDriver();
@@ -68,8 +78,8 @@ public:
     virtual bool GetDriverInfo(std::uint32_t high, char *text);
 
     /// Finds the module's entries and makes the driver. The instance counts the drivers that a host makes from one
-    /// module, 0 being the first; the name, up to 63 characters, is the driver's and stands in messages. False tells
-    /// which entry is missing, or that the module makes no driver.
+    /// module, 0 being the first; the name, up to 63 characters, is the driver's and is part of messages. False names
+    /// the entry that is missing, or says that the module makes no driver.
     virtual bool Initialize(std::uint32_t error_high, char *error, std::uint32_t instance, std::uint32_t name_high,
                             const char *name);
     /// Lets the driver read its parameter file; the path may have 259 characters. The two numbers and the second text
@@ -84,7 +94,7 @@ public:
     /// Can the driver list its channels? If needs_init3 isn't 0, it must be of generation 3 too. Needs Initialize.
     virtual bool AbleToEnumerateChannels(std::uint8_t needs_init3);
     /// The next block of the driver's channels. The cookie is 0 at the start and then the driver's to change. False
-    /// behind the last block. The direction is written only with true.
+    /// after the last block. The direction is written only with true.
     virtual bool EnumerateChannels(unsigned long &cookie, std::uint32_t &type, kq_def::TDirection &direction,
                                    std::uint32_t &first, std::uint32_t &count, std::uint8_t &flag);
     /// What a channel is, up to 255 characters, and a second text of up to 63; false, and no text, if the driver
@@ -133,7 +143,7 @@ public:
     virtual void DriverProc(std::uint32_t a, std::uint32_t b, std::uint32_t c, std::uint32_t d, std::uint32_t e);
     /// A question and its answer. Out holds the answer's present value on entry, of which a driver of generation 1 sees
     /// only a string. Each way generation 1 gets 255 characters of a string, generation 3 gets all. With a string in
-    /// either place true means that the code is 0; otherwise the code is written only with false.
+    /// either value true means that the code is 0; otherwise the code is written only with false.
     virtual bool QueryProc(std::uint32_t &code, kq_def::TValue in, kq_def::TValue *out);
 
     /// The driver calls back, a wide one through W, except from the Init of generation 1, which always gets A. What

@@ -20,27 +20,36 @@ bool CTextRoom<TCharacter>::Grow(std::uint32_t needed) {
 }
 
 template <typename TCharacter>
-void CTextRoom<TCharacter>::Deliver(std::basic_string_view<TCharacter> text, kq_def::TValue *value) {
-    if constexpr (sizeof(TCharacter) == 1) {
-        delivered_.Assign(text);
-    } else {
-        delivered_.Text().resize(text.size());
-        kq_base::Narrow(text, delivered_.Text().data());
+bool CTextRoom<TCharacter>::Deliver(std::basic_string_view<TCharacter> text, kq_def::TValue *value) {
+    try {
+        if constexpr (sizeof(TCharacter) == 1) {
+            delivered_.Assign(text);
+        } else {
+            delivered_.Text().resize(text.size());
+            kq_base::Narrow(text, delivered_.Text().data());
+        }
+    } catch (const std::bad_alloc &) {
+        return false;
     }
-    kq_def::SetValueDString(value, &delivered_);
+    return kq_def::SetValueDString(value, &delivered_);
 }
 
 template <typename TCharacter>
-std::basic_string_view<TCharacter> CTextRoom<TCharacter>::ForDriver(const TDStringA *string, TPlace place) {
+bool CTextRoom<TCharacter>::ForDriver(const TDStringA *string, TRole role, kq_def::TValue &value) {
     const std::string_view text = ViewOf(string);
     if constexpr (sizeof(TCharacter) == 1) {
-        return text;
+        value = CountedValue(text.data(), text.size());
     } else {
-        std::u16string &widened = widened_[place];
-        widened.resize(text.size());
+        std::u16string &widened = widened_[static_cast<std::size_t>(role)];
+        try {
+            widened.resize(text.size());
+        } catch (const std::exception &) {  // also a length that 16-bit characters can't have
+            return false;
+        }
         kq_base::Widen(text, widened.data());
-        return widened;
+        value = CountedValue(widened.data(), widened.size());
     }
+    return true;
 }
 
 template class CTextRoom<char>;

@@ -14,7 +14,8 @@
 namespace kq_drv {
 
 /// The room of a proxy in which its strings are on their way to and from the driver, in the width of the driver's
-/// texts. Everything in it keeps its size, so that strings of a length that passed before allocate nothing.
+/// texts. Everything in it keeps its size, so that strings of a length that passed before allocate nothing. Only the
+/// constructor throws when memory is short; the operations answer false then.
 template <typename TCharacter>
 class CTextRoom {
 public:
@@ -26,16 +27,17 @@ public:
     TCharacter *Data() { return characters_.get(); }
     std::uint32_t Capacity() const { return capacity_; }
     /// Makes room for more characters than before; what was there is gone. False, and nothing has changed, if it
-    /// wouldn't be more, or too much.
+    /// wouldn't be more, or too much, or if memory is short.
     bool Grow(std::uint32_t needed);
 
-    /// Gives a text that the driver wrote to the caller's value.
-    void Deliver(std::basic_string_view<TCharacter> text, kq_def::TValue *value);
+    /// Gives a text that the driver wrote to the caller's value. False, and the value is as it was, if memory is short.
+    bool Deliver(std::basic_string_view<TCharacter> text, kq_def::TValue *value);
 
-    /// A caller's string for the driver, and a terminator behind it: the string itself or, if the driver is wide, a
-    /// copy, one for each of the two values of a query. No string is an empty one.
-    enum TPlace : std::size_t { kIn, kOut };
-    std::basic_string_view<TCharacter> ForDriver(const TDStringA *string, TPlace place);
+    /// A value that leads the driver of generation 3 to a caller's string, which a terminator follows: to the string
+    /// itself or, if the driver is wide, to a copy, one for each of the two values of a query. No string is an empty
+    /// one. False if memory is short.
+    enum class TRole : std::uint8_t { kIn, kOut };
+    bool ForDriver(const TDStringA *string, TRole role, kq_def::TValue &value);
 
 private:
     static constexpr std::uint32_t kStep = 32;
@@ -68,8 +70,7 @@ kq_def::TValue ShortTextValue(TCharacter *text) {
 }
 
 /// A caller's string for a driver of generation 1 or 2: a copy that is cut to 255 characters.
-template <typename TCharacter>
-using TShortText = kq_base::CLocalText<TCharacter, 256>;
+using kq_base::TShortText;
 
 inline std::string_view ViewOf(const TDStringA *string) {
     return string != nullptr ? string->View() : std::string_view("");

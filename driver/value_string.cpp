@@ -1,5 +1,7 @@
 #include "driver/value_string.h"
 
+#include <new>
+
 namespace kq_def {
 
 TValue DStringValue(TDStringA *string) {
@@ -13,11 +15,16 @@ TDStringA *ValueDString(const TValue &value) {
     return value.tag == kTagDString ? value.GetField<TDStringA *>(TValue::kDStringAt) : nullptr;
 }
 
-void SetValueDString(TValue *value, const TDStringA *text) {
-    if (TDStringA *string = ValueDString(*value)) {
-        string->Assign(text->View());
-    } else {
-        *value = DStringValue(new TDStringA(text->View()));
+bool SetValueDString(TValue *value, const TDStringA *text) {
+    try {
+        if (TDStringA *string = ValueDString(*value)) {
+            string->Assign(text->View());
+        } else {
+            *value = DStringValue(new TDStringA(text->View()));
+        }
+        return true;
+    } catch (const std::bad_alloc &) {
+        return false;
     }
 }
 

@@ -22,8 +22,8 @@ KQ_API TDStringA *ValueDString(const TValue &value);
 
 /// Makes a value hold a text: assigned to the string that the value holds, which allocates nothing as long as the text
 /// fits into what that string had before, or to a new string, made by new, if the value holds none. No reference to the
-/// given text is kept; it may be the value's own.
-KQ_API void SetValueDString(TValue *value, const TDStringA *text);
+/// given text is kept; it may be the value's own. False, and nothing has changed, if memory is short.
+KQ_API bool SetValueDString(TValue *value, const TDStringA *text);
 /// Frees a string that SetValueDString made, and leaves the value holding none.
 KQ_API void DisposeValueDString(TValue *value);
 

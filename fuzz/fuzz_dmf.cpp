@@ -98,7 +98,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     if (HasReversedRange(table)) {
         return 0;
     }
-    // What was kept aside comes behind the ranges, and the next reading may find its place among them; then all stays.
+    // What was kept aside comes after the ranges, and the next reading may sort it in among them; then all stays.
     Require(SortedLines(once) == SortedLines(twice));
     Require(Rewrite(twice) == twice);
     if (owner.warnings + owner.errors == 0) {

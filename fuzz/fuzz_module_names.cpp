@@ -12,7 +12,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     kq_os::CElfSymbols symbols;
     const bool opened = symbols.Open(image);
     for (const std::string_view name : {"Version", "MakeDriver", "Init3W", "function", "weak", "import", ""}) {
-        // What is exported stands in the file, with its terminator.
+        // What is exported is in the file, with its terminator.
         if (symbols.Exports(name) && (!opened || image.find(std::string(name) + '\0') == std::string_view::npos)) {
             std::abort();
         }

@@ -3,7 +3,7 @@
 #include <cstdlib>
 #include <string_view>
 
-#include "scanner/tape_reader.h"
+#include "scanner/string_tape_reader.h"
 #include "tests/scanner/reference_reader.h"
 
 namespace {

@@ -1,5 +1,5 @@
-/// Any text as a template, compiled and told without a host and with one; the same text as an expression; and its first
-/// line as a value list against the rest.
+/// Any text as a template, compiled and described without a host and with one; the same text as an expression; and its
+/// first line as a value list against the rest.
 
 #include <cstdint>
 #include <cstdlib>
@@ -35,7 +35,7 @@ void EvaluateExpression(std::string_view text) {
     kq_cfg::EvaluateExpression(text, {{"number", number}, {"v", word}});
 }
 
-/// An item of a match shows a piece of the text or a value that stands for nothing taken, never more than one text
+/// An item of a match shows a piece of the text or the value of an empty piece, never more than one text
 /// holds.
 void MatchValueList(std::string_view text) {
     const std::size_t end = text.find('\n');

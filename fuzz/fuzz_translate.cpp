@@ -16,7 +16,7 @@ void Require(bool holds) {
     }
 }
 
-/// Cuts off what stands ahead of the next form feed.
+/// Cuts off what precedes the next form feed.
 std::string_view TakeText(std::string_view &rest) {
     const std::string_view text = rest.substr(0, rest.find('\f'));
     rest.remove_prefix(text.size() < rest.size() ? text.size() + 1 : text.size());
@@ -38,9 +38,9 @@ bool SameMessages(const kq_cfg::TReport &left, const kq_cfg::TReport &right) {
     if (left.messages.size() != right.messages.size()) {
         return false;
     }
-    for (std::size_t place = 0; place < left.messages.size(); ++place) {
-        if (left.messages[place].text != right.messages[place].text ||
-            left.messages[place].line != right.messages[place].line) {
+    for (std::size_t row = 0; row < left.messages.size(); ++row) {
+        if (left.messages[row].text != right.messages[row].text ||
+            left.messages[row].line != right.messages[row].line) {
             return false;
         }
     }

@@ -124,7 +124,7 @@ void CDllItem::OpenEditor(std::uint32_t &index, std::unique_ptr<TCellEditor> &ed
     if (!BeginEditor(index, editor) || !IsEnabled()) {
         return;
     }
-    auto box = std::make_unique<CComboBox>(CComboBox::EMode::list);
+    auto box = std::make_unique<CComboBox>(CComboBox::TMode::kList);
     for (const kq_base::TText &name : names_) {
         box->AppendEntry(name.View());
     }

@@ -125,14 +125,14 @@ bool CMatcher::Search() {
         std::size_t kept = 0;
         for (std::size_t place = 0; place < queue_.size(); ++place) {
             const TStep step = Step(place);
-            if (step == TStep::matched) {
+            if (step == TStep::kMatched) {
                 won_ = queue_[place];
                 return true;
             }
             if (overrun_) {
                 return false;
             }
-            if (step == TStep::goesOn) {
+            if (step == TStep::kGoesOn) {
                 queue_[kept++] = queue_[place];
             } else {
                 Drop(queue_[place]);
@@ -219,7 +219,7 @@ CMatcher::TStep CMatcher::Step(std::size_t place) {
     }
     if (pattern.publishes && (++steps_ > kMaxSteps || queue_.size() > kMaxWaiting)) {
         overrun_ = true;
-        return TStep::failed;
+        return TStep::kFailed;
     }
     const CScopeGuard outer(pattern.scope1);
     const CScopeGuard inner(pattern.scope2);
@@ -231,16 +231,16 @@ CMatcher::TStep CMatcher::StepInScope(const TPattern &pattern, std::size_t place
     const bool has_next = candidate.item + 1 < pattern.count;
     if (candidate.position == text_.size()) {
         if (!has_next) {
-            return TStep::matched;
+            return TStep::kMatched;
         }
         if (!Mark(pattern, false, candidate.item, candidate.position)) {
-            return TStep::failed;
+            return TStep::kFailed;
         }
         if (RestMayBeEmpty(pattern, candidate.item)) {
-            return TStep::matched;
+            return TStep::kMatched;
         }
     } else if (!Mark(pattern, false, candidate.item, candidate.position)) {
-        return TStep::failed;
+        return TStep::kFailed;
     }
     if (has_next) {
         if (pattern.publishes) {
@@ -250,14 +250,14 @@ CMatcher::TStep CMatcher::StepInScope(const TPattern &pattern, std::size_t place
     }
     TMatchStep step;
     if (candidate.complete || !Match(operations_[pattern.first + candidate.item], candidate.position, step)) {
-        return TStep::failed;
+        return TStep::kFailed;
     }
     if (pattern.publishes) {
         loads_[candidate.trace].Clone().ParseValue(text_, candidate.position, step.position);
     }
     queue_[place].position = step.position;
     queue_[place].complete = step.complete;
-    return TStep::goesOn;
+    return TStep::kGoesOn;
 }
 
 const std::vector<TCut> &CMatcher::Cuts() {

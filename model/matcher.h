@@ -106,7 +106,7 @@ private:
         CItem &Clone() const { return *results->Items().back(); }
     };
 
-    enum class TStep { goesOn, failed, matched };
+    enum class TStep { kGoesOn, kFailed, kMatched };
 
     void Prepare(bool everything_cheaply);
     bool Search();

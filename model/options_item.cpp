@@ -59,7 +59,7 @@ void COptionsItem::OpenEditor(std::uint32_t &index, std::unique_ptr<TCellEditor>
     if (!BeginEditor(index, editor)) {
         return;
     }
-    auto box = std::make_unique<CComboBox>(CComboBox::EMode::list);
+    auto box = std::make_unique<CComboBox>(CComboBox::TMode::kList);
     if (optional_) {
         box->AppendEntry(NoneText().View());
     }

@@ -6,28 +6,9 @@
 #include "model/sheet_data.h"
 #include "model/string_item.h"
 #include "model/texts.h"
-#include "scanner/par_scanner.h"
+#include "scanner/text_par_scanner.h"
 
 namespace kq_pdt {
-
-namespace {
-
-/// The scanner over a text in memory.
-class CTextParScanner final : public par_scanner::CParScanner {
-public:
-    explicit CTextParScanner(std::string_view text) : text_(text) {}
-
-    std::uint32_t GetDataSize() override { return static_cast<std::uint32_t>(text_.size()); }
-    bool ReadBlockData(par_scanner::TStr0_ *buffer) override {
-        std::copy(text_.begin(), text_.end(), buffer);
-        return true;
-    }
-
-private:
-    std::string_view text_;
-};
-
-}  // namespace
 
 void CParReader::Warn(std::string_view text1, std::string_view text2, std::uint32_t line) {
     if (CReportWindow *window = sheet_data_.Window()) {
@@ -36,8 +17,7 @@ void CParReader::Warn(std::string_view text1, std::string_view text2, std::uint3
 }
 
 void CParReader::Read(std::string_view text) {
-    CTextParScanner scanner(text);
-    scanner.Init(1);
+    par_scanner::CTextParScanner scanner(text);
     scanner_ = &scanner;
     TPending pending;
     for (bool more = scanner.FirstSection(); more; more = scanner.NextSection()) {

@@ -10,7 +10,7 @@ void CParSheetData::ShowBadChannel() {
     TMessageBox box;
     box.title = texts::kBadChannelTitle;
     box.lines[0] = texts::kBadChannel;
-    box.icon = EBoxIcon::stop;
+    box.icon = TBoxIcon::kStop;
     DoMessageBox2(box);
 }
 

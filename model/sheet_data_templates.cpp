@@ -129,7 +129,7 @@ void CParSheetData::ShowTemplateBox(std::string_view path, const TCompileResult 
                                       .append(texts::kTemplateBoxPosition)
                                       .append(kq_base::DecimalText(result.position)))
                        .View();
-    box.icon = EBoxIcon::stop;
+    box.icon = TBoxIcon::kStop;
     DoMessageBox2(box);
 }
 

@@ -18,7 +18,7 @@ void CTypedItem::OpenEditor(std::uint32_t &index, std::unique_ptr<TCellEditor> &
         AddControl(*editor);
         return;
     }
-    auto box = std::make_unique<CComboBox>(CComboBox::EMode::freeText);
+    auto box = std::make_unique<CComboBox>(CComboBox::TMode::kFreeText);
     box->AppendEntry(NoneText().View());
     if (undefined_) {
         box->Select(1);

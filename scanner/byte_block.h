@@ -9,11 +9,11 @@
 #include <emmintrin.h>
 #endif
 
-/// Sixteen bytes that are looked at together. With SSE2 a question costs an instruction or two, elsewhere a loop; the
-/// answers are the same.
+/// Sixteen bytes that are tested together. With SSE2 a test costs an instruction or two, elsewhere a loop; the results
+/// are the same.
 namespace par_scanner::detail {
 
-/// Which of sixteen bytes answered yes.
+/// Which of sixteen bytes passed a test.
 class CByteFlags {
 public:
 #if defined(__SSE2__)
@@ -115,7 +115,7 @@ public:
     }
 };
 
-/// The place of the lowest bit of a mask that isn't 0.
+/// The index of the lowest bit of a mask that isn't 0.
 template <class Mask>
 std::uint32_t LowestBit(Mask mask) {
     if (mask == 0) {

@@ -9,26 +9,22 @@
 /// What each of the 256 bytes means to the token reader, as look-up tables.
 namespace par_scanner::detail {
 
-/// What begins with a character, beside the token kinds of one character, which stand for themselves.
-enum TStart : std::uint8_t {
-    kStartsIdentifier = 64,
-    kStartsNumber,
-    kStartsString,
-    kStartsParenthesis,
-    kStartsColon,
-    kStartsLess,
-    kStartsGreater,
-    kStartsDot,
-};
+/// What begins with a character, beside the token kinds of one character, which are their own codes.
+inline constexpr std::uint8_t kStartsIdentifier = 64;
+inline constexpr std::uint8_t kStartsNumber = 65;
+inline constexpr std::uint8_t kStartsString = 66;
+inline constexpr std::uint8_t kStartsParenthesis = 67;
+inline constexpr std::uint8_t kStartsColon = 68;
+inline constexpr std::uint8_t kStartsLess = 69;
+inline constexpr std::uint8_t kStartsGreater = 70;
+inline constexpr std::uint8_t kStartsDot = 71;
 
-/// Runs that a character may go on.
-enum TRun : std::uint8_t {
-    kInIdentifier = 1,
-    kInNumber = 2,
-    kInString = 4,   ///< neither a quote nor a line end
-    kInComment = 8,  ///< neither a parenthesis, a star nor a line feed
-    kWhiteSpace = 16,
-};
+/// Runs that a character may continue, a bit each.
+inline constexpr std::uint8_t kInIdentifier = 1;
+inline constexpr std::uint8_t kInNumber = 2;
+inline constexpr std::uint8_t kInString = 4;   ///< neither a quote nor a line end
+inline constexpr std::uint8_t kInComment = 8;  ///< neither a parenthesis, a star nor a line feed
+inline constexpr std::uint8_t kWhiteSpace = 16;
 
 constexpr std::array<std::uint8_t, 256> MakeStarts() {
     std::array<std::uint8_t, 256> starts{};

@@ -1,16 +1,17 @@
-// Reads key lines. Plain lines are measured in blocks, odd ones cut token by token.
-//
-// A header with a comment ahead of it ends the keys of no section: the lines behind it belong to both. Were each
-// section read by itself, a text of such headers would cost its length squared; so sections that are joined in this
-// way are read in one go and share the list.
+#include "scanner/key_loader.h"
 
 #include <algorithm>
 #include <limits>
 
 #include "scanner/line_scan.h"
 #include "scanner/plain_text.h"
-#include "scanner/scanned_text.h"
 #include "scanner/text_cutter.h"
+
+// Reads key lines. Plain lines are measured in blocks, odd ones cut token by token.
+//
+// A header after a comment ends the keys of no section: the lines that follow it belong to both. Were each
+// section read by itself, a text of such headers would cost its length squared; so sections that are joined in this
+// way are read in one go and share the list.
 
 namespace par_scanner::detail {
 
@@ -22,10 +23,10 @@ class CKeyLoader {
 public:
     CKeyLoader(TScannedText &text, CTapeReader &tape, std::size_t first_section)
         : text_(text), tape_(tape), section_(first_section), keys_(text.keys_read) {
-        place_ = text.sections[first_section].position;
-        odd_ = std::lower_bound(text.odd_lines.begin(), text.odd_lines.end(), place_.index);
+        position_ = text.sections[first_section].position;
+        odd_ = std::lower_bound(text.odd_lines.begin(), text.odd_lines.end(), position_.index);
         next_odd_ = odd_ != text.odd_lines.end() ? *odd_ : kNever;
-        next_section_ = place_.index;
+        next_section_ = position_.index;
     }
 
     void Run() {
@@ -38,7 +39,7 @@ public:
             more = IsOdd() ? ReadOddLine() : ReadPlainLine();
         }
         list->keys.assign(keys_.begin(), keys_.end());
-        list->end = place_;
+        list->end = position_;
         for (; first != section_; ++first) {
             text_.sections[first].list = list;
         }
@@ -51,25 +52,25 @@ private:
     static constexpr std::size_t kKeptRoom = 4096;              ///< keys
     static constexpr std::uint64_t kNever = ~std::uint64_t{0};  ///< no offset
 
-    const char *Begin() const { return text_.text.get() + place_.index; }
+    const char *Begin() const { return text_.text.get() + position_.index; }
 
     /// At the start of a line: notes if a section begins here.
     void EnterSection() {
-        if (place_.index == next_section_) {
+        if (position_.index == next_section_) {
             text_.sections[section_++].first_key = static_cast<std::uint32_t>(keys_.size());
             next_section_ = section_ < text_.sections.size() ? text_.sections[section_].position.index : kNever;
         }
     }
 
     bool IsOdd() {
-        while (next_odd_ < place_.index) {
+        while (next_odd_ < position_.index) {
             ++odd_;
             next_odd_ = odd_ != text_.odd_lines.end() ? *odd_ : kNever;
         }
-        return next_odd_ == place_.index || tape_.CarriesOver();
+        return next_odd_ == position_.index || tape_.CarriesOver();
     }
 
-    // Each way of reading a line gives false if the keys end in it, and sets the place behind what it has read.
+    // Each way of reading a line gives false if the keys end in it, and moves the position past what it has read.
 
     bool ReadPlainLine() {
         const char *begin = Begin();
@@ -91,7 +92,7 @@ private:
             key.plain = equal <= std::numeric_limits<std::uint16_t>::max();
             key.equal = static_cast<std::uint16_t>(equal);
         }
-        place_ = {text_.OffsetOf(line.line_feed) + 1, place_.line + 1, 1};
+        position_ = {text_.OffsetOf(line.line_feed) + 1, position_.line + 1, 1};
         return true;
     }
 
@@ -106,12 +107,12 @@ private:
             FindConspicuous(first + 1, line.line_feed) != line.line_feed) {
             return ReadTokens();
         }
-        place_ = {text_.OffsetOf(line.line_feed) + 1, place_.line + 1, 1};
+        position_ = {text_.OffsetOf(line.line_feed) + 1, position_.line + 1, 1};
         return false;
     }
 
     bool ReadTokens() {
-        tape_.SetPosition(place_);
+        tape_.SetPosition(position_);
         const TCut cut = CutText(tape_, text_.View(), KindSet(kEqual) | KindSet(kLineEnd));
         bool more = !cut.end && !cut.text.starts_with('[');
         if (more && !cut.text.empty()) {
@@ -120,14 +121,14 @@ private:
         if (more && cut.stop == kEqual) {
             more = FindKind(tape_, kLineEnd, kNoToken);
         }
-        place_ = tape_.GetPosition();
+        position_ = tape_.GetPosition();
         return more;
     }
 
     CKey &AddKey(std::string_view name) {
         CKey &key = keys_.emplace_back();
-        key.index = place_.index;
-        key.line = place_.line;
+        key.index = position_.index;
+        key.line = position_.line;
         key.name = text_.OffsetOf(name.data());
         key.name_length = static_cast<std::uint8_t>(name.size());
         return key;
@@ -137,7 +138,7 @@ private:
     CTapeReader &tape_;
     std::size_t section_;  ///< the next one to begin
     std::vector<CKey> &keys_;
-    TPosition place_;  ///< the start of the line
+    TPosition position_;  ///< the start of the line
     std::vector<std::uint32_t>::const_iterator odd_;
     std::uint64_t next_odd_ = kNever;      ///< the next odd line, here or further on
     std::uint64_t next_section_ = kNever;  ///< where the next section begins
@@ -154,7 +155,7 @@ void LoadKeys(TScannedText &text, CTapeReader &tape, CSection &section) {
     if (text.sections[first].list == nullptr) {
         CKeyLoader(text, tape, first).Run();
     }
-    if (section.list == nullptr) {  // only a tape at which no reading succeeds any more ends ahead of it
+    if (section.list == nullptr) {  // only a tape at which no reading succeeds any more ends before it
         CKeyLoader(text, tape, asked).Run();
     }
     section.key_count = static_cast<std::uint32_t>(section.list->keys.size()) - section.first_key;

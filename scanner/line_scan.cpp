@@ -11,12 +11,12 @@ namespace {
 constexpr std::ptrdiff_t kStep = 64;
 static_assert(kMargin > kStep);
 
-/// The conspicuous bytes of a block; behind is the block one byte further. The slash lies between the dot and the
+/// The conspicuous bytes of a block; next is the block one byte further. The slash lies between the dot and the
 /// digits: it only costs a closer look.
-CByteFlags Conspicuous(const CByteBlock &block, const CByteBlock &behind) {
-    return block.AnyOf('\'', '[', '\0') | (block.Equal('(') & behind.Equal('*')) |
-           (block.InRange('.', '9') & behind.EqualLetter('e')) | (block.Equal('.') & behind.Equal('.')) |
-           block.Equal('\r').Without(behind.Equal('\n'));
+CByteFlags Conspicuous(const CByteBlock &block, const CByteBlock &next) {
+    return block.AnyOf('\'', '[', '\0') | (block.Equal('(') & next.Equal('*')) |
+           (block.InRange('.', '9') & next.EqualLetter('e')) | (block.Equal('.') & next.Equal('.')) |
+           block.Equal('\r').Without(next.Equal('\n'));
 }
 
 }  // namespace

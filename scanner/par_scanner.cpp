@@ -4,15 +4,16 @@
 #include <new>
 
 #include "platform/base/bounded_text.h"
-#include "platform/base/files.h"
 #include "scanner/byte_block.h"
+#include "scanner/key_loader.h"
 #include "scanner/plain_text.h"
 #include "scanner/scanned_text.h"
+#include "scanner/section_scan.h"
 #include "scanner/text_cutter.h"
 
 // Every text has two ways out of the tape. In general it is cut token by token (scanner/text_cutter.h), which is what
 // the result always is. In a plain line, and those are nearly all, the same result is found by looking for blanks,
-// commas and the line end only. Either way leaves the tape at the same place, so the ways may alternate from call to
+// commas and the line end only. Both ways leave the tape at the same position, so they may alternate from call to
 // call.
 
 namespace par_scanner {
@@ -35,8 +36,7 @@ void CopyOut(std::string_view text, char *target) {
 }
 
 void CopyName(std::string_view name, std::uint32_t high, char *target) {
-    constexpr std::uint32_t kWholeBuffer = 255;
-    if (high >= kWholeBuffer) {
+    if (high >= kq_base::TText::kBound) {
         CopyOut(name, target);
     } else {
         kq_base::CopyToBuffer(name, high, target);
@@ -46,15 +46,15 @@ void CopyName(std::string_view name, std::uint32_t high, char *target) {
 }  // namespace
 
 [[gnu::always_inline]] inline std::string_view CParScanner::CutPlainValue() {
-    const TPosition place = tape_.GetPosition();
-    const detail::TPlainValue value = text_->values.Cut(text_->text.get(), place.index);
+    const TPosition begin = tape_.GetPosition();
+    const detail::TPlainValue value = text_->values.Cut(text_->text.get(), begin.index);
     separator_ = value.separator;
     last_value_ = value.separator == kLineEnd;
     in_plain_line_ = true;
     if (last_value_) {
-        tape_.SetPosition({value.next, place.line + 1, 1});
+        tape_.SetPosition({value.next, begin.line + 1, 1});
     } else {
-        tape_.SetPosition({value.next, place.line, place.lineIndex + (value.next - place.index)});
+        tape_.SetPosition({value.next, begin.line, begin.lineIndex + (value.next - begin.index)});
     }
     return {text_->text.get() + value.first, value.length};
 }
@@ -87,7 +87,7 @@ bool CParScanner::Init(std::uint32_t source) {
     tape_.InitBuffer(text_->text.get(), size);
     in_plain_line_ = false;
     detail::ScanSections(*text_, tape_);
-    // The list's cursor stands on what was appended last; a walk begins with FirstSection anyway.
+    // The section that was found last is current; a caller begins with FirstSection anyway.
     section_ = text_->sections.empty() ? nullptr : &text_->sections.back();
     return true;
 }
@@ -211,7 +211,7 @@ bool CParScanner::KeyPars(std::string_view &text) {
     in_plain_line_ = false;
     text = {};
     const CKey *key = CurrentKey();
-    if (key == nullptr || !GoBehindEqual(*key)) {
+    if (key == nullptr || !GoPastEqual(*key)) {
         return false;
     }
     if (!IsPlain(*key)) {
@@ -224,7 +224,7 @@ bool CParScanner::KeyPars(std::string_view &text) {
     return true;
 }
 
-bool CParScanner::GoBehindEqual(const CKey &key) {
+bool CParScanner::GoPastEqual(const CKey &key) {
     if (!IsPlain(key)) {
         tape_.SetPosition(key.Position());
         return detail::FindKind(tape_, kEqual, kLineEnd);
@@ -253,7 +253,7 @@ bool CParScanner::GetFirstPar(std::uint32_t /*high*/, char *value) {
 bool CParScanner::FirstValue(std::string_view &value) {
     in_plain_line_ = false;
     const CKey *key = CurrentKey();
-    if (key == nullptr || !GoBehindEqual(*key)) {
+    if (key == nullptr || !GoPastEqual(*key)) {
         return false;
     }
     value = IsPlain(*key) ? CutPlainValue() : CutValue();
@@ -316,23 +316,6 @@ std::uint32_t CParScanner::AppendStrUntilTokenEx(std::uint32_t /*high*/, char *t
     CopyOut(cut.text, text);
     end = cut.end;
     return cut.stop;
-}
-
-bool CFileParScanner::Init(const char *path, std::uint32_t source) {
-    std::string error;
-    if (path == nullptr || !kq_base::CDisk::Current().Read(path, content_, error)) {
-        return false;
-    }
-    const bool read = CParScanner::Init(source);
-    content_ = {};
-    return read;
-}
-
-std::uint32_t CFileParScanner::GetDataSize() { return static_cast<std::uint32_t>(content_.size()); }
-
-bool CFileParScanner::ReadBlockData(TStr0_ *buffer) {
-    content_.copy(buffer, content_.size());
-    return true;
 }
 
 void Init_() {}

@@ -6,7 +6,7 @@
 
 #include "scanner/tape_reader.h"
 
-/// What the scanner keeps of a parameter file beside its text: places, no characters.
+/// What the scanner keeps of a parameter file beside its text: positions, no characters.
 namespace par_scanner {
 
 /// A key of a section. Sixteen bytes, since a file may hold hundreds of thousands.
@@ -16,7 +16,7 @@ struct CKey {
     std::uint32_t name = 0;        ///< offset of the key text
     std::uint16_t equal = 0;       ///< plain lines: from the key text to the `=`; 0 if there is none
     std::uint8_t name_length = 0;  ///< at most 255
-    bool plain = false;            ///< each character of the line stands for itself: see TLine
+    bool plain = false;            ///< each character of the line means itself
 
     TPosition Position() const { return {index, line, 1}; }
 };
@@ -28,19 +28,19 @@ struct TKeyList {
     TPosition end;  ///< where reading them left the tape
 };
 
-/// A section. Its keys are those of a list from first_key on: a header with a comment ahead of it is a key line too, so
-/// the section ahead reads on beyond it, and the two have one list.
+/// A section. Its keys are those of a list from first_key on: a header after a comment is a key line too, so the
+/// section before it goes on beyond it, and the two have one list.
 struct CSection {
     std::shared_ptr<const TKeyList> list;  ///< may be there before the section is loaded
     std::uint32_t first_key = 0;
     std::uint32_t key_count = 0;    ///< 0 until the section is loaded
     std::uint32_t current_key = 0;  ///< the cursor, counted from first_key; key_count if no key is current
-    TPosition position;             ///< the start of the line behind the header
+    TPosition position;             ///< the start of the line after the header
     std::uint32_t line = 0;         ///< the line of the header, from 1
     std::uint32_t name = 0;         ///< offset of the text between the brackets
     std::uint8_t name_length = 0;   ///< at most 255
     bool loaded = false;            ///< the keys have been read
-    bool joined = false;            ///< the section ahead reads on through this one
+    bool joined = false;            ///< the keys of the section before go on through this one
 
     const CKey *CurrentKey() const { return current_key < key_count ? &list->keys[first_key + current_key] : nullptr; }
 };

@@ -4,22 +4,23 @@
 #include <cstring>
 #include <string_view>
 
+#include "platform/base/bounded_text.h"
 #include "scanner/byte_block.h"
 #include "scanner/line_scan.h"
 #include "scanner/tape_reader.h"
 
-/// How texts are cut from a plain line (TLine), which needs no tokens. All of this reads some bytes behind the line's
+/// How texts are cut from a plain line (TLine), which needs no tokens. All of this reads some bytes beyond the line's
 /// end, kMargin at most.
 namespace par_scanner::detail {
 
 /// The text from first up to last as it is delivered: 255 characters at most, a longer one cut to 254.
 inline std::string_view PlainText(const char *first, const char *last) {
-    constexpr std::size_t kLongest = 255;
+    constexpr std::size_t kLongest = kq_base::TText::kBound;
     const auto length = static_cast<std::size_t>(last - first);
     return {first, length > kLongest ? kLongest - 1 : length};
 }
 
-/// The first byte from a place on that is no blank.
+/// The first byte from here on that is no blank.
 inline const char *SkipBlanks(const char *at) {
     for (;; at += CByteBlock::kSize) {
         const std::uint32_t others = ~CByteBlock(at).Equal(' ').Mask() & CByteBlock::kAll;
@@ -54,7 +55,7 @@ inline TPlainRest CutPlainRest(const char *first, const char *end) {
 struct TPlainValue {
     std::uint32_t first;  ///< offset of the value
     std::uint32_t length;
-    std::uint32_t next;       ///< offset behind the separator: the next value, or the next line
+    std::uint32_t next;       ///< offset after the separator: the next value, or the next line
     std::uint32_t separator;  ///< the token kind: kComma, kBlank or kLineEnd
 };
 
@@ -62,7 +63,7 @@ struct TPlainValue {
 /// cost one look.
 class CPlainValues {
 public:
-    /// The value at an offset of the text, blanks ahead of it skipped.
+    /// The value at an offset of the text, blanks before it skipped.
     TPlainValue Cut(const char *text, std::uint32_t offset) {
         const std::uint32_t ahead = offset - window_;
         TPlainValue value;

@@ -21,18 +21,7 @@ struct TScannedText {
 
     std::string_view View() const { return {text.get(), size}; }
     const char *End() const { return text.get() + size; }
-    std::uint32_t OffsetOf(const char *place) const { return static_cast<std::uint32_t>(place - text.get()); }
+    std::uint32_t OffsetOf(const char *character) const { return static_cast<std::uint32_t>(character - text.get()); }
 };
 
-namespace detail {
-
-/// Finds the sections, from the tape's place to the end of the text, where it leaves the tape. The tape must be laid
-/// in.
-void ScanSections(TScannedText &text, CTapeReader &tape);
-
-/// Reads the keys of a section, and with them those of the sections that it is joined to, and puts the tape where that
-/// reading ended.
-void LoadKeys(TScannedText &text, CTapeReader &tape, CSection &section);
-
-}  // namespace detail
 }  // namespace par_scanner

@@ -1,12 +1,13 @@
-// The one pass over the whole text. Most bytes can't matter to it: only a `[` at the beginning of a line makes a
-// header, and only quotes, comments and malformed numbers change what the bytes behind them are. So the pass looks for
-// those and reads the lines that hold one token by token; what lies between is only counted.
+#include "scanner/section_scan.h"
 
 #include <algorithm>
 
 #include "scanner/line_scan.h"
-#include "scanner/scanned_text.h"
 #include "scanner/text_cutter.h"
+
+// The one pass over the whole text. Most bytes can't matter to it: only a `[` at the beginning of a line makes a
+// header, and only quotes, comments and malformed numbers change what the bytes after them are. So the pass looks for
+// those and reads the lines that hold one token by token; what lies between is only counted.
 
 namespace par_scanner::detail {
 
@@ -74,8 +75,8 @@ private:
         }
     }
 
-    /// Behind a `[`, the reading of which began at an offset. A comment that was skipped there begins the line's key
-    /// text, and so the line doesn't end the keys of the section ahead.
+    /// Reads on after a `[`, the reading of which began at an offset. A comment that was skipped there begins the
+    /// line's key text, and so the line doesn't end the keys of the section before.
     bool ReadHeader(std::uint32_t begin) {
         const bool ends_keys = begin < text_.size && text_.text[begin] == '[';
         const TCut name = CutText(tape_, text_.View(), KindSet(kRightBracket) | KindSet(kLineEnd));

@@ -2,183 +2,18 @@
 
 #include <algorithm>
 #include <cstring>
-#include <limits>
 #include <typeinfo>
 
-#include "platform/base/bounded_text.h"
-#include "scanner/byte_block.h"
 #include "scanner/character_class.h"
+#include "scanner/tapes.h"
 
-// One lexer over two kinds of tape. CDirectTape takes the characters from memory and keeps the place in local
-// variables; CVirtualTape asks ReadCharacter for each of them, for subclasses that have their own source. Both offer
-// the same few moves, so the rules of the language stand once, in CLexer.
+// The rules of the language are in CLexer, once for both kinds of tape (scanner/tapes.h).
 
 namespace par_scanner {
 
-using detail::CByteBlock;
-using detail::Is;
-using detail::LowestBit;
 using detail::StartOf;
 
 enum class CTapeReader::TOutcome : std::uint8_t { kToken, kEnd, kFailed, kBadNumber };
-
-/// The tape in memory. The place goes back to the reader when the tape is destroyed.
-class CTapeReader::CDirectTape {
-public:
-    explicit CDirectTape(CTapeReader &reader)
-        : reader_(reader),
-          data_(reader.data_),
-          size_(reader.data_ != nullptr ? reader.size_ : 0),
-          index_(reader.index_),
-          line_(reader.line_),
-          line_origin_(reader.index_ - reader.line_index_) {}
-    ~CDirectTape() {
-        reader_.index_ = index_;
-        reader_.line_ = line_;
-        reader_.line_index_ = index_ - line_origin_;
-    }
-    CDirectTape(const CDirectTape &) = delete;
-    CDirectTape &operator=(const CDirectTape &) = delete;
-
-    bool Next(char &character) {
-        if (index_ >= size_) {
-            return false;
-        }
-        character = data_[index_++];
-        if (character == '\n') {
-            ++line_;
-            line_origin_ = index_ - 1;
-        }
-        return true;
-    }
-    bool Peek(char &character) const {
-        if (index_ >= size_) {
-            return false;
-        }
-        character = data_[index_];
-        return true;
-    }
-    /// Consumes a character that was peeked at and is no line feed.
-    void Take() { ++index_; }
-    /// Skips blanks, tabs and line ends.
-    void SkipWhiteSpace() {
-        char character = 0;
-        while (Peek(character) && Is(character, detail::kWhiteSpace)) {
-            Next(character);
-            if (character == '\n') {
-                SkipIndentation();
-            }
-        }
-    }
-    /// Skips a run that holds no line feed.
-    template <std::uint8_t Run>
-    void SkipRun() {
-        index_ = RunEnd<Run>(size_);
-    }
-    /// Appends a run that holds no line feed to the text, as long as there is room; count is the text's length.
-    template <std::uint8_t Run>
-    void StoreRun(char *text, std::uint32_t &count) {
-        const std::uint32_t room = kTextSize - count;
-        const std::uint32_t end = RunEnd<Run>(size_ - index_ > room ? index_ + room : size_);
-        const std::uint32_t length = end - index_;
-        CopyRun(text + count, length, room);
-        count += length;
-        index_ = end;
-    }
-
-private:
-    void SkipIndentation() {
-        while (size_ - index_ >= CByteBlock::kSize) {
-            const std::uint32_t others = ~CByteBlock(data_ + index_).Equal(' ').Mask() & CByteBlock::kAll;
-            if (others != 0) {
-                index_ += LowestBit(others);
-                return;
-            }
-            index_ += CByteBlock::kSize;
-        }
-    }
-
-    /// The bytes of a block that may end a run.
-    template <std::uint8_t Run>
-    static std::uint32_t EndsRun(const CByteBlock &block) {
-        if constexpr (Run == detail::kInIdentifier) {
-            return ~block.Words().Mask() & CByteBlock::kAll;
-        } else if constexpr (Run == detail::kInString) {
-            return block.AnyOf('\'', '\r', '\n').Mask();
-        } else {
-            static_assert(Run == detail::kInComment);
-            return block.AnyOf('(', '*', '\n').Mask();
-        }
-    }
-
-    template <std::uint8_t Run>
-    std::uint32_t RunEnd(std::uint32_t limit) const {
-        std::uint32_t end = index_;
-        if constexpr (Run != detail::kInNumber) {
-            while (limit - end >= CByteBlock::kSize) {
-                const std::uint32_t ends = EndsRun<Run>(CByteBlock(data_ + end));
-                if (ends != 0) {
-                    end += LowestBit(ends);
-                    break;
-                }
-                end += CByteBlock::kSize;
-            }
-        }
-        while (end < limit && Is(data_[end], Run)) {
-            ++end;
-        }
-        return end;
-    }
-    /// Nearly all runs are short: a whole block, copied inline, beats a call. What is copied too much lies inside the
-    /// tape and inside the text.
-    void CopyRun(char *text, std::uint32_t length, std::uint32_t room) const {
-        if (length <= CByteBlock::kSize && room >= CByteBlock::kSize && size_ - index_ >= CByteBlock::kSize) {
-            CByteBlock(data_ + index_).Store(text);
-        } else if (length != 0) {
-            std::memcpy(text, data_ + index_, length);
-        }
-    }
-
-    CTapeReader &reader_;
-    const char *data_;
-    std::uint32_t size_;
-    std::uint32_t index_;
-    std::uint32_t line_;
-    std::uint32_t line_origin_;  ///< lineIndex is the distance from here
-};
-
-/// The characters that a subclass supplies, one call each.
-class CTapeReader::CVirtualTape {
-public:
-    CVirtualTape(CTapeReader &reader, std::uint32_t &error) : reader_(reader), error_(error) {}
-
-    bool Next(char &character) { return reader_.ReadCharacterInternal(error_, character, false); }
-    bool Peek(char &character) const { return reader_.ReadCharacterInternal(error_, character, true); }
-    void Take() {
-        char character = 0;
-        Next(character);
-    }
-    void SkipWhiteSpace() { SkipRun<detail::kWhiteSpace>(); }
-    template <std::uint8_t Run>
-    void SkipRun() {
-        char character = 0;
-        while (Peek(character) && Is(character, Run)) {
-            Take();
-        }
-    }
-    template <std::uint8_t Run>
-    void StoreRun(char *text, std::uint32_t &count) {
-        char character = 0;
-        while (count < kTextSize && Peek(character) && Is(character, Run)) {
-            text[count++] = character;
-            Take();
-        }
-    }
-
-private:
-    CTapeReader &reader_;
-    std::uint32_t &error_;  ///< a subclass may have errors of its own
-};
 
 /// Reads one token from a text into the reader's last token.
 template <class Tape>
@@ -254,7 +89,7 @@ private:
         return TOutcome::kToken;
     }
 
-    /// Behind the opening `(*`, up to its matching end; false if the tape ends first.
+    /// Skips the rest of a comment whose `(*` is read, up to the matching end; false if the tape ends first.
     bool SkipComment() {
         std::uint32_t depth = 1;
         while (depth != 0) {
@@ -411,7 +246,7 @@ bool CTapeReader::ReadToken(std::uint32_t &error, TToken &token, bool peek) {
     return Finish(CLexer<CVirtualTape>(*this, tape).Read(error, false), token, peek);
 }
 
-/// In one piece, so that the place on the tape stays in registers from the first blank to the end of the token: that
+/// In one piece, so that the position on the tape stays in registers from the first blank to the end of the token: that
 /// halves the time.
 [[gnu::flatten]] bool CTapeReader::ReadTokenDirectly(std::uint32_t &error, TToken &token, bool peek,
                                                      bool skip_white_space) {
@@ -513,36 +348,6 @@ void CTapeReader::Copy(TStr0_ *target, std::uint32_t from, std::uint32_t to) con
         return;
     }
     std::memcpy(target, data_ + from, std::min(to, size_ - 1) - from + std::size_t{1});
-}
-
-void CStringTapeReader::InitDString(const TDStringA *text) {
-    InitDString(text != nullptr ? text->View() : std::string_view());
-}
-
-void CStringTapeReader::InitDString(std::string_view text) {
-    constexpr std::size_t kLongest = std::numeric_limits<std::uint32_t>::max();
-    InitBuffer(text.data(), static_cast<std::uint32_t>(std::min(text.size(), kLongest)));
-}
-
-void CStringTapeReader::Done() { InitBuffer(nullptr, 0); }
-
-bool CStringTapeReader::ReadCharacter(std::uint32_t &error, char &character, bool peek) {
-    return CTapeReader::ReadCharacter(error, character, peek);
-}
-
-std::string_view TokenKindText(std::uint32_t kind) {
-    static constexpr std::array<std::string_view, kDotDot + 1> kTexts = {
-        "",  "",  "",  "",  "+", "-",  "*", "/",  ":=", "&",  ".",  ",",  ";", ":", "(", ")", "[",  "]",  "{",
-        "}", "^", "~", "=", "#", "<>", "<", "<=", ">",  ">=", "<<", ">>", "|", "?", "!", "%", "\\", "..",
-    };
-    if (kind == kBlank) {
-        return " ";
-    }
-    return kind < kTexts.size() ? kTexts[kind] : std::string_view();
-}
-
-void TokenKindToString(std::uint32_t kind, std::uint32_t high, char *text) {
-    kq_base::CopyToBuffer(TokenKindText(kind), high, text);
 }
 
 }  // namespace par_scanner

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "scanner/plain_text.h"
+
 namespace par_scanner::detail {
 
 namespace {
@@ -13,15 +15,13 @@ bool IsPartOfLineEnd(const TToken &token, std::uint32_t index, std::string_view 
 }  // namespace
 
 std::string_view BoundText(const char *first, const char *last) {
-    constexpr std::ptrdiff_t kLongest = 255;
     if (last <= first) {
         return {first, first};
     }
-    if (last - first > kLongest) {
-        last = first + kLongest - 1;
-    }
-    last = std::find_if(first, last, [](char character) { return character == '\r' || character == '\0'; });
-    return {first, static_cast<std::size_t>(last - first)};
+    const std::string_view text = PlainText(first, last);
+    const auto *const end =
+        std::find_if(text.begin(), text.end(), [](char character) { return character == '\r' || character == '\0'; });
+    return {first, static_cast<std::size_t>(end - first)};
 }
 
 TCut CutText(CTapeReader &tape, std::string_view buffer, std::uint64_t stops) {
@@ -64,11 +64,11 @@ bool FindKind(CTapeReader &tape, std::uint32_t kind1, std::uint32_t kind2) {
 std::uint64_t SkipKinds(CTapeReader &tape, std::uint64_t kinds) {
     std::uint64_t seen = 0;
     for (;;) {
-        const TPosition place = tape.GetPosition();
+        const TPosition before = tape.GetPosition();
         TToken token;
         std::uint32_t error = 0;
         if (!tape.ReadToken(error, token, false) || (kinds & KindSet(token.kind)) == 0) {
-            tape.SetPosition(place);
+            tape.SetPosition(before);
             return seen;
         }
         seen |= KindSet(token.kind);

@@ -21,16 +21,16 @@ struct TCut {
 /// first carriage return or NUL.
 std::string_view BoundText(const char *first, const char *last);
 
-/// Reads tokens up to and including one of the stops; the text is what stands ahead of it on the tape, without the
-/// blanks around it. A carriage return directly ahead of a line feed counts as part of the line end. buffer is the
+/// Reads tokens up to and including one of the stops; the text is what precedes it on the tape, without the
+/// blanks around it. A carriage return directly before a line feed counts as part of the line end. buffer is the
 /// tape.
 TCut CutText(CTapeReader &tape, std::string_view buffer, std::uint64_t stops);
 
 /// Reads tokens up to and including one of two kinds; true if that was the first. False as well if reading fails.
 bool FindKind(CTapeReader &tape, std::uint32_t kind1, std::uint32_t kind2);
 
-/// Reads tokens as long as they are of these kinds, and puts the tape back ahead of the first other one. Gives the
-/// kinds that were seen. Where reading fails the tape is put back too: what reads on fails there again.
+/// Reads tokens as long as they are of these kinds, and puts the tape back before the first other one. Gives the
+/// kinds that were seen. Where reading fails the tape is put back too, so that the next reading fails there again.
 std::uint64_t SkipKinds(CTapeReader &tape, std::uint64_t kinds);
 
 }  // namespace par_scanner::detail

@@ -31,7 +31,7 @@ public:
             }
         }
         if (failed_) {
-            Note(BehindComments(begin_), EUnread::fromReadFailureOn);
+            Note(AfterComments(begin_), TUnreadReason::kFromReadFailureOn);
         }
         return std::move(found_);
     }
@@ -45,11 +45,11 @@ private:
         begin_ = tape_.GetPosition();
         std::uint32_t error = 0;
         ended_ = !tape_.ReadToken(error, token_, false);
-        failed_ = ended_ && BehindComments(begin_).index < text_.size();
+        failed_ = ended_ && AfterComments(begin_).index < text_.size();
         return !ended_;
     }
 
-    /// Behind a `[` that begins a line.
+    /// Reads on after a `[` that begins a line.
     void PassHeader() {
         const TPosition bracket = begin_;
         while (Read() && token_.kind != kLineEnd) {
@@ -68,26 +68,28 @@ private:
 
     void NoteMalformed(const TPosition &bracket) {
         NoteText(bracket);
-        // With a comment ahead of the bracket the line is a key like any other.
+        // After a comment the line is a key like any other.
         if (in_section_ && !keys_ended_ && text_[bracket.index] == '[') {
-            Note(bracket, EUnread::fromMalformedHeaderOn);
+            Note(bracket, TUnreadReason::kFromMalformedHeaderOn);
             keys_ended_ = true;
         }
     }
 
-    /// Notes text that stands ahead of the first header, once.
-    void NoteText(const TPosition &place) {
+    /// Notes text before the first header, once.
+    void NoteText(const TPosition &position) {
         if (!in_section_ && found_.empty()) {
-            Note(BehindComments(place), EUnread::aheadOfFirstHeader);
+            Note(AfterComments(position), TUnreadReason::kBeforeFirstHeader);
         }
     }
 
-    void Note(const TPosition &place, EUnread reason) { found_.push_back({place.line, place.lineIndex, reason}); }
+    void Note(const TPosition &position, TUnreadReason reason) {
+        found_.push_back({position.line, position.lineIndex, reason});
+    }
 
-    /// Behind the comments that begin at a place, as far as they are closed.
-    TPosition BehindComments(const TPosition &place) const {
-        TPosition behind = place;
-        TPosition at = place;
+    /// The position after the comments that begin here, as far as they are closed.
+    TPosition AfterComments(const TPosition &position) const {
+        TPosition after = position;
+        TPosition at = position;
         std::uint32_t depth = 0;
         for (;;) {
             const std::string_view two = text_.substr(at.index, 2);
@@ -97,11 +99,11 @@ private:
             } else if (depth != 0 && two == "*)") {
                 --depth;
                 Pass(at, 2);
-                behind = depth == 0 ? at : behind;
+                after = depth == 0 ? at : after;
             } else if (depth != 0 && !two.empty()) {
                 Pass(at, 1);
             } else {
-                return behind;
+                return after;
             }
         }
     }

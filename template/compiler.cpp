@@ -115,7 +115,7 @@ void CPdtCompiler::ParseKeywords() {
     Expect(kSemicolon);
 }
 
-/// A number that isn't plain is a version that nobody knows.
+/// A number that isn't plain is an unknown version.
 void CPdtCompiler::ParseVersion() {
     Expect(kEqual);
     if (!Failed() && Kind() == kNumber) {
@@ -188,7 +188,7 @@ void CPdtCompiler::ParseSection() {
     }
 }
 
-/// False behind the end of the section.
+/// False once the section has ended.
 bool CPdtCompiler::ParseSectionStatement() {
     const std::uint32_t kind = Kind();
     switch (kind) {
@@ -311,7 +311,7 @@ void CPdtCompiler::ParseFlag(CDefNode &node, TNodeFlag flag) {
     Expect(kSemicolon);
 }
 
-/// Only variables of the root scope are found: sections come to life outside every section.
+/// Only variables of the root scope are found: sections are created outside every section.
 void CPdtCompiler::ParseDependOn() {
     Expect(kEqual);
     Expect(kPercent);

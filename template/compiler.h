@@ -19,7 +19,7 @@ class CChannelRangeTable;
 /// Turns the text of one template into definitions: recursive descent with one token of look-ahead. What a statement
 /// creates is created as the statement is read, and the first error ends everything; what was made before it stays.
 ///
-/// What a text can't be cut into tokens counts as its end, which at the top level is no error.
+/// Where the text can't be cut into tokens it counts as ended, which at the top level is no error.
 class CPdtCompiler : public CKeywordReader {
 public:
     /// The newest version of the language that this compiler knows, for `ver_from`.
@@ -28,11 +28,11 @@ public:
     /// The text must live until the compile is over. New sections go to the list.
     void Init(CParSheetData &sheet_data, std::string_view text, CVarScope &root_scope, CSectionList &sections);
     /// Compiles. ranges takes the channels of the top level; without it nothing happens and the result is false.
-    /// keywords takes the words to be coloured and may be absent.
+    /// keywords takes the words to be coloured; without it every `keywords` statement fails. False on failure.
     bool Compile(CChannelRangeTable *ranges, CNameList *keywords, TCompileResult &result);
 
-    /// Parts of the language on their own: a value list as behind `name =`, and an expression. Both are to be the whole
-    /// text; what follows them is an error.
+    /// Parts of the language on their own: a value list as after `name =`, and an expression. Each must be the whole
+    /// text; what follows it is an error. False on failure.
     bool CompileValueList(std::unique_ptr<CItemList> &list, TCompileResult &result);
     bool CompileExpression(std::unique_ptr<CExpression> &expression, TCompileResult &result);
 
@@ -112,7 +112,7 @@ private:
     CSectionList *sections_ = nullptr;
     CChannelRangeTable *ranges_ = nullptr;
     bool no_channels_ = false;
-    CSectionDef *section_ = nullptr;  ///< stays until the next one begins
+    CSectionDef *section_ = nullptr;  ///< kept until the next one begins
     CKeyDef *key_ = nullptr;
     CItemList *item_list_ = nullptr;
     CItem *item_ = nullptr;
@@ -120,7 +120,7 @@ private:
     CVariable *variable_ = nullptr;
     kq_base::CTextBuffer text_;
     CExpressionBuilder builder_;
-    std::optional<TParValue> first_literal_;  ///< read already, ahead of the operator that is the look-ahead now
+    std::optional<TParValue> first_literal_;  ///< read already, before the operator that is the look-ahead now
 };
 
 }  // namespace kq_pdt

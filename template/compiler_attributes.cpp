@@ -20,7 +20,7 @@ void CPdtCompiler::SetAttribute(std::uint32_t keyword, std::uint32_t form, std::
     item_->SetAttribute(keyword, form, text, scope_);
 }
 
-/// The block ends at `}`, or at anything that is no `;` behind an attribute: that is left to whoever comes next.
+/// The block ends at `}`, or at anything but `;` after an attribute: that is left to the statement that called.
 void CPdtCompiler::ParseAttributes() {
     while (!Failed()) {
         if (Kind() == kRightBrace) {
@@ -194,7 +194,7 @@ void CPdtCompiler::ParseDefault() {
     LeaveScopes();
 }
 
-/// Any one token may stand as the word; a word that means nothing counts as undefined where it is shown or written.
+/// Any one token is taken as the word; a word that means nothing counts as undefined where it is shown or written.
 void CPdtCompiler::ParseGroupRow(std::uint32_t keyword) {
     std::unique_ptr<CExpression> condition = ParseWholeExpression();
     if (!Expect(kComma)) {

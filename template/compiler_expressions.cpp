@@ -31,7 +31,7 @@ namespace {
 
 constexpr std::string_view kNewChannel = "new_channel";
 
-/// True for what carries an expression on behind an operand.
+/// True for what continues an expression after an operand.
 bool IsOperator(std::uint32_t kind) {
     switch (kind) {
         case kwOr:
@@ -65,7 +65,7 @@ bool CPdtCompiler::Accept(CExpressionBuilder::TResult result) {
     return !Failed();
 }
 
-/// Steps over the operator first, so that an error is found at the operand behind it.
+/// Steps over the operator first, so that an error is found at the operand after it.
 bool CPdtCompiler::TakeOperator(TExprKind kind) {
     NextToken();
     return !Failed() && Accept(builder_.SetNodeKind(kind));
@@ -260,7 +260,7 @@ void CPdtCompiler::ParseFactor() {
 }
 
 void CPdtCompiler::ParseParentheses() {
-    if (!builder_.HasPlace()) {
+    if (!builder_.HasFreeSlot()) {
         Fail(texts::kAmbiguous);
         return;
     }
@@ -272,13 +272,13 @@ void CPdtCompiler::ParseParentheses() {
     Expect(kRightParenthesis);
 }
 
-/// The argument is a tree of its own, which an operator behind the function doesn't reach.
+/// The argument is a tree of its own, which an operator after the function doesn't reach.
 void CPdtCompiler::ParseFunction() {
     if (TokenText() != kNewChannel) {
         Fail(texts::kFunctionExpected);
         return;
     }
-    if (!builder_.HasPlace()) {
+    if (!builder_.HasFreeSlot()) {
         Fail(texts::kAmbiguous);
         return;
     }
@@ -294,7 +294,7 @@ void CPdtCompiler::ParseFunction() {
 }
 
 void CPdtCompiler::ParseMinus() {
-    if (!builder_.HasPlace()) {
+    if (!builder_.HasFreeSlot()) {
         Fail(texts::kAmbiguous);
         return;
     }
@@ -306,7 +306,7 @@ void CPdtCompiler::ParseMinus() {
 }
 
 void CPdtCompiler::ParseVariable() {
-    if (!builder_.HasPlace()) {
+    if (!builder_.HasFreeSlot()) {
         Fail(texts::kAmbiguous);
         return;
     }

@@ -35,7 +35,7 @@ void CPdtCompiler::ParseValueList() {
     }
 }
 
-/// A list may end without `;`: whatever follows is then left to the body that the list stands in.
+/// A list may end without `;`: whatever follows is then left to the body that holds the list.
 void CPdtCompiler::ParseListEnd() {
     if (Kind() == kSemicolon) {
         NextToken();
@@ -80,7 +80,7 @@ std::unique_ptr<CItem> CPdtCompiler::ParseItemWord() {
     }
 }
 
-/// A variable has to be declared ahead of its use.
+/// A variable has to be declared before its use.
 std::unique_ptr<CItem> CPdtCompiler::ParseReference() {
     std::unique_ptr<CVarRefItem> reference;
     if (!Failed() && Kind() == kIdentifier) {

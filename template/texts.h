@@ -1,13 +1,15 @@
 #pragma once
 
-#include "platform/base/code_page.h"
+#include <string_view>
 
-/// The texts for users that the template compiler speaks.
+#include "platform/base/code_page.h"
+#include "template/language/texts.h"
+
+/// The texts for users of the template compiler.
 namespace kq_pdt::texts {
 
 using namespace kq_base::literals;
 
-inline constexpr std::string_view kExpected = "Očekáván "_cp;
 inline constexpr std::string_view kExpectedOneOf = "Očekáváno jedno z "_cp;
 inline constexpr std::string_view kNoChannelsHere = "V tomto PARu nelze definovat kanály"_cp;
 inline constexpr std::string_view kUndeclared = "Nedefinovaný identifikátor."_cp;

@@ -1,14 +1,10 @@
 #pragma once
 
-#include <array>
 #include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
-
-/// The languages that a host can have, in the order of their numbers.
-inline constexpr std::array<std::string_view, 4> kLanguages = {"CZ", "EN", "GE", "JP"};
 
 /// What drive is to do with a driver module.
 struct TDriveArguments {
@@ -26,7 +22,7 @@ struct TArguments {
     std::string pdt;
     std::string par;  ///< also the one file of scan and tokens
     std::optional<std::string> dmf;
-    std::optional<std::string> language;  ///< one of kLanguages
+    std::optional<std::string> language;  ///< one of kq_cfg::kLanguages
     std::optional<std::string> modules;
     std::optional<std::string> output;
     bool json = false;

@@ -1,7 +1,6 @@
 #include "tools/host_options.h"
 
 #include <algorithm>
-#include <array>
 #include <string_view>
 
 #include "platform/base/code_page.h"
@@ -10,6 +9,7 @@
 
 bool MakeHostOptions(const TArguments &arguments, TConsole &console, kq_cfg::TOptions &options) {
     if (arguments.language) {
+        using kq_cfg::kLanguages;
         const auto *const found = std::find(kLanguages.begin(), kLanguages.end(), *arguments.language);
         options.language = static_cast<std::uint32_t>(found - kLanguages.begin());
     }

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <sstream>
 
+#include "configurator/kq_cfg.h"
 #include "tools/arguments.h"
 #include "tools/commands.h"
 #include "tools/console/diagnostics.h"
@@ -27,7 +28,7 @@ public:
         app_.footer(
             "A file named - is standard input. Exit codes: 0 done, no error found; 1 the input has errors;\n"
             "2 wrong usage, or a file that can't be read or written. An argument that begins with - and is no\n"
-            "option goes behind --.\n");
+            "option goes after --.\n");
         AddTranslations();
         AddLanguageTools();
         AddScannerTools();
@@ -67,7 +68,7 @@ private:
         AddFile(command, "PDT", arguments_.pdt, "The template");
         command->add_option("--dmf", arguments_.dmf, "Driver map file to start from")->option_text("FILE");
         command->add_option("--language", arguments_.language, "Language of the host: CZ, EN, GE or JP")
-            ->check(CLI::IsMember(std::vector<std::string>(kLanguages.begin(), kLanguages.end())))
+            ->check(CLI::IsMember(std::vector<std::string>(kq_cfg::kLanguages.begin(), kq_cfg::kLanguages.end())))
             ->option_text("CODE");
         command->add_option("--modules", arguments_.modules, "Directory of the modules that dll values list")
             ->option_text("DIR");
@@ -103,7 +104,7 @@ private:
         AddRepeated(eval, "--var", arguments_.variables, "NAME=VALUE",
                     "Declare a variable: a number, true, false, nedef, or a text, which may be 'quoted'");
         CLI::App *match = AddCommand("match", "Match a text against a value list of the template language", RunMatch);
-        match->add_option("VALUELIST", arguments_.expression, "The list, as behind name =")
+        match->add_option("VALUELIST", arguments_.expression, "The list, as after name =")
             ->required()
             ->option_text("TEXT");
         match->add_option("TEXT", arguments_.text, "The text")->required()->option_text("TEXT");
@@ -118,7 +119,7 @@ private:
     }
 
     void AddModuleTools() {
-        AddFile(AddCommand("inspect", "Tell what a driver module is", RunInspect), "MODULE", arguments_.module,
+        AddFile(AddCommand("inspect", "Show what a driver module is", RunInspect), "MODULE", arguments_.module,
                 "The module");
         CLI::App *drive = AddCommand("drive", "Run a driver: write and read channels for some rounds", RunDrive);
         AddFile(drive, "MODULE", arguments_.module, "The driver module");
@@ -142,7 +143,7 @@ private:
 constexpr char kGuard = '\x01';
 
 /// -h and -o are the only options of one minus. Any other argument that begins with one, such as the expression -%n%,
-/// goes past the parser of the command line behind a guard.
+/// gets a guard before it, with which the parser of the command line takes it for no option.
 std::string Guarded(const std::string &argument) {
     const bool option = argument.starts_with("--") || argument.starts_with("-o") || argument == "-h";
     const bool minus = argument.size() > 1 && argument.starts_with('-') && !option;

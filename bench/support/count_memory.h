@@ -6,7 +6,7 @@
 ///     ... build something and keep it ...
 ///     state.counters["bytes_per_item"] = double(meter.Bytes()) / items;
 ///
-/// The allocator itself is asked, so blocks count whole, with their rounding and bookkeeping, whoever took them.
+/// The allocator itself is asked, so blocks count whole, with their rounding and bookkeeping.
 
 #include <malloc.h>
 

@@ -129,7 +129,7 @@ inline std::string ParTextOfKeys(int keys) {
     return text;
 }
 
-/// The template of ParTextOfKeys: one section that may stand any number of times, with one key that may.
+/// The template of ParTextOfKeys: one section that may occur any number of times, with one key that may.
 inline std::string PdtTextOfKeys() {
     return "ver_from = 50020;\n"
            "def_section\n"

@@ -32,8 +32,8 @@ public:
     /// Gives each block in ascending order to a function.
     template <class TVisit>
     void ForEach(TVisit visit) const {
-        for (auto place = blocks_.Begin(); !blocks_.IsEnd(place); blocks_.Next(place)) {
-            visit(BlockOf(blocks_.At(place)));
+        for (auto position = blocks_.Begin(); !blocks_.IsEnd(position); blocks_.Next(position)) {
+            visit(BlockOf(blocks_.At(position)));
         }
     }
 

@@ -1,5 +1,6 @@
 #include "driver/channels/channel_map.h"
 
+#include <new>
 #include <string>
 
 #include "driver/channels/channel_block_set.h"
@@ -18,6 +19,16 @@ bool Refuse(std::string_view text, std::uint32_t error_high, char *error) {
     return false;
 }
 
+/// Does work that may need memory; without it the work is refused.
+template <typename TWork>
+bool WithMemory(std::uint32_t error_high, char *error, TWork work) {
+    try {
+        return work();
+    } catch (const std::bad_alloc &) {
+        return Refuse(texts::kNoMapMemory, error_high, error);
+    }
+}
+
 }  // namespace
 
 CChannelMap::CChannelMap() = default;
@@ -26,27 +37,37 @@ CChannelMap::CChannelMap(const CChannelMap &) = default;
 CChannelMap &CChannelMap::operator=(const CChannelMap &) = default;
 
 bool CChannelMap::LoadFromDString(std::uint32_t error_high, char *error, const TDStringA *text) {
-    return Load(error_high, error, text->View());
+    return WithMemory(error_high, error, [&] { return Load(error_high, error, text->View()); });
 }
 
 bool CChannelMap::LoadFromFile(std::uint32_t error_high, char *error, std::uint32_t path_high, const char *path) {
-    std::string text;
-    std::string reason;
-    if (!kq_base::CDisk::Current().Read(kq_base::ViewOfPair(path_high, path), text, reason)) {
-        return Refuse(texts::kNoMapFile, error_high, error);
-    }
-    return Load(error_high, error, text);
+    return WithMemory(error_high, error, [&] {
+        std::string text;
+        std::string reason;
+        if (!kq_base::CDisk::Current().Read(kq_base::ViewOfPair(path_high, path), text, reason)) {
+            return Refuse(texts::kNoMapFile, error_high, error);
+        }
+        return Load(error_high, error, text);
+    });
 }
 
 bool CChannelMap::LoadFromDriver(std::uint32_t error_high, char *error, CDriver *driver) {
     if (!driver->AbleToEnumerateChannels(0)) {
         return false;
     }
+    return WithMemory(error_high, error, [&] { return LoadBlocks(error_high, error, *driver); });
+}
+
+bool CChannelMap::LoadBlocks(std::uint32_t error_high, char *error, CDriver &driver) {
     CChannelBlockSet &blocks = Blocks();
     unsigned long cookie = 0;
     CChannelBlock block;
     std::uint8_t flag = 0;
-    while (driver->EnumerateChannels(cookie, block.type, block.direction, block.first, block.count, flag)) {
+    std::uint32_t listed = 0;
+    while (driver.EnumerateChannels(cookie, block.type, block.direction, block.first, block.count, flag)) {
+        if (++listed > kMostBlocks) {
+            return Refuse(texts::kTooManyBlocks, error_high, error);
+        }
         CChannelBlock taken;
         if (blocks.Find(block.first, taken)) {
             std::string reason(texts::kRedefined);

@@ -5,7 +5,7 @@
 
 // A changed parameter moves one bound of a definition's range, or both. What lies in the way goes only if no definition
 // has it: undefined ranges are deleted or lose the channels that the new bounds take. Nothing changes before it is
-// certain that everything can give way. Ranges are named by their rows here, since erasing makes places invalid.
+// certain that everything can give way. Ranges are named by their rows here, since erasing makes positions invalid.
 namespace kq_pdt {
 namespace {
 
@@ -25,9 +25,9 @@ bool CChannelRangeTable::ChangeParameter(std::uint32_t key, std::uint32_t keywor
     next_row_ = kNoNumber;
     const std::uint32_t old_number = old_value.number;
     const std::uint32_t new_number = new_value.number;
-    CPlace place;
+    CPosition position;
     if (keyword == kwAll) {
-        return ranges_.FindByFirst(key, place) && MoveWhole(place, old_number, new_number);
+        return ranges_.FindByFirst(key, position) && MoveWhole(position, old_number, new_number);
     }
     const bool to_number = new_value.IsNumber();
     const bool between_numbers = old_value.IsNumber() && to_number;
@@ -36,40 +36,41 @@ bool CChannelRangeTable::ChangeParameter(std::uint32_t key, std::uint32_t keywor
     }
     switch (keyword) {
         case kwChNumber:
-            return !to_number || (ranges_.FindByFirst(old_number, place) && MoveStart(place, new_number));
+            return !to_number || (ranges_.FindByFirst(old_number, position) && MoveStart(position, new_number));
         case kwChType:
         case kwChDirection:
-            return !to_number || (ranges_.FindByFirst(key, place) && ChangeKind(place, keyword, new_number));
+            return !to_number || (ranges_.FindByFirst(key, position) && ChangeKind(position, keyword, new_number));
         case kwChFrom:
-            return !between_numbers || (ranges_.FindByFirst(old_number, place) && MoveFirst(place, new_number));
+            return !between_numbers || (ranges_.FindByFirst(old_number, position) && MoveFirst(position, new_number));
         case kwChTo:
-            return !between_numbers || (ranges_.FindByFirst(key, place) && MoveLast(place, old_number, new_number));
+            return !between_numbers ||
+                   (ranges_.FindByFirst(key, position) && MoveLast(position, old_number, new_number));
         default:
             return true;
     }
 }
 
-bool CChannelRangeTable::ChangeKind(const CPlace &place, std::uint32_t keyword, std::uint32_t code) {
-    TRecord range = ranges_.At(place);
+bool CChannelRangeTable::ChangeKind(const CPosition &position, std::uint32_t keyword, std::uint32_t code) {
+    TRecord range = ranges_.At(position);
     (keyword == kwChType ? range.type : range.direction) = code;
-    ranges_.SetRest(place, range);
+    ranges_.SetRest(position, range);
     return true;
 }
 
 /// The range keeps its length; bounds beyond the last channel number are refused.
-bool CChannelRangeTable::MoveStart(const CPlace &place, std::uint32_t first) {
-    const TRecord range = ranges_.At(place);
+bool CChannelRangeTable::MoveStart(const CPosition &position, std::uint32_t first) {
+    const TRecord range = ranges_.At(position);
     const std::uint32_t last = first + (range.last - range.first);
     const bool wraps = range.first <= range.last && last < first;
-    return !wraps && MoveWhole(place, first, last);
+    return !wraps && MoveWhole(position, first, last);
 }
 
-bool CChannelRangeTable::MoveWhole(const CPlace &place, std::uint32_t first, std::uint32_t last) {
-    const TRecord taker = ranges_.At(place);
-    const std::uint32_t row = ranges_.RowOf(place);
+bool CChannelRangeTable::MoveWhole(const CPosition &position, std::uint32_t first, std::uint32_t last) {
+    const TRecord taker = ranges_.At(position);
+    const std::uint32_t row = ranges_.RowOf(position);
     std::vector<std::uint32_t> in_the_way;
     std::uint32_t rows_below = 0;
-    CPlace other = ranges_.FirstEndingFrom(first);
+    CPosition other = ranges_.FirstEndingFrom(first);
     for (std::uint32_t at = ranges_.RowOf(other); !ranges_.IsEnd(other) && ranges_.FirstAt(other) <= last;
          ranges_.Next(other), ++at) {
         if (at == row || ranges_.LastAt(other) < first) {
@@ -87,9 +88,9 @@ bool CChannelRangeTable::MoveWhole(const CPlace &place, std::uint32_t first, std
     return true;
 }
 
-bool CChannelRangeTable::MoveFirst(const CPlace &place, std::uint32_t first) {
-    const TRecord range = ranges_.At(place);
-    std::uint32_t row = ranges_.RowOf(place);
+bool CChannelRangeTable::MoveFirst(const CPosition &position, std::uint32_t first) {
+    const TRecord range = ranges_.At(position);
+    std::uint32_t row = ranges_.RowOf(position);
     if (first < range.first && !ClearDown(row, first)) {
         return false;
     }
@@ -101,9 +102,9 @@ bool CChannelRangeTable::MoveFirst(const CPlace &place, std::uint32_t first) {
 }
 
 /// The last number that the definition had need not be the range's: the direction of the move depends on it alone.
-bool CChannelRangeTable::MoveLast(const CPlace &place, std::uint32_t old_last, std::uint32_t last) {
-    const TRecord range = ranges_.At(place);
-    std::uint32_t row = ranges_.RowOf(place);
+bool CChannelRangeTable::MoveLast(const CPosition &position, std::uint32_t old_last, std::uint32_t last) {
+    const TRecord range = ranges_.At(position);
+    std::uint32_t row = ranges_.RowOf(position);
     if (last > old_last) {
         if (!ClearUp(row, last)) {
             return false;
@@ -123,8 +124,8 @@ bool CChannelRangeTable::ClearDown(std::uint32_t &row, std::uint32_t edge) {
     const TRecord taker = ranges_.At(ranges_.AtRow(row));
     std::uint32_t lowest = row;
     for (; lowest > 0; --lowest) {
-        const CPlace place = ranges_.AtRow(lowest - 1);
-        const TRecord range = ranges_.At(place);
+        const CPosition position = ranges_.AtRow(lowest - 1);
+        const TRecord range = ranges_.At(position);
         if (range.last < edge) {
             break;
         }
@@ -132,7 +133,7 @@ bool CChannelRangeTable::ClearDown(std::uint32_t &row, std::uint32_t edge) {
             return false;
         }
         if (range.first < edge) {
-            ranges_.SetLast(place, edge - 1);
+            ranges_.SetLast(position, edge - 1);
             break;
         }
     }
@@ -145,8 +146,8 @@ bool CChannelRangeTable::ClearDown(std::uint32_t &row, std::uint32_t edge) {
 bool CChannelRangeTable::ClearUp(std::uint32_t row, std::uint32_t edge) {
     std::uint32_t highest = row + 1;
     for (; highest < ranges_.Size(); ++highest) {
-        const CPlace place = ranges_.AtRow(highest);
-        TRecord range = ranges_.At(place);
+        const CPosition position = ranges_.AtRow(highest);
+        TRecord range = ranges_.At(position);
         if (edge < range.first) {
             break;
         }
@@ -155,7 +156,7 @@ bool CChannelRangeTable::ClearUp(std::uint32_t row, std::uint32_t edge) {
         }
         if (edge < range.last) {
             range.first = edge + 1;
-            ranges_.Erase(place);
+            ranges_.Erase(position);
             ranges_.Insert(range);
             break;
         }
@@ -171,15 +172,15 @@ void CChannelRangeTable::EraseRows(std::uint32_t from, std::uint32_t to) {
 }
 
 void CChannelRangeTable::SetBounds(std::uint32_t row, std::uint32_t first, std::uint32_t last) {
-    const CPlace place = ranges_.AtRow(row);
-    TRecord range = ranges_.At(place);
+    const CPosition position = ranges_.AtRow(row);
+    TRecord range = ranges_.At(position);
     if (range.first == first) {
-        ranges_.SetLast(place, last);
+        ranges_.SetLast(position, last);
         return;
     }
     range.first = first;
     range.last = last;
-    ranges_.Erase(place);
+    ranges_.Erase(position);
     ranges_.Insert(range);
 }
 

@@ -43,20 +43,20 @@ bool CChannelRangeTable::AddDefined(std::uint32_t first, std::uint32_t last, std
 }
 
 CChannelRangeTable::TStep CChannelRangeTable::LayStep(TDefinition &rest) {
-    CPlace place;
-    if (ranges_.FindContaining(rest.first, place)) {
-        const TRecord range = ranges_.At(place);
+    CPosition position;
+    if (ranges_.FindContaining(rest.first, position)) {
+        const TRecord range = ranges_.At(position);
         const bool refused = ReportConflict(range, rest) || ReportSecondDefinition(range, rest);
-        return refused ? TStep::kRefused : LayFromFirst(place, rest);
+        return refused ? TStep::kRefused : LayFromFirst(position, rest);
     }
     TRecord laid = {rest.first, rest.last, rest.type, rest.direction, NoteFlags(true, rest.type, rest.direction)};
-    if (ranges_.IsEnd(place) || ranges_.FirstAt(place) > rest.last) {
+    if (ranges_.IsEnd(position) || ranges_.FirstAt(position) > rest.last) {
         laid.note |= NameBits(rest.name);
-        ranges_.Insert(place, laid);
+        ranges_.Insert(position, laid);
         return TStep::kDone;
     }
-    if (ranges_.FindContaining(rest.last, place)) {
-        return ReportSecondDefinition(ranges_.At(place), rest) ? TStep::kRefused : LayFromLast(place, rest);
+    if (ranges_.FindContaining(rest.last, position)) {
+        return ReportSecondDefinition(ranges_.At(position), rest) ? TStep::kRefused : LayFromLast(position, rest);
     }
     laid.note |= NameBits(rest.name);
     ranges_.Insert(laid);
@@ -64,8 +64,8 @@ CChannelRangeTable::TStep CChannelRangeTable::LayStep(TDefinition &rest) {
 }
 
 /// A range holds the first channel: it is taken over from there on.
-CChannelRangeTable::TStep CChannelRangeTable::LayFromFirst(CPlace &place, TDefinition &rest) {
-    const TRecord range = ranges_.At(place);
+CChannelRangeTable::TStep CChannelRangeTable::LayFromFirst(CPosition &position, TDefinition &rest) {
+    const TRecord range = ranges_.At(position);
     const std::uint32_t name = NameBits(rest.name);
     const bool from_start = range.first == rest.first;
     TRecord taken = range;
@@ -77,19 +77,19 @@ CChannelRangeTable::TStep CChannelRangeTable::LayFromFirst(CPlace &place, TDefin
             taken.type = rest.type != kUndefinedCode ? rest.type : range.type;
             taken.direction = rest.direction != kUndefinedCode ? rest.direction : range.direction;
         }
-        ranges_.SetLast(place, taken.last);
-        ranges_.SetRest(place, taken);
+        ranges_.SetLast(position, taken.last);
+        ranges_.SetRest(position, taken);
     } else {
-        ranges_.SetLast(place, rest.first - 1);
-        ranges_.Insert(place, taken);
+        ranges_.SetLast(position, rest.first - 1);
+        ranges_.Insert(position, taken);
     }
     if (rest.last < range.last) {
-        TRecord behind = range;
-        behind.first = rest.last + 1;
+        TRecord rest_of_range = range;
+        rest_of_range.first = rest.last + 1;
         if (!from_start) {
-            behind.note = WithName(range.note, name);
+            rest_of_range.note = WithName(range.note, name);
         }
-        ranges_.Insert(place, behind);
+        ranges_.Insert(position, rest_of_range);
     }
     if (rest.last <= range.last) {
         return TStep::kDone;
@@ -100,27 +100,27 @@ CChannelRangeTable::TStep CChannelRangeTable::LayFromFirst(CPlace &place, TDefin
 }
 
 /// A range holds the last channel, none the first: the range is taken over up to there.
-CChannelRangeTable::TStep CChannelRangeTable::LayFromLast(CPlace &place, TDefinition &rest) {
-    const TRecord range = ranges_.At(place);
+CChannelRangeTable::TStep CChannelRangeTable::LayFromLast(CPosition &position, TDefinition &rest) {
+    const TRecord range = ranges_.At(position);
     const std::uint32_t name = NameBits(rest.name);
     TRecord taken = range;
     taken.last = rest.last;
     taken.note = NoteFlags(true, rest.type, rest.direction) | name;
-    TRecord behind = range;
-    behind.first = rest.last + 1;
+    TRecord rest_of_range = range;
+    rest_of_range.first = rest.last + 1;
     if (rest.last == range.last) {
-        ranges_.SetRest(place, taken);
+        ranges_.SetRest(position, taken);
     } else if (rest.last == range.first) {
         // The one channel at the range's start only counts as defined; what was free in the range stays as it was.
         taken.note = WithName(range.note, name) | kNoteDefined;
-        ranges_.Erase(place);
+        ranges_.Erase(position);
         ranges_.Insert(taken);
-        ranges_.Insert(behind);
+        ranges_.Insert(rest_of_range);
     } else {
-        ranges_.SetLast(place, taken.last);
-        ranges_.SetRest(place, taken);
-        behind.note = WithName(range.note, name);
-        ranges_.Insert(place, behind);
+        ranges_.SetLast(position, taken.last);
+        ranges_.SetRest(position, taken);
+        rest_of_range.note = WithName(range.note, name);
+        ranges_.Insert(position, rest_of_range);
     }
     rest.last = range.first - 1;
     rest.name = {};

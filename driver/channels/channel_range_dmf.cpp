@@ -43,7 +43,7 @@ bool CChannelRangeTable::LoadDmfText(std::string_view text) {
     while (reader.Next(entry)) {
         ranges_.Insert({entry.first, entry.last, entry.type, entry.direction, 0});
     }
-    std::string error;  // why the map's rules end the reading interests nobody either
+    std::string error;  // nothing is reported about syntax
     if (reader.OtherBeginLine() != 0) {
         kq_drv::CDmfMapReader(text, aside_).Read(error);
         dmf_stop_line_ = aside_.IsEmpty() ? 0 : reader.OtherBeginLine();
@@ -61,8 +61,8 @@ void CChannelRangeTable::WriteDmfText(CTextOut &out) const {
         return;
     }
     out.WriteLine("begin");
-    for (CPlace place = ranges_.Begin(); !ranges_.IsEnd(place); ranges_.Next(place)) {
-        const TRecord range = ranges_.At(place);
+    for (CPosition position = ranges_.Begin(); !ranges_.IsEnd(position); ranges_.Next(position)) {
+        const TRecord range = ranges_.At(position);
         if (IsChannelType(range.type) && IsDirection(range.direction)) {
             WriteEntry(out, range.first, range.last, KeywordText(range.type), KeywordText(range.direction));
         }
@@ -72,23 +72,24 @@ void CChannelRangeTable::WriteDmfText(CTextOut &out) const {
 }
 
 /// Writes what was kept aside, each channel once and none that the table holds. Both lists are walked side by side: all
-/// ranges that start up to `at` have been passed, and together they hold the channels from `at` to ahead of `held`.
+/// ranges that start up to `at` have been passed, and together they hold the channels from `at` up to but not including
+/// `held`.
 void CChannelRangeTable::WriteAside(CTextOut &out) const {
-    CPlace place = ranges_.Begin();
+    CPosition position = ranges_.Begin();
     std::uint64_t held = 0;
     std::uint64_t at = 0;
     aside_.ForEach([&](const kq_drv::CChannelBlock &block) {
         const std::uint64_t end = std::uint64_t{block.Last()} + 1;
         at = std::max<std::uint64_t>(at, block.first);
         while (at < end) {
-            for (; !ranges_.IsEnd(place) && ranges_.FirstAt(place) <= at; ranges_.Next(place)) {
-                held = std::max(held, std::uint64_t{ranges_.LastAt(place)} + 1);
+            for (; !ranges_.IsEnd(position) && ranges_.FirstAt(position) <= at; ranges_.Next(position)) {
+                held = std::max(held, std::uint64_t{ranges_.LastAt(position)} + 1);
             }
             if (held > at) {
                 at = held;
                 continue;
             }
-            const std::uint64_t next = ranges_.IsEnd(place) ? end : ranges_.FirstAt(place);
+            const std::uint64_t next = ranges_.IsEnd(position) ? end : ranges_.FirstAt(position);
             const std::uint64_t stop = std::min(end, next);
             WriteEntry(out, static_cast<std::uint32_t>(at), static_cast<std::uint32_t>(stop - 1),
                        kq_drv::TypeWord(block.type), kq_drv::DirectionWord(block.direction));
@@ -106,8 +107,8 @@ bool CChannelRangeTable::SaveDmf(std::string_view path, std::string &error) cons
 
 void CChannelRangeTable::CheckOverlaps() {
     next_row_ = kNoNumber;
-    CPlace lower = ranges_.Begin();
-    CPlace upper = lower;
+    CPosition lower = ranges_.Begin();
+    CPosition upper = lower;
     for (; !ranges_.IsEnd(upper); ranges_.Next(lower)) {
         ranges_.Next(upper);
         if (ranges_.IsEnd(upper) || ranges_.FirstAt(upper) > ranges_.LastAt(lower)) {
@@ -115,7 +116,7 @@ void CChannelRangeTable::CheckOverlaps() {
         }
         const bool alike = ReportOverlap(ranges_.At(lower), ranges_.At(upper));
         const std::uint32_t start = ranges_.FirstAt(upper);
-        // Below 0 there is no number at which the lower one could end: then it stays, and only the report tells.
+        // Below 0 there is no number at which the lower one could end: then it stays as it is.
         if (!alike && start > 0) {
             ranges_.SetLast(lower, start - 1);
         }

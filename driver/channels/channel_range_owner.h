@@ -10,7 +10,7 @@ class CChannelRangeOwner {
 public:
     virtual ~CChannelRangeOwner() = default;
 
-    /// Appends text1 followed by text2 to the list of messages. A position of 0xFFFFFFFF means no place in the text.
+    /// Appends text1 followed by text2 to the list of messages. A position of 0xFFFFFFFF means none.
     virtual void AddWarning(std::string_view text1, std::string_view text2, std::uint32_t position) = 0;
     /// The same for an error, which counts: with an error there is no way on from text to model.
     virtual void AddError(std::string_view text1, std::string_view text2, std::uint32_t position) = 0;

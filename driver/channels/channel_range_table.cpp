@@ -34,11 +34,11 @@ void CChannelRangeTable::Clear() {
 
 bool CChannelRangeTable::AddIfFree(std::uint32_t first, std::uint32_t last, std::uint32_t type,
                                    std::uint32_t direction) {
-    CPlace place = ranges_.FirstEndingFrom(first);
-    if (first > last || (!ranges_.IsEnd(place) && last >= ranges_.FirstAt(place))) {
+    CPosition position = ranges_.FirstEndingFrom(first);
+    if (first > last || (!ranges_.IsEnd(position) && last >= ranges_.FirstAt(position))) {
         return false;
     }
-    ranges_.Insert(place, {first, last, type, direction, NoteFlags(true, type, direction)});
+    ranges_.Insert(position, {first, last, type, direction, NoteFlags(true, type, direction)});
     Changed();
     return true;
 }
@@ -57,9 +57,9 @@ void CChannelRangeTable::AppendChannel(std::uint32_t type, std::uint32_t directi
 }
 
 void CChannelRangeTable::RemoveRange(std::uint32_t first) {
-    CPlace place;
-    if (ranges_.FindByFirst(first, place)) {
-        ranges_.Erase(place);
+    CPosition position;
+    if (ranges_.FindByFirst(first, position)) {
+        ranges_.Erase(position);
         Changed();
     }
 }
@@ -74,10 +74,10 @@ bool CChannelRangeTable::FindContaining(std::uint32_t number, CChannelRange &ran
 }
 
 bool CChannelRangeTable::FindByFirst(std::uint32_t first, CChannelRange &range) const {
-    CPlace place;
-    const bool found = ranges_.FindByFirst(first, place);
+    CPosition position;
+    const bool found = ranges_.FindByFirst(first, position);
     if (found) {
-        Show(ranges_.At(place), range);
+        Show(ranges_.At(position), range);
     }
     return found;
 }
@@ -89,8 +89,8 @@ bool CChannelRangeTable::HasUndefined() const {
 
 bool CChannelRangeTable::FirstUndefinedRow(std::uint32_t &row) const {
     std::uint32_t at = 0;
-    for (CPlace place = ranges_.Begin(); !ranges_.IsEnd(place); ranges_.Next(place), ++at) {
-        const TRecord record = ranges_.At(place);
+    for (CPosition position = ranges_.Begin(); !ranges_.IsEnd(position); ranges_.Next(position), ++at) {
+        const TRecord record = ranges_.At(position);
         if (!IsChannelType(record.type) || !IsDirection(record.direction)) {
             row = at;
             return true;
@@ -103,7 +103,7 @@ bool CChannelRangeTable::GetRow(std::uint32_t row, CChannelRange &range) const {
     if (!GoToRow(row)) {
         return false;
     }
-    Show(ranges_.At(row_place_), range);
+    Show(ranges_.At(row_position_), range);
     return true;
 }
 
@@ -158,19 +158,19 @@ void CChannelRangeTable::SetCellText(std::uint32_t row, std::uint32_t column, st
     if (keyword == 0 || !GoToRow(row)) {
         return;
     }
-    TRecord record = ranges_.At(row_place_);
+    TRecord record = ranges_.At(row_position_);
     if (column == kColumnType) {
         record.type = keyword;
     } else if (column == kColumnDirection) {
         record.direction = keyword;
     }
-    ranges_.SetRest(row_place_, record);
+    ranges_.SetRest(row_position_, record);
 }
 
 void CChannelRangeTable::SelectRow(std::uint32_t first) const {
-    CPlace place;
-    if (owner_ != nullptr && ranges_.FindByFirst(first, place)) {
-        owner_->SelectChannelRow(ranges_.RowOf(place) + 1);
+    CPosition position;
+    if (owner_ != nullptr && ranges_.FindByFirst(first, position)) {
+        owner_->SelectChannelRow(ranges_.RowOf(position) + 1);
     }
 }
 
@@ -190,7 +190,7 @@ void CChannelRangeTable::Show(const TRecord &record, CChannelRange &range) const
 }
 
 bool CChannelRangeTable::GoToRow(std::uint32_t row) const {
-    if (row == next_row_ && ranges_.NextInLeaf(row_place_)) {
+    if (row == next_row_ && ranges_.NextInLeaf(row_position_)) {
         ++next_row_;
         return true;
     }
@@ -198,7 +198,7 @@ bool CChannelRangeTable::GoToRow(std::uint32_t row) const {
         return false;
     }
     if (row + 1 != next_row_) {
-        row_place_ = ranges_.AtRow(row);
+        row_position_ = ranges_.AtRow(row);
         next_row_ = row + 1;
     }
     return true;

@@ -5,22 +5,22 @@
 #include <string_view>
 
 #include "driver/channels/channel_block_set.h"
-#include "scanner/tape_reader.h"
+#include "scanner/string_tape_reader.h"
 
 namespace kq_drv {
 
 /// Reads the text of a driver map by the rules of channel maps: words in any case, short direction words and `buffer`
-/// are welcome, and the first entry that doesn't fit is an error. The table of channel ranges has a reader of its own,
+/// are taken, and the first entry that doesn't fit is an error. The table of channel ranges has a reader of its own,
 /// which knows less and reports nothing.
 class CDmfMapReader {
 public:
     /// The text and the blocks must outlive the reader.
     CDmfMapReader(std::string_view text, CChannelBlockSet &blocks);
 
-    /// Adds the blocks behind the first `begin`. The end of the text, wherever it comes, isn't an error: an entry that
-    /// it cuts off is dropped. False gives the reason; the blocks ahead of the error have been added.
+    /// Adds the blocks after the first `begin`. The end of the text, wherever it comes, isn't an error: an entry that
+    /// it cuts off is dropped. False gives the reason; the blocks before the error have been added.
     bool Read(std::string &error);
-    /// The same for the entries from a place on.
+    /// The same for the entries from a position of the text on.
     bool ReadFrom(const par_scanner::TPosition &entry, std::string &error);
 
 private:

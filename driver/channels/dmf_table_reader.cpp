@@ -34,10 +34,10 @@ bool CDmfTableReader::FindBegin() {
     return reader_.Kind() == kwBegin;
 }
 
-/// Goes on from the last token of the entry ahead, or from `begin`: whatever is no number is passed over, `end` too.
+/// Goes on from the last token of the entry before, or from `begin`: whatever is no number is passed over, `end` too.
 bool CDmfTableReader::FindNumber() {
     while (reader_.Kind() != kEndOfInput) {
-        entry_place_ = reader_.GetPosition();
+        entry_position_ = reader_.GetPosition();
         reader_.NextToken();
         if (reader_.Kind() == kNumber) {
             entry_line_ = reader_.GetLine();

@@ -26,12 +26,12 @@ public:
     /// The next entry; false at the end of the text and at an entry that doesn't fit.
     bool Next(TEntry &entry);
 
-    /// True once an entry didn't fit; then its place and its line, counted from 1.
+    /// True once an entry didn't fit; then its position and its line, counted from 1.
     bool Stopped() const { return stopped_; }
-    const par_scanner::TPosition &StopPosition() const { return entry_place_; }
+    const par_scanner::TPosition &StopPosition() const { return entry_position_; }
     std::uint32_t StopLine() const { return entry_line_; }
 
-    /// The line of a `begin` in other letters ahead of the first true one, where a channel map would begin to read; 0
+    /// The line of a `begin` in other letters before the first true one, where a channel map would begin to read; 0
     /// if there is none.
     std::uint32_t OtherBeginLine() const { return other_begin_line_; }
 
@@ -44,7 +44,7 @@ private:
     CKeywordReader reader_;
     bool begun_ = false;
     bool stopped_ = false;
-    par_scanner::TPosition entry_place_;
+    par_scanner::TPosition entry_position_;
     std::uint32_t entry_line_ = 0;
     std::uint32_t other_begin_line_ = 0;
 };

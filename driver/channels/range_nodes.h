@@ -5,10 +5,10 @@
 #include <cstdint>
 #include <memory>
 
-/// The nodes of CRangeTree. Nobody else has business with them.
+/// The nodes of CRangeTree, for its own use.
 namespace kq_drv {
 
-/// A range of channel numbers as the tree keeps it. What type, direction and note mean is its user's business.
+/// A range of channel numbers as the tree keeps it. What type, direction and note mean its user decides.
 struct TRangeRecord {
     std::uint32_t first = 0;
     std::uint32_t last = 0;  ///< inclusive; a range whose last is below its first holds no channel
@@ -35,7 +35,7 @@ struct TRangeNode {
     bool ascending = true;
     std::uint32_t count = 0;
     TNumbers last;   ///< of the slot's ranges the highest
-    TNumbers first;  ///< not above the slot's ranges and not below those of the slots ahead
+    TNumbers first;  ///< not above the slot's ranges and not below those of the slots before
 
     explicit TRangeNode(bool leaf) : is_leaf(leaf) {
         last.fill(kUnused);
@@ -70,7 +70,7 @@ struct TRangeNode {
     }
 
 protected:
-    /// How many of the ascending numbers are below a number. The places are as good as random, so it does without a
+    /// How many of the ascending numbers are below a number. The results are as good as random, so it does without a
     /// branch that depends on the numbers: three of them name a quarter, in which all are compared.
     static std::uint32_t CountBelow(const TNumbers &numbers, std::uint32_t number) {
         constexpr std::uint32_t kPart = kSlots / 4;

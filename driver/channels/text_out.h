@@ -4,7 +4,7 @@
 
 class CTextView;
 
-/// The pen that writes generated text, parameter files and driver maps alike, into a text view. Without a view it does
+/// Writes generated text, parameter files and driver maps alike, into a text view. Without a view it does
 /// nothing. Lines end with CR LF.
 class CTextOut {
 public:

@@ -3,11 +3,9 @@
 #include <cerrno>
 #include <string_view>
 
-#include "platform/base/code_page.h"
+#include "platform/base/texts.h"
 
 namespace kq_base {
-
-using namespace literals;
 
 namespace {
 
@@ -17,28 +15,28 @@ struct TErrorText {
 };
 
 constexpr TErrorText kTexts[] = {
-    {ENOENT, "Soubor neexistuje"_cp},
-    {EISDIR, "Je to adresář, ne soubor"_cp},
-    {ENOTDIR, "Část cesty není adresář"_cp},
-    {EACCES, "Přístup odepřen"_cp},
-    {EPERM, "Přístup odepřen"_cp},
-    {EROFS, "Disk je jen pro čtení"_cp},
-    {ENOSPC, "Disk je plný"_cp},
-    {EDQUOT, "Je vyčerpán prostor přidělený na disku"_cp},
-    {EFBIG, "Soubor je příliš velký"_cp},
-    {EOVERFLOW, "Soubor je příliš velký"_cp},
-    {EIO, "Chyba při čtení nebo zápisu na disk"_cp},
-    {ENAMETOOLONG, "Název souboru je příliš dlouhý"_cp},
-    {ELOOP, "Symbolické odkazy tvoří kruh"_cp},
-    {EBUSY, "Soubor používá jiný program"_cp},
-    {ETXTBSY, "Soubor používá jiný program"_cp},
-    {EMFILE, "Je otevřeno příliš mnoho souborů"_cp},
-    {ENFILE, "Je otevřeno příliš mnoho souborů"_cp},
-    {ENXIO, "Na druhé straně roury nikdo není"_cp},
-    {EPIPE, "Na druhé straně roury nikdo není"_cp},
-    {ENOMEM, "Nedostatek paměti"_cp},
-    {kErrorNoDirectory, "Adresář neexistuje"_cp},
-    {kErrorNotAFile, "Není to obyčejný soubor"_cp},
+    {ENOENT, texts::kNoSuchFile},
+    {EISDIR, texts::kIsDirectory},
+    {ENOTDIR, texts::kPartIsNoDirectory},
+    {EACCES, texts::kAccessDenied},
+    {EPERM, texts::kAccessDenied},
+    {EROFS, texts::kDiskIsReadOnly},
+    {ENOSPC, texts::kDiskIsFull},
+    {EDQUOT, texts::kQuotaIsUsedUp},
+    {EFBIG, texts::kFileIsTooLarge},
+    {EOVERFLOW, texts::kFileIsTooLarge},
+    {EIO, texts::kDiskError},
+    {ENAMETOOLONG, texts::kNameIsTooLong},
+    {ELOOP, texts::kLinksGoInCircles},
+    {EBUSY, texts::kFileIsInUse},
+    {ETXTBSY, texts::kFileIsInUse},
+    {EMFILE, texts::kTooManyFiles},
+    {ENFILE, texts::kTooManyFiles},
+    {ENXIO, texts::kNobodyAtTheOtherEnd},
+    {EPIPE, texts::kNobodyAtTheOtherEnd},
+    {ENOMEM, texts::kNoMemory},
+    {kErrorNoDirectory, texts::kNoSuchDirectory},
+    {kErrorNotAFile, texts::kNoRegularFile},
 };
 
 }  // namespace
@@ -49,7 +47,7 @@ std::string FileErrorText(int error_number) {
             return std::string(entry.text);
         }
     }
-    return std::string("Chyba systému "_cp) + std::to_string(error_number);
+    return std::string(texts::kSystemError) + std::to_string(error_number);
 }
 
 }  // namespace kq_base

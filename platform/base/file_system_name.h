@@ -7,11 +7,11 @@
 
 /// The border between library paths and the file system.
 ///
-/// The file system's names are UTF-8 as a rule, the library's are code page 1250. A name that is in the library is
-/// read in one of two ways: if its bytes are valid UTF-8 (plain ASCII is, Czech letters in code page 1250 practically
-/// never are), it is the file system's name as it stands; otherwise it is code page 1250. If no file has that name, the
+/// The file system's names are UTF-8 as a rule, the library's are code page 1250. The library reads a name
+/// in one of two ways: if its bytes are valid UTF-8 (plain ASCII is, Czech letters in code page 1250 practically
+/// never are), it is the file system's name unchanged; otherwise it is code page 1250. If no file has that name, the
 /// other reading is tried. So names from templates, from the file system and from a command line all find their file,
-/// also one whose name the code page can't show or that isn't valid UTF-8. Each name of a path is read by itself.
+/// even one whose name the code page can't show or that isn't valid UTF-8. Each name of a path is read by itself.
 namespace kq_base {
 
 /// The library's form of a name from the file system: code page 1250 where it leads back to the same name, else the

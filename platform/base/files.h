@@ -19,23 +19,25 @@ public:
 
     virtual ~CDisk();
 
-    /// Reads a whole file. A directory, a file above kMaxSize and one that nobody feeds are failures; content is
-    /// unspecified then.
+    /// Reads a whole file. A directory, a file above kMaxSize and a pipe that nobody writes to are failures; content
+    /// is unspecified then.
     virtual bool Read(std::string_view path, std::string &content, std::string &error) = 0;
-    /// Replaces a file's content as a whole, or makes the file. On failure the old content stands.
+    /// Replaces a file's content as a whole, or creates the file. On failure the old content stays.
     virtual bool Save(std::string_view path, std::string_view content, std::string &error) = 0;
+    /// Removes a file.
     virtual bool Delete(std::string_view path, std::string &error) = 0;
     /// True for anything that the path names, directories included.
     virtual bool Exists(std::string_view path) = 0;
+    /// True for a directory, also through a link.
     virtual bool IsDirectory(std::string_view path) = 0;
     /// The names of the files in a directory that match a pattern with `*` and `?`, such as "*.dll", whatever their
     /// case; sorted by their bytes in capitals.
     virtual bool List(std::string_view directory, std::string_view pattern, std::vector<std::string> &names,
                       std::string &error) = 0;
 
-    /// The disk that the library works on: the real one, unless a test has put another in its place.
+    /// The disk that the library works on: the real one, unless a test has installed another one.
     static CDisk &Current();
-    /// Puts a disk in place, not owned; null brings the real one back.
+    /// Installs a disk, not owned; null brings the real one back.
     static void Replace(CDisk *disk);
 };
 

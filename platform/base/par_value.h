@@ -15,7 +15,7 @@ enum class TParKind : std::uint32_t {
     pvUndefined = 101,   ///< not known yet
 };
 
-/// The number that stands for a missing number all through the model and the channel code.
+/// The number that stands for a missing number everywhere in the model and in the channel code.
 inline constexpr std::uint32_t kNoNumber = 0xFFFFFFFF;
 
 /// The tagged value that passes between items, variables, expressions and the channel range table.

@@ -11,15 +11,15 @@ namespace kq_base {
 
 /// The directory's path, a separator unless it ends with one, and the name. An empty directory gives the name alone.
 KQ_API std::string JoinPath(std::string_view directory, std::string_view name);
-/// What stands ahead of the last separator, without it; empty if there is none. The root stays "/".
+/// What precedes the last separator, without it; empty if there is none. The root stays "/".
 KQ_API std::string_view DirectoryPart(std::string_view path);
-/// What stands behind the last separator.
+/// What follows the last separator; the whole path if there is none.
 KQ_API std::string_view FileNamePart(std::string_view path);
 /// The path with another extension, which is given without its dot; a file name without one gets it. A dot in a
 /// directory's name doesn't count.
 KQ_API std::string ChangeExtension(std::string_view path, std::string_view extension);
 
-/// True if a name fits a pattern in which `*` stands for any characters and `?` for any one. Case doesn't count.
+/// True if a name matches a pattern in which `*` stands for any characters and `?` for any one. Case doesn't count.
 KQ_API bool MatchesPattern(std::string_view name, std::string_view pattern);
 
 }  // namespace kq_base

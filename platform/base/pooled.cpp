@@ -1,6 +1,6 @@
 // A chunk lies at a multiple of its size, so an object's address leads to the head of its chunk. The head counts the
 // objects that are left. The thread that lays objects into a chunk counts them on its own and settles the head's count
-// once, when it goes on to another chunk: until then the count stands so high that it can't run out.
+// once, when it goes on to another chunk: until then the count is so high that it can't run out.
 
 #include "platform/base/pooled.h"
 
@@ -107,8 +107,8 @@ void CPooled::operator delete(void *object, std::size_t size) noexcept {
         ::operator delete(object);
         return;
     }
-    const std::size_t place_in_chunk = reinterpret_cast<std::uintptr_t>(object) & (kChunkSize - 1);
-    Leave(reinterpret_cast<TChunk *>(static_cast<char *>(object) - place_in_chunk), 1);
+    const std::size_t offset_in_chunk = reinterpret_cast<std::uintptr_t>(object) & (kChunkSize - 1);
+    Leave(reinterpret_cast<TChunk *>(static_cast<char *>(object) - offset_in_chunk), 1);
 }
 
 }  // namespace kq_base

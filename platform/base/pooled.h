@@ -5,17 +5,17 @@
 
 namespace kq_base {
 
-/// Base of the many small objects that are made together, walked together and released together: sections, keys, items
-/// and what belongs to them. They are laid one behind the other in chunks, so that a walk finds them in the order in
-/// which they were made; a chunk goes back as soon as none of its objects is left. An object may be released by another
-/// thread than the one that made it. Builds with a sanitizer take each object from the heap, to see its misuse.
+/// Base of the many small objects that are created, visited and released together: sections, keys, items
+/// and what belongs to them. They lie one after the other in chunks, so that they are visited in the order in which
+/// they were created; a chunk goes back as soon as none of its objects is left. An object may be released by another
+/// thread than the one that created it. Builds with a sanitizer take each object from the heap, to see its misuse.
 class CPooled {
 public:
     static void *operator new(std::size_t size);
     static void operator delete(void *object, std::size_t size) noexcept;
 };
 
-/// An allocator that takes its memory from where pooled objects lie.
+/// An allocator that takes its memory where pooled objects lie.
 template <class T>
 struct TPoolAllocator {
     using value_type = T;

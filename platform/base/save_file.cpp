@@ -1,5 +1,5 @@
-// A longer text is written from its end: what lies behind the old content first. If the disk is full it shows there,
-// while the old bytes still stand untouched, and cutting the file to its old size is all that is left to do. Only
+// A longer text is written from its end: what follows the old content first. If the disk is full it shows there,
+// while the old bytes are still untouched, and cutting the file to its old size is all that is left to do. Only
 // then is the old content overwritten, which needs no further space. A shorter text gives space back last of all.
 
 #include "platform/base/save_file.h"
@@ -12,15 +12,13 @@
 #include <csignal>
 #include <cstdlib>
 
-#include "platform/base/code_page.h"
 #include "platform/base/descriptor.h"
 #include "platform/base/file_error.h"
 #include "platform/base/paths.h"
 #include "platform/base/read_file.h"
+#include "platform/base/texts.h"
 
 namespace kq_base {
-
-using namespace literals;
 
 CSaveTarget::~CSaveTarget() = default;
 
@@ -216,7 +214,7 @@ bool SaveFile(const std::string &path, std::string_view content, std::string &er
     }
     error = FileErrorText(result.error);
     if (result.restore_error != 0) {
-        error += "; původní obsah se nepodařilo vrátit: "_cp;
+        error += texts::kContentNotRestored;
         error += FileErrorText(result.restore_error);
     }
     return false;

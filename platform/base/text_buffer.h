@@ -5,15 +5,16 @@
 #include <cstring>
 #include <string_view>
 
+#include "platform/base/bounded_text.h"
 #include "platform/base/number_text.h"
 
 namespace kq_base {
 
-/// A text of at most 255 characters that is being put together: it stands on the stack, allocates nothing and cuts
-/// silently at its bound. A NUL byte ends whatever is appended.
+/// A text of at most 255 characters that is put together on the stack: it allocates nothing and cuts silently at its
+/// bound. A NUL byte ends whatever is appended.
 class CTextBuffer {
 public:
-    static constexpr std::size_t kBound = 255;
+    static constexpr std::size_t kBound = TText::kBound;
 
     std::string_view View() const { return {characters_.data(), length_}; }
     std::size_t Length() const { return length_; }

@@ -22,10 +22,10 @@ constexpr TBytes MakeBytes() {
     TBytes bytes;
     bytes.letters.fill('?');
     bytes.signs.fill('?');
-    for (std::size_t byte = 0; byte < 256; ++byte) {
-        const std::size_t character = byte < 128 ? byte : detail::kUpperHalf[byte - 128];
-        char &place = character < kLettersEnd ? bytes.letters[character] : bytes.signs[character - kSignsBegin];
-        place = static_cast<char>(static_cast<std::uint8_t>(byte));
+    for (std::size_t byte = 0; byte < kCodePageToUnicode.size(); ++byte) {
+        const std::size_t character = kCodePageToUnicode[byte];
+        char &entry = character < kLettersEnd ? bytes.letters[character] : bytes.signs[character - kSignsBegin];
+        entry = static_cast<char>(static_cast<std::uint8_t>(byte));
     }
     return bytes;
 }

@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <string_view>
 
+#include "platform/base/bounded_text.h"
+
 /// Text of 16-bit characters beside that of code page 1250, a byte a character, for modules whose texts are wide.
 namespace kq_base {
 
@@ -21,7 +23,7 @@ std::basic_string_view<TCharacter> UpToTerminator(const TCharacter *text, std::s
     return room.substr(0, room.find(TCharacter{0}));
 }
 
-/// A zero-terminated text in a room of its own, 8 or 16 bits wide; cut to what the room holds. All behind it is zero.
+/// A zero-terminated text in a room of its own, 8 or 16 bits wide; cut to what the room holds. All after it is zero.
 template <typename TCharacter, std::size_t Capacity>
 class CLocalText {
 public:
@@ -38,12 +40,16 @@ public:
     }
 
     TCharacter *Data() { return characters_.data(); }
-    /// What stands there now, whoever wrote it; never more than kHigh characters.
+    /// What the room holds now; never more than kHigh characters.
     std::basic_string_view<TCharacter> View() const { return UpToTerminator(characters_.data(), kHigh); }
 
 private:
     std::array<TCharacter, Capacity> characters_{};
 };
+
+/// Room for a text of the model's bound.
+template <typename TCharacter>
+using TShortText = CLocalText<TCharacter, TText::kBound + 1>;
 
 /// Writes a text of either width to a caller's buffer whose highest valid index is high; cuts silently and always
 /// terminates. Does nothing without a buffer.

@@ -1,6 +1,6 @@
 // The loader sees a library through its program headers: the loadable segments say where in the file an address lies,
 // the dynamic segment gives the addresses of the symbols, their names and the hash table. Section headers play no part;
-// a stripped file may lack them. Every place that the file names is checked against its size before it is read.
+// a stripped file may lack them. Every offset that the file names is checked against its size before it is read.
 
 #include "platform/os/elf_symbols.h"
 
@@ -11,7 +11,7 @@
 
 namespace kq_os {
 
-static_assert(std::endian::native == std::endian::little, "records are copied from the file as they stand");
+static_assert(std::endian::native == std::endian::little, "records are copied from the file as they are");
 
 namespace {
 
@@ -165,7 +165,7 @@ std::uint32_t ClassicHash(std::string_view name) {
 
 bool CElfSymbols::Open(std::string_view image) {
     image_ = image;
-    hash_ = EHash::none;
+    hash_ = THash::kNone;
     unsigned char identity[EI_NIDENT] = {};
     if (!ReadAt(image, 0, identity) || std::memcmp(identity, ELFMAG, SELFMAG) != 0 ||
         identity[EI_DATA] != ELFDATA2LSB || identity[EI_VERSION] != EV_CURRENT) {
@@ -195,26 +195,31 @@ bool CElfSymbols::OpenAs() {
         return false;
     }
     strings_ = image_.substr(static_cast<std::size_t>(strings_at), static_cast<std::size_t>(tables.strings_size));
-    hash_ = tables.gnu_hash != 0 ? EHash::gnu : EHash::classic;
+    hash_ = tables.gnu_hash != 0 ? THash::kGnu : THash::kClassic;
     return true;
 }
 
-bool CElfSymbols::Exports(std::string_view name) const {
+bool CElfSymbols::ExportsFunction(std::string_view name) const {
+    const std::optional<unsigned> type = TypeOf(name);
+    return type && *type != STT_OBJECT && *type != STT_COMMON && *type != STT_TLS;
+}
+
+std::optional<unsigned> CElfSymbols::TypeOf(std::string_view name) const {
     switch (hash_) {
-        case EHash::gnu:
+        case THash::kGnu:
             return wide_ ? FindInGnuHash<TFormat64>(name) : FindInGnuHash<TFormat32>(name);
-        case EHash::classic:
+        case THash::kClassic:
             return wide_ ? FindInClassicHash<TFormat64>(name) : FindInClassicHash<TFormat32>(name);
-        case EHash::none:
+        case THash::kNone:
             break;
     }
-    return false;
+    return std::nullopt;
 }
 
 // Header of four numbers, a Bloom filter of words, the buckets with the first symbol of each, and for each symbol from
 // first_symbol on its hash, whose lowest bit ends the chain.
 template <typename TFormat>
-bool CElfSymbols::FindInGnuHash(std::string_view name) const {
+std::optional<unsigned> CElfSymbols::FindInGnuHash(std::string_view name) const {
     using TWord = typename TFormat::TWord;
     constexpr std::uint32_t kWordBits = sizeof(TWord) * 8;
     struct {
@@ -224,67 +229,69 @@ bool CElfSymbols::FindInGnuHash(std::string_view name) const {
         std::uint32_t filter_shift;
     } head = {};
     if (!ReadAt(image_, hash_at_, head) || head.bucket_count == 0 || head.filter_size == 0 || head.filter_shift >= 32) {
-        return false;
+        return std::nullopt;
     }
     const std::uint32_t hash = GnuHash(name);
     const std::uint64_t filter_at = hash_at_ + sizeof(head);
     TWord filter = 0;
     if (!ReadElement(image_, filter_at, hash / kWordBits % head.filter_size, filter) ||
         (filter >> (hash % kWordBits) & filter >> ((hash >> head.filter_shift) % kWordBits) & 1U) == 0) {
-        return false;
+        return std::nullopt;
     }
     const std::uint64_t buckets_at = filter_at + std::uint64_t{head.filter_size} * sizeof(TWord);
     const std::uint64_t chains_at = buckets_at + std::uint64_t{head.bucket_count} * sizeof(std::uint32_t);
     std::uint32_t first = 0;
     if (!ReadElement(image_, buckets_at, hash % head.bucket_count, first) || first < head.first_symbol) {
-        return false;
+        return std::nullopt;
     }
     std::uint32_t chained = 0;
     for (std::uint64_t index = first; ReadElement(image_, chains_at, index - head.first_symbol, chained); ++index) {
-        if ((chained | 1U) == (hash | 1U) && IsExported<TFormat>(index, name)) {
-            return true;
+        if ((chained | 1U) == (hash | 1U)) {
+            if (const std::optional<unsigned> type = TypeOfExported<TFormat>(index, name)) {
+                return type;
+            }
         }
         if ((chained & 1U) != 0) {
             break;
         }
     }
-    return false;
+    return std::nullopt;
 }
 
 // The counts of buckets and symbols, the first symbol of each bucket, and for each symbol the next one; 0 ends a chain.
 // A chain that runs in a circle is left after as many steps as there are symbols, and that many have room in the file.
 template <typename TFormat>
-bool CElfSymbols::FindInClassicHash(std::string_view name) const {
+std::optional<unsigned> CElfSymbols::FindInClassicHash(std::string_view name) const {
     struct {
         std::uint32_t bucket_count;
         std::uint32_t symbol_count;
     } head = {};
     if (!ReadAt(image_, hash_at_, head) || head.bucket_count == 0 ||
         head.symbol_count > image_.size() / sizeof(std::uint32_t)) {
-        return false;
+        return std::nullopt;
     }
     const std::uint64_t buckets_at = hash_at_ + sizeof(head);
     const std::uint64_t chains_at = buckets_at + std::uint64_t{head.bucket_count} * sizeof(std::uint32_t);
     std::uint32_t index = 0;
     if (!ReadElement(image_, buckets_at, ClassicHash(name) % head.bucket_count, index)) {
-        return false;
+        return std::nullopt;
     }
     for (std::uint32_t steps = 0; index != 0 && index < head.symbol_count && steps < head.symbol_count; ++steps) {
-        if (IsExported<TFormat>(index, name)) {
-            return true;
+        if (const std::optional<unsigned> type = TypeOfExported<TFormat>(index, name)) {
+            return type;
         }
         if (!ReadElement(image_, chains_at, index, index)) {
             break;
         }
     }
-    return false;
+    return std::nullopt;
 }
 
 template <typename TFormat>
-bool CElfSymbols::IsExported(std::uint64_t index, std::string_view name) const {
+std::optional<unsigned> CElfSymbols::TypeOfExported(std::uint64_t index, std::string_view name) const {
     typename TFormat::TSymbol symbol = {};
     if (!ReadElement(image_, symbols_at_, index, symbol) || symbol.st_shndx == SHN_UNDEF) {
-        return false;
+        return std::nullopt;
     }
     // Binding, type and visibility are coded alike in both widths.
     const unsigned binding = ELF64_ST_BIND(symbol.st_info);
@@ -295,10 +302,11 @@ bool CElfSymbols::IsExported(std::uint64_t index, std::string_view name) const {
     // The loader takes an address of 0 for no definition, unless the number itself is meant.
     const bool defined = symbol.st_value != 0 || symbol.st_shndx == SHN_ABS || type == STT_TLS;
     if (!reachable || !defined || symbol.st_name >= strings_.size()) {
-        return false;
+        return std::nullopt;
     }
     const std::string_view rest = strings_.substr(symbol.st_name);
-    return rest.size() > name.size() && rest[name.size()] == '\0' && rest.substr(0, name.size()) == name;
+    const bool named = rest.size() > name.size() && rest[name.size()] == '\0' && rest.starts_with(name);
+    return named ? std::optional(type) : std::nullopt;
 }
 
 }  // namespace kq_os

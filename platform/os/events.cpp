@@ -7,6 +7,7 @@
 #include <condition_variable>
 #include <memory>
 #include <mutex>
+#include <new>
 #include <system_error>
 #include <thread>
 
@@ -59,7 +60,11 @@ bool IsEvent(HANDLE handle) { return handle != nullptr && ObjectOf(handle)->even
 }  // namespace
 
 HANDLE CreateEventA(bool manual_reset, bool signalled) {
-    return std::make_unique<TObject>(TObject{std::make_shared<CSignal>(manual_reset, signalled), true}).release();
+    try {
+        return std::make_unique<TObject>(TObject{std::make_shared<CSignal>(manual_reset, signalled), true}).release();
+    } catch (const std::bad_alloc &) {
+        return nullptr;
+    }
 }
 
 bool SetEvent(HANDLE event) {
@@ -82,17 +87,19 @@ HANDLE CreateThread(TThreadStart start, void *parameter) {
     if (start == nullptr) {
         return nullptr;
     }
-    auto ended = std::make_shared<CSignal>(true, false);
-    auto object = std::make_unique<TObject>(TObject{ended, false});
     try {
+        auto ended = std::make_shared<CSignal>(true, false);
+        auto object = std::make_unique<TObject>(TObject{ended, false});
         std::thread([start, parameter, ended] {
             start(parameter);
             ended->Set();
         }).detach();
+        return object.release();
+    } catch (const std::bad_alloc &) {
+        return nullptr;
     } catch (const std::system_error &) {
         return nullptr;
     }
-    return object.release();
 }
 
 std::uint32_t WaitForSingleObject(HANDLE handle, std::uint32_t milliseconds) {

@@ -20,8 +20,8 @@ inline constexpr std::uint32_t kWaitObject0 = 0;
 inline constexpr std::uint32_t kWaitTimeout = 0x102;
 inline constexpr std::uint32_t kWaitFailed = 0xFFFFFFFF;
 
-/// Makes an event, signalled or not. One with manual reset stays signalled until ResetEvent; any other lets one wait
-/// through and is reset by that.
+/// Makes an event, signalled or not; null if memory is short. One with manual reset stays signalled until ResetEvent;
+/// any other lets one wait through and is reset by that.
 KQ_API HANDLE CreateEventA(bool manual_reset, bool signalled);
 /// Signals an event: its waits end. False for a handle that is no event.
 KQ_API bool SetEvent(HANDLE event);

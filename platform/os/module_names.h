@@ -23,6 +23,7 @@ public:
     void Close();
 
     bool Exports(std::string_view name) const { return symbols_.Exports(name); }
+    bool ExportsFunction(std::string_view name) const { return symbols_.ExportsFunction(name); }
 
 private:
     void *memory_ = nullptr;

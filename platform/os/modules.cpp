@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <memory>
+#include <new>
 #include <string>
 
 #include "platform/base/code_page.h"
@@ -31,9 +32,31 @@ CModuleNames *NamesOf(HMODULE module) { return reinterpret_cast<CModuleNames *>(
 /// True if an address that was found through a module's handle lies in that module, not in one that it needs.
 bool LiesIn(HMODULE module, void *address) {
     link_map *own = nullptr;
-    dl_find_object place = {};
-    return dlinfo(module, RTLD_DI_LINKMAP, &own) == 0 && _dl_find_object(address, &place) == 0 &&
-           place.dlfo_link_map == own;
+    dl_find_object found = {};
+    return dlinfo(module, RTLD_DI_LINKMAP, &own) == 0 && _dl_find_object(address, &found) == 0 &&
+           found.dlfo_link_map == own;
+}
+
+/// True if an address is that of a symbol for data.
+bool IsData(void *address) {
+    Dl_info info = {};
+    ElfW(Sym) *symbol = nullptr;
+    if (dladdr1(address, &info, reinterpret_cast<void **>(&symbol), RTLD_DL_SYMENT) == 0 || symbol == nullptr) {
+        return false;
+    }
+    // The type is coded alike in both widths.
+    const unsigned type = ELF64_ST_TYPE(symbol->st_info);
+    return info.dli_saddr == address && (type == STT_OBJECT || type == STT_COMMON);
+}
+
+/// Does work that may need memory; gives what null or 0 is in its result if memory is short.
+template <typename TWork>
+auto WithoutThrowing(TWork work) -> decltype(work()) {
+    try {
+        return work();
+    } catch (const std::bad_alloc &) {
+        return {};
+    }
 }
 
 /// A search through the loaded modules by file name, and the path that it found.
@@ -52,26 +75,25 @@ bool Answers(std::string_view file_name, std::string_view name) {
         return false;
     }
     const std::string library = std::string("lib").append(name.substr(0, stem)).append(".so");
-    const std::string_view behind = file_name.substr(std::min(library.size(), file_name.size()));
+    const std::string_view rest = file_name.substr(std::min(library.size(), file_name.size()));
     return kq_base::EqualIgnoringCase(file_name.substr(0, library.size()), library) &&
-           (behind.empty() || behind.front() == '.');
+           (rest.empty() || rest.front() == '.');
 }
 
 int LookAtLoaded(dl_phdr_info *info, std::size_t, void *data) {
-    auto &search = *static_cast<TNameSearch *>(data);
-    const std::string_view file_name = kq_base::FileNamePart(info->dlpi_name);
-    if (!Answers(kq_base::FromFileSystem(file_name), search.name)) {
-        return 0;
-    }
-    search.path = info->dlpi_name;
-    return 1;
+    // Nothing may be thrown through the system's loader.
+    return WithoutThrowing([info, data] {
+        auto &search = *static_cast<TNameSearch *>(data);
+        const std::string_view file_name = kq_base::FileNamePart(info->dlpi_name);
+        if (!Answers(kq_base::FromFileSystem(file_name), search.name)) {
+            return 0;
+        }
+        search.path = info->dlpi_name;
+        return 1;
+    });
 }
 
-}  // namespace
-
-bool OnlyLooks(HMODULE module) { return (reinterpret_cast<std::uintptr_t>(module) & 1U) != 0; }
-
-HMODULE LoadLibraryA(std::string_view path) {
+HMODULE Load(std::string_view path) {
     std::string located = kq_base::LocateFile(path);
     const bool bare = located.find('/') == std::string::npos;
     struct stat status = {};
@@ -88,37 +110,12 @@ HMODULE LoadLibraryA(std::string_view path) {
     return dlopen(located.c_str(), RTLD_NOW | RTLD_LOCAL);
 }
 
-HMODULE LoadLibraryExA(std::string_view path, std::uint32_t flags) {
-    if ((flags & kDontResolveReferences) == 0) {
-        return LoadLibraryA(path);
-    }
+HMODULE OpenNames(std::string_view path) {
     auto names = std::make_unique<CModuleNames>();
     return names->Open(kq_base::LocateFile(path)) ? HandleOf(names.release()) : nullptr;
 }
 
-void *GetProcAddress(HMODULE module, const char *name) {
-    if (module == nullptr || name == nullptr) {
-        return nullptr;
-    }
-    if (OnlyLooks(module)) {
-        return NamesOf(module)->Exports(name) ? &name_is_there : nullptr;
-    }
-    void *address = dlsym(module, name);
-    return address != nullptr && LiesIn(module, address) ? address : nullptr;
-}
-
-bool FreeLibrary(HMODULE module) {
-    if (module == nullptr) {
-        return false;
-    }
-    if (OnlyLooks(module)) {
-        const std::unique_ptr<CModuleNames> names(NamesOf(module));
-        return true;
-    }
-    return dlclose(module) == 0;
-}
-
-HMODULE GetModuleHandleA(std::string_view name) {
+HMODULE FindLoaded(std::string_view name) {
     std::string path;
     if (kq_base::FileNamePart(name) != name) {
         path = kq_base::LocateFile(name);
@@ -134,6 +131,52 @@ HMODULE GetModuleHandleA(std::string_view name) {
         dlclose(module);
     }
     return module;
+}
+
+}  // namespace
+
+bool OnlyLooks(HMODULE module) { return (reinterpret_cast<std::uintptr_t>(module) & 1U) != 0; }
+
+HMODULE LoadLibraryA(std::string_view path) {
+    return WithoutThrowing([path] { return Load(path); });
+}
+
+HMODULE LoadLibraryExA(std::string_view path, std::uint32_t flags) {
+    const auto open = (flags & kDontResolveReferences) != 0 ? OpenNames : Load;
+    return WithoutThrowing([path, open] { return open(path); });
+}
+
+void *GetProcAddress(HMODULE module, const char *name) {
+    if (module == nullptr || name == nullptr) {
+        return nullptr;
+    }
+    if (OnlyLooks(module)) {
+        return NamesOf(module)->Exports(name) ? &name_is_there : nullptr;
+    }
+    void *address = dlsym(module, name);
+    return address != nullptr && LiesIn(module, address) ? address : nullptr;
+}
+
+void *GetFunctionAddress(HMODULE module, const char *name) {
+    void *address = GetProcAddress(module, name);
+    const bool function =
+        address != nullptr && (OnlyLooks(module) ? NamesOf(module)->ExportsFunction(name) : !IsData(address));
+    return function ? address : nullptr;
+}
+
+bool FreeLibrary(HMODULE module) {
+    if (module == nullptr) {
+        return false;
+    }
+    if (OnlyLooks(module)) {
+        const std::unique_ptr<CModuleNames> names(NamesOf(module));
+        return true;
+    }
+    return dlclose(module) == 0;
+}
+
+HMODULE GetModuleHandleA(std::string_view name) {
+    return WithoutThrowing([name] { return FindLoaded(name); });
 }
 
 }  // namespace kq_os

@@ -6,7 +6,8 @@
 #include "platform/base/export.h"
 
 /// Dynamic modules under the names that the runtime's other systems give the operations. Paths are library paths
-/// (platform/base/paths.h); a module's file may have any extension, ".dll" as a rule.
+/// (platform/base/paths.h); a module's file may have any extension, ".dll" as a rule. Nothing throws: what memory
+/// doesn't suffice for fails.
 namespace kq_os {
 
 /// A module's handle, null for none. That of a loaded module is the one which dlopen gives, so a host may bring its
@@ -32,6 +33,9 @@ KQ_API bool OnlyLooks(HMODULE module);
 /// On a handle that only looks, the result says no more than that the name is there: it points to nothing, and must be
 /// neither called nor read.
 KQ_API void *GetProcAddress(HMODULE module, const char *name);
+
+/// The same for a function: null also for the name of data, which is nothing to call.
+KQ_API void *GetFunctionAddress(HMODULE module, const char *name);
 
 /// Gives a handle back. False for null and if the system refuses.
 KQ_API bool FreeLibrary(HMODULE module);

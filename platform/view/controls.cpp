@@ -6,38 +6,38 @@
 
 void CComboBox::AppendEntry(std::string_view text) {
     entries_.emplace_back(text);
-    Changed(EViewChange::content);
+    Changed(TViewChange::kContent);
 }
 
-std::string_view CComboBox::Entry(std::size_t place) const {
-    return place == 0 || place > entries_.size() ? std::string_view() : entries_[place - 1].View();
+std::string_view CComboBox::Entry(std::size_t position) const {
+    return position == 0 || position > entries_.size() ? std::string_view() : entries_[position - 1].View();
 }
 
-void CComboBox::Select(std::size_t place) {
-    selected_ = place > entries_.size() ? 0 : place;
+void CComboBox::Select(std::size_t position) {
+    selected_ = position > entries_.size() ? 0 : position;
     text_ = Entry(selected_);
-    Changed(EViewChange::content);
+    Changed(TViewChange::kContent);
 }
 
 void CComboBox::SetText(std::string_view text) {
-    if (mode_ == EMode::freeText) {
+    if (mode_ == TMode::kFreeText) {
         selected_ = 0;
         text_ = text;
-        Changed(EViewChange::content);
+        Changed(TViewChange::kContent);
     }
 }
 
-bool CComboBox::UserSelect(std::size_t place) {
-    if (place == 0 || place > entries_.size()) {
+bool CComboBox::UserSelect(std::size_t position) {
+    if (position == 0 || position > entries_.size()) {
         return false;
     }
-    Select(place);
+    Select(position);
     return true;
 }
 
 bool CComboBox::UserType(std::string_view text) {
     SetText(text);
-    return mode_ == EMode::freeText;
+    return mode_ == TMode::kFreeText;
 }
 
 CIntegerCountBox::CIntegerCountBox(std::uint32_t value, std::uint32_t from, std::uint32_t to)
@@ -45,7 +45,7 @@ CIntegerCountBox::CIntegerCountBox(std::uint32_t value, std::uint32_t from, std:
 
 void CIntegerCountBox::SetValue(std::uint32_t value) {
     value_ = value;
-    Changed(EViewChange::content);
+    Changed(TViewChange::kContent);
 }
 
 bool CIntegerCountBox::UserSet(std::uint32_t value) {
@@ -67,7 +67,7 @@ bool CIntegerCountBox::UserStepDown() { return value_ > from_ && UserSet(std::mi
 
 void CEditBox::SetText(std::string_view text) {
     text_ = text;
-    Changed(EViewChange::content);
+    Changed(TViewChange::kContent);
 }
 
 bool CEditBox::UserType(std::string_view text) {

@@ -8,39 +8,39 @@
 #include "platform/base/bounded_text.h"
 #include "platform/view/view.h"
 
-/// The controls in which a cell of a sheet is edited. What a person does arrives through the operations named User...,
-/// whoever's hand it is; they give false, and change nothing, where the control wouldn't let a person do that.
+/// The controls in which a cell of a sheet is edited. What a person does arrives through the operations named
+/// User...; they give false, and change nothing, where the control wouldn't let a person do that.
 
-/// A list of texts of which one is selected, or, with free text, a text that may also be typed.
+/// A list of texts of which one is selected; with free text, a text may also be typed.
 class CComboBox : public CView {
 public:
-    enum class EMode : std::uint8_t { list, freeText };
+    enum class TMode : std::uint8_t { kList, kFreeText };
 
-    explicit CComboBox(EMode mode) : mode_(mode) {}
+    explicit CComboBox(TMode mode) : mode_(mode) {}
 
-    EMode Mode() const { return mode_; }
+    TMode Mode() const { return mode_; }
 
     void AppendEntry(std::string_view text);
     std::size_t EntryCount() const { return entries_.size(); }
-    /// An entry by its place from 1; empty beyond the list.
-    std::string_view Entry(std::size_t place) const;
+    /// An entry by its position from 1; empty beyond the list.
+    std::string_view Entry(std::size_t position) const;
 
-    /// Selects an entry by its place from 1, and its text becomes the control's. 0, or a place beyond the list, selects
-    /// nothing.
-    void Select(std::size_t place);
-    /// The place of the selected entry from 1; 0 if none is, or the text is a free one.
+    /// Selects an entry by its position from 1, and its text becomes the control's. 0, or a position beyond the list,
+    /// selects nothing.
+    void Select(std::size_t position);
+    /// The position of the selected entry from 1; 0 if none is, or the text is a free one.
     std::size_t Selected() const { return selected_; }
 
-    /// Puts a free text, which selects nothing even if an entry is equal. Does nothing in a mere list.
+    /// Sets a free text, which selects nothing even if an entry is equal. Does nothing without free text.
     void SetText(std::string_view text);
     /// The selected entry's text, or the free one.
     std::string_view Text() const { return text_.View(); }
 
-    bool UserSelect(std::size_t place);
+    bool UserSelect(std::size_t position);
     bool UserType(std::string_view text);
 
 private:
-    EMode mode_;
+    TMode mode_;
     std::vector<kq_base::TText> entries_;
     std::size_t selected_ = 0;
     kq_base::TText text_;

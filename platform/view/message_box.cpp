@@ -15,16 +15,16 @@ TMessageBoxHandler SetMessageBoxHandler(TMessageBoxHandler handler) {
     return std::exchange(Handler(), std::move(handler));
 }
 
-EBoxAnswer DoMessageBox2(const TMessageBox &box) {
+TBoxAnswer DoMessageBox2(const TMessageBox &box) {
     if (Handler()) {
         return Handler()(box);
     }
     switch (box.buttons) {
-        case EBoxButtons::yesNo:
-            return EBoxAnswer::no;
-        case EBoxButtons::yesNoCancel:
-            return EBoxAnswer::cancel;
+        case TBoxButtons::kYesNo:
+            return TBoxAnswer::kNo;
+        case TBoxButtons::kYesNoCancel:
+            return TBoxAnswer::kCancel;
         default:
-            return EBoxAnswer::ok;
+            return TBoxAnswer::kOk;
     }
 }

@@ -26,7 +26,7 @@ void CTextView::InsertText(std::string_view text) {
     text_.append(text);
     cursor_ = text_.size();
     saved_ = false;
-    Changed(EViewChange::content);
+    Changed(TViewChange::kContent);
 }
 
 void CTextView::SetText(std::string_view text) {
@@ -37,7 +37,7 @@ void CTextView::SetText(std::string_view text) {
     }
     text_.assign(text);
     saved_ = false;
-    Changed(EViewChange::content);
+    Changed(TViewChange::kContent);
 }
 
 void CTextView::GetTextBlock(const char *&data, std::uint32_t &size) const {
@@ -53,7 +53,7 @@ bool CTextView::LoadFromFile(std::string_view path, std::string &error) {
     text_ = std::move(content);
     cursor_ = 0;
     saved_ = true;
-    Changed(EViewChange::content);
+    Changed(TViewChange::kContent);
     return true;
 }
 
@@ -80,7 +80,7 @@ void CTextView::SetLineIndex(std::uint32_t line, std::uint32_t column) {
         --end;
     }
     cursor_ = start + std::min<std::size_t>(column, end - start);
-    Changed(EViewChange::cursor);
+    Changed(TViewChange::kCursor);
 }
 
 std::uint32_t CTextView::CursorLine() const {
@@ -98,10 +98,10 @@ std::uint32_t CTextView::CursorColumn() const {
 
 void CTextView::AddColoredId(std::string_view name, std::uint32_t color) {
     colored_ids_.push_back({kq_base::TText(name), color});
-    Changed(EViewChange::colors);
+    Changed(TViewChange::kColors);
 }
 
 void CTextView::ClearColoredIdList() {
     colored_ids_.clear();
-    Changed(EViewChange::colors);
+    Changed(TViewChange::kColors);
 }

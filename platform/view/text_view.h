@@ -24,7 +24,7 @@ public:
     /// The colour in which numbers are shown.
     std::uint32_t number_color = 0x00800000;
 
-    /// Appends a text at the end and puts the cursor behind it. What goes beyond kMaxSize is cut.
+    /// Appends a text and moves the cursor to the end. What goes beyond kMaxSize is cut.
     void InsertText(std::string_view text);
     /// The same for one character.
     void InsertChar(char character) { InsertText({&character, 1}); }
@@ -39,22 +39,22 @@ public:
 
     /// Replaces the text by a file's and marks it saved. False leaves all as it was and gives the reason.
     bool LoadFromFile(std::string_view path, std::string &error);
-    /// Writes the whole text to a file and marks it saved. False gives the reason; the file's old content stands.
+    /// Writes the whole text to a file and marks it saved. False gives the reason; the file's old content stays.
     bool SaveToFile(std::string_view path, std::string &error);
 
     /// True if nothing changed since the last load, save or SetSaved(true).
     bool IsSaved() const { return saved_; }
     void SetSaved(bool saved) { saved_ = saved; }
 
-    /// Places the cursor, both counted from 0: a line behind the last means the last one, a column behind a line's end
+    /// Moves the cursor, both counted from 0: a line after the last means the last one, a column beyond a line's end
     /// means that end.
     void SetLineIndex(std::uint32_t line, std::uint32_t column);
     std::uint32_t CursorLine() const;
     std::uint32_t CursorColumn() const;
-    /// The characters ahead of the cursor.
+    /// The number of characters before the cursor.
     std::size_t CursorOffset() const { return cursor_; }
-    /// Has the cursor scrolled into sight.
-    void FitCursor() { Changed(EViewChange::fitCursor); }
+    /// Asks for the cursor to be scrolled into sight.
+    void FitCursor() { Changed(TViewChange::kFitCursor); }
 
     /// Shows a word in a colour. Of a word given twice the last one counts.
     void AddColoredId(std::string_view name, std::uint32_t color);

@@ -18,7 +18,7 @@ void CView::NewRect(const TRect &rect) {
         return;
     }
     rect_ = rect;
-    Changed(EViewChange::area);
+    Changed(TViewChange::kArea);
 }
 
 void CView::Register(CView &child) {
@@ -30,11 +30,11 @@ void CView::Register(CView &child) {
 }
 
 void CView::Forget(CView &child) {
-    const auto place = std::find(children_.begin(), children_.end(), &child);
-    if (place == children_.end()) {
+    const auto found = std::find(children_.begin(), children_.end(), &child);
+    if (found == children_.end()) {
         return;
     }
-    children_.erase(place);
+    children_.erase(found);
     child.parent_ = nullptr;
     InvalidateRect(child.rect_);
 }
@@ -45,7 +45,7 @@ void CView::InvalidateRect(const TRect &area) {
     }
 }
 
-void CView::Changed(EViewChange change) {
+void CView::Changed(TViewChange change) {
     if (peer_ != nullptr) {
         peer_->ViewChanged(*this, change);
     }

@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <vector>
 
-/// A place on the screen or within a parent, in the units of whoever shows it.
+/// An area of the screen or of a parent, in the units of the peer that shows it.
 struct TRect {
     std::int32_t x = 0;
     std::int32_t y = 0;
@@ -13,27 +13,27 @@ struct TRect {
     friend bool operator==(const TRect &left, const TRect &right) = default;
 };
 
-/// What changed in a view, as its peer is told.
-enum class EViewChange : std::uint8_t {
-    content,    ///< text, entries, selection or value
-    cursor,     ///< the place of the cursor
-    fitCursor,  ///< the cursor is to be scrolled into sight
-    colors,     ///< words or their colours
-    area,       ///< the rectangle
+/// What changed in a view.
+enum class TViewChange : std::uint8_t {
+    kContent,    ///< text, entries, selection or value
+    kCursor,     ///< the position of the cursor
+    kFitCursor,  ///< the cursor is to be scrolled into sight
+    kColors,     ///< words or their colours
+    kArea,       ///< the rectangle
 };
 
 class CView;
 
-/// What shows a view: told what changed, it reads the view's state and draws. A view works the same without one.
+/// What shows a view: after each change it reads the view's state and draws. A view works the same without one.
 class CViewPeer {
 public:
     virtual ~CViewPeer();
-    virtual void ViewChanged(CView &view, EViewChange change) = 0;
+    virtual void ViewChanged(CView &view, TViewChange change) = 0;
     /// An area of the view, in the view's own coordinates, has to be drawn anew.
     virtual void AreaInvalidated(CView &view, const TRect &area) = 0;
 };
 
-/// The state that every view has: its place and its parent. A parent doesn't own its children; whichever of the two
+/// The state that every view has: its area and its parent. A parent doesn't own its children; whichever of the two
 /// ends first takes itself out of the other.
 class CView {
 public:
@@ -63,8 +63,8 @@ public:
     CViewPeer *Peer() const { return peer_; }
 
 protected:
-    /// Tells the peer, if there is one.
-    void Changed(EViewChange change);
+    /// Reports a change to the peer, if there is one.
+    void Changed(TViewChange change);
 
 private:
     TRect rect_;

@@ -7,7 +7,8 @@ namespace kq_pdt {
 
 namespace {
 
-/// Arithmetic wraps around on 32 bits. Like kinds keep their kind; of two texts or truth values the left one stands.
+/// Arithmetic wraps around on 32 bits. Like kinds keep their kind; of two texts or truth values the left one is the
+/// result.
 void Compute(TExprKind kind, TParValue &left, const TParValue &right) {
     if (left.kind != right.kind) {
         const bool unknown = left.kind == TParKind::pvUndefined || right.kind == TParKind::pvUndefined;
@@ -104,8 +105,8 @@ void CExpression::Evaluate(TParValue &result) const {
     }
 }
 
-void CExpression::EvaluateNode(std::uint32_t place, TParValue &result) const {
-    const CExprNode &node = nodes_[place];
+void CExpression::EvaluateNode(std::uint32_t index, TParValue &result) const {
+    const CExprNode &node = nodes_[index];
     if (node.kind == TExprKind::kLiteral) {
         result = node.value;
         return;
@@ -146,11 +147,11 @@ bool CExpression::ReferencesVariable(const CVariable *variable) const {
     if (variable == nullptr) {
         return false;
     }
-    for (std::size_t place = 0; place < nodes_.size(); ++place) {
-        const CExprNode &node = nodes_[place];
+    for (std::size_t index = 0; index < nodes_.size(); ++index) {
+        const CExprNode &node = nodes_[index];
         if (node.kind == TExprKind::kFunction) {
-            // Nodes stand in preorder: the argument is all that follows up to the function's end.
-            place = node.right - 1;
+            // Nodes are in preorder: the argument is all that follows up to the function's end.
+            index = node.right - 1;
         } else if (node.kind == TExprKind::kReference && context_->FindVariable(node.value.text.View()) == variable) {
             return true;
         }

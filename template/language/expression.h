@@ -18,11 +18,11 @@ public:
     virtual void ReadVariable(std::string_view name, TParValue &value) = 0;
     /// The variable that a name means at this moment, or none.
     virtual CVariable *FindVariable(std::string_view name) = 0;
-    /// Reserves count channels behind the last one and gives the first number.
+    /// Reserves count channels after the last one and gives the first number.
     virtual std::uint32_t NewChannels(std::uint32_t count) = 0;
 };
 
-/// Node kinds. The numbers are those under which the language has always known them.
+/// Node kinds, under the numbers that the language has always used.
 enum class TExprKind : std::uint32_t {
     kGroup = 0,  ///< the value of its left child; only while a tree is built
     kReference = 4,
@@ -50,7 +50,7 @@ struct CExprNode {
     static constexpr std::uint32_t kNoChild = 0xFFFFFFFF;
 
     TExprKind kind = TExprKind::kGroup;
-    std::uint32_t left = kNoChild;   ///< place of the child in the expression's nodes
+    std::uint32_t left = kNoChild;   ///< index of the child in the expression's nodes
     std::uint32_t right = kNoChild;  ///< likewise
     TParValue value;                 ///< a literal's value; a reference's text is the name of its variable
 };
@@ -66,7 +66,7 @@ public:
     CExpression(CExpressionContext &context, TNodes nodes);
 
     /// Computes the value. There is no error: what makes no sense comes out as pvNone or pvUndefined. Both operands of
-    /// every operator are evaluated, left ahead of right, and each new_channel makes its channels, each time.
+    /// every operator are evaluated, the left one first, and each new_channel reserves its channels, each time.
     void Evaluate(TParValue &result) const;
     /// True if the tree refers to this variable. The arguments of functions don't count.
     bool ReferencesVariable(const CVariable *variable) const;
@@ -74,7 +74,7 @@ public:
     const TNodes &Nodes() const { return nodes_; }
 
 private:
-    void EvaluateNode(std::uint32_t place, TParValue &result) const;
+    void EvaluateNode(std::uint32_t index, TParValue &result) const;
     void EvaluateFunction(TParValue &result) const;
 
     CExpressionContext *context_;

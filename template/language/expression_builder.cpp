@@ -17,19 +17,19 @@ void CExpressionBuilder::Clear() {
 }
 
 CExpressionBuilder::TResult CExpressionBuilder::Add(TExprKind kind, bool counted, bool move_cursor) {
-    const auto place = static_cast<TCursor>(nodes_.size());
+    const auto index = static_cast<TCursor>(nodes_.size());
     const std::uint32_t above = root_ == kNone ? base_level_ : nodes_[cursor_].level;
     const std::uint32_t level = above + (counted ? 1 : 0);
     if (level > kMaxDepth) {
         return TResult::kTooDeep;
     }
     if (root_ == kNone) {
-        root_ = place;
-        cursor_ = place;
+        root_ = index;
+        cursor_ = index;
     } else if (nodes_[cursor_].left == kNone) {
-        nodes_[cursor_].left = place;
+        nodes_[cursor_].left = index;
     } else if (nodes_[cursor_].right == kNone) {
-        nodes_[cursor_].right = place;
+        nodes_[cursor_].right = index;
     } else {
         return TResult::kFull;
     }
@@ -38,12 +38,12 @@ CExpressionBuilder::TResult CExpressionBuilder::Add(TExprKind kind, bool counted
     node.level = level;
     node.counted = counted;
     if (move_cursor) {
-        cursor_ = place;
+        cursor_ = index;
     }
     return TResult::kDone;
 }
 
-bool CExpressionBuilder::HasPlace() const {
+bool CExpressionBuilder::HasFreeSlot() const {
     return root_ == kNone || nodes_[cursor_].left == kNone || nodes_[cursor_].right == kNone;
 }
 
@@ -82,9 +82,9 @@ std::uint32_t CExpressionBuilder::Height(TCursor root) const {
         pending.emplace_back(root, 0);
     }
     while (!pending.empty()) {
-        const auto [place, above] = pending.back();
+        const auto [index, above] = pending.back();
         pending.pop_back();
-        const TNode &node = nodes_[place];
+        const TNode &node = nodes_[index];
         const std::uint32_t here = above + (node.counted ? 1 : 0);
         height = std::max(height, here);
         for (const TCursor child : {node.left, node.right}) {
@@ -124,23 +124,23 @@ CExpressionBuilder::TCursor CExpressionBuilder::SkipGroups(TCursor node) const {
     return node;
 }
 
-/// Appends a subtree in preorder and gives the place of its root. A function keeps in `right` the place behind its
+/// Appends a subtree in preorder and gives the index of its root. A function keeps in `right` the index after its
 /// argument.
 std::uint32_t CExpressionBuilder::Emit(TCursor node, CExpression::TNodes &nodes) const {
     const TNode &source = nodes_[SkipGroups(node)];
-    const auto place = static_cast<std::uint32_t>(nodes.size());
+    const auto index = static_cast<std::uint32_t>(nodes.size());
     nodes.push_back({source.kind, CExprNode::kNoChild, CExprNode::kNoChild, source.value});
     if (source.left != kNone) {
         const std::uint32_t left = Emit(source.left, nodes);
-        nodes[place].left = left;
+        nodes[index].left = left;
     }
     if (source.kind == TExprKind::kFunction) {
-        nodes[place].right = static_cast<std::uint32_t>(nodes.size());
+        nodes[index].right = static_cast<std::uint32_t>(nodes.size());
     } else if (source.right != kNone) {
         const std::uint32_t right = Emit(source.right, nodes);
-        nodes[place].right = right;
+        nodes[index].right = right;
     }
-    return place;
+    return index;
 }
 
 std::unique_ptr<CExpression> CExpressionBuilder::Finish(CExpressionContext &context) {

@@ -10,11 +10,11 @@ namespace kq_pdt {
 
 /// Builds the tree of an expression while the compiler reads it, by means of a cursor into the growing tree.
 ///
-/// The shape of a tree is not that of usual precedence: it follows from where the cursor stands when an operator comes.
+/// The shape of a tree is not that of usual precedence: it follows from where the cursor is when an operator comes.
 /// Each level of the grammar attaches a node, an operator is written into the node at the cursor and its right operand
-/// goes beside the left one. Only some levels put the cursor back. Stored templates rest on what comes out.
+/// goes beside the left one. Only some levels put the cursor back. Stored templates rely on the resulting shapes.
 ///
-/// A node has two places for children. What would need a third, or an operator that would land on the node of a minus
+/// A node has two slots for children. What would need a third, or an operator that would land on the node of a minus
 /// with one operand, is refused as kFull.
 class CExpressionBuilder {
 public:
@@ -40,10 +40,10 @@ public:
     TResult AttachParentheses();
     /// Adds a literal or a reference below the cursor, which stays.
     TResult AddOperand(TExprKind kind, TParValue value);
-    /// Writes an operator into the node at the cursor.
+    /// Writes an operator into the node at the cursor. kFull on the node of a minus.
     TResult SetNodeKind(TExprKind kind);
-    /// True if the node at the cursor has a place for one more child.
-    bool HasPlace() const;
+    /// True if the node at the cursor can take one more child.
+    bool HasFreeSlot() const;
 
     TCursor Cursor() const { return cursor_; }
     void SetCursor(TCursor cursor) { cursor_ = cursor; }

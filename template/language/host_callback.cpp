@@ -1,7 +1,8 @@
 #include "template/language/host_callback.h"
 
-#include <array>
 #include <cassert>
+
+#include "template/language/languages.h"
 
 // A host has to override the operations below that assert; the others it may leave out.
 
@@ -58,8 +59,6 @@ namespace kq_pdt {
 namespace {
 
 CAbstractPdtIdeCallBack *host_callback = nullptr;
-
-constexpr std::array<std::string_view, 4> kLanguages = {"CZ", "EN", "GE", "JP"};
 
 }  // namespace
 

@@ -1,10 +1,9 @@
 #include "template/language/keyword_reader.h"
 
-#include "platform/base/code_page.h"
+#include "template/language/texts.h"
 
 namespace kq_pdt {
 
-using namespace kq_base::literals;
 using par_scanner::kEndOfInput;
 using par_scanner::kIdentifier;
 using par_scanner::kNumber;
@@ -12,7 +11,7 @@ using par_scanner::kString;
 
 namespace {
 
-// A blank would be named by a second blank.
+// A blank has no name: it would be a second blank.
 std::string_view OperatorText(std::uint32_t kind) {
     return kind == par_scanner::kBlank ? std::string_view() : par_scanner::TokenKindText(kind);
 }
@@ -23,7 +22,7 @@ void CKeywordReader::NextToken() {
     if (failed_) {
         return;
     }
-    std::uint32_t error = 0;  // why a token can't be read is nobody's concern
+    std::uint32_t error = 0;  // why a token can't be read doesn't matter
     if (!ReadToken(error, token_, false)) {
         token_.kind = kEndOfInput;
         return;
@@ -39,7 +38,7 @@ bool CKeywordReader::Expect(std::uint32_t kind) {
         return false;
     }
     if (token_.kind != kind) {
-        Fail("Očekáván "_cp, {kind});
+        Fail(texts::kExpected, {kind});
         return false;
     }
     NextToken();
@@ -76,13 +75,13 @@ void CKeywordReader::AppendTokenName(kq_base::TText &message, std::uint32_t kind
     message.Append(" ");
     switch (kind) {
         case kIdentifier:
-            message.Append("identifikátor"_cp);
+            message.Append(texts::kIdentifier);
             break;
         case kString:
-            message.Append("řetězec"_cp);
+            message.Append(texts::kString);
             break;
         case kNumber:
-            message.Append("číslo"_cp);
+            message.Append(texts::kNumber);
             break;
         default:
             message.Append(kind < kFirstKeyword ? OperatorText(kind) : KeywordText(kind));

@@ -5,12 +5,12 @@
 #include <string_view>
 
 #include "platform/base/bounded_text.h"
-#include "scanner/tape_reader.h"
+#include "scanner/string_tape_reader.h"
 #include "template/language/keywords.h"
 
 namespace kq_pdt {
 
-/// The token reader with the keywords laid over its identifiers: one token of look-ahead and one failure.
+/// The token reader with keywords among its identifiers, one token of look-ahead and one failure.
 ///
 /// A reader starts without a look-ahead: set the text (InitDString) and call NextToken once. What can't be read as a
 /// token, an open string for instance, counts as the end of the input.
@@ -29,9 +29,9 @@ public:
 
     /// Records a failure and its message, which may be empty. The first one stays, later ones are ignored.
     void Fail(std::string_view text);
-    /// The same with the names of the token kinds that were due behind the prefix.
+    /// The same with the names of the token kinds that were due after the prefix.
     void Fail(std::string_view prefix, std::initializer_list<std::uint32_t> kinds);
-    /// Fails like Fail, but takes the place of an earlier message: a statement that knows better what was due than the
+    /// Fails like Fail, but replaces an earlier message: a statement that knows better what was due than the
     /// part of it that failed.
     void FailInstead(std::string_view prefix, std::initializer_list<std::uint32_t> kinds);
 

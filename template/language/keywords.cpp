@@ -5,84 +5,98 @@
 #include <cstring>
 
 // Every identifier of a template is looked up here, so the look-up is one step: the length and three letters give a
-// slot, and at most one keyword stands in a slot. That no two words meet is checked while this file is compiled.
+// slot, and a slot holds at most one keyword. That no two words share one is checked while this file is compiled.
 namespace kq_pdt {
 namespace {
 
-using namespace std::string_view_literals;
-
-constexpr std::array<std::string_view, kKeywordCount> kWords = {
-    "def_section"sv,
-    "end_section"sv,
-    "name"sv,
-    "required"sv,
-    "def_key"sv,
-    "end_key"sv,
-    "multiple"sv,
-    "depend_on"sv,
-    "string"sv,
-    "number"sv,
-    "def_par"sv,
-    "label"sv,
-    "default"sv,
-    "range_from"sv,
-    "range_to"sv,
-    "id"sv,
-    "comment"sv,
-    "end_par"sv,
-    "bubble"sv,
-    "par"sv,
-    "procedure"sv,
-    "dll"sv,
-    "load_pdt"sv,
-    "optional"sv,
-    "nedef"sv,
-    "enable_if"sv,
-    "option"sv,
-    "options"sv,
-    "channels"sv,
-    "ch_type"sv,
-    "ch_from"sv,
-    "ch_to"sv,
-    "ch_number"sv,
-    "boolean"sv,
-    "shortcard"sv,
-    "cardinal"sv,
-    "longcard"sv,
-    "shortint"sv,
-    "integer"sv,
-    "longint"sv,
-    "shortreal"sv,
-    "real"sv,
-    "begin"sv,
-    "end"sv,
-    "input"sv,
-    "output"sv,
-    "bidirectional"sv,
-    "ch_direction"sv,
-    "no_channels"sv,
-    "ch_count"sv,
-    "ver_from"sv,
-    "read_all"sv,
-    "keywords"sv,
-    "write_if_all"sv,
-    "var"sv,
-    "channels_group"sv,
-    "init_value"sv,
-    "create_new_channel"sv,
-    "mod"sv,
-    "all"sv,
-    "or"sv,
-    "and"sv,
-    "not"sv,
-    "channel_range"sv,
-    "type"sv,
-    "direction"sv,
-    "true"sv,
-    "false"sv,
-    "floating"sv,
-    "no_case_sensitive"sv,
+struct TKeywordRow {
+    TKeyword code;
+    std::string_view word;
 };
+
+constexpr std::array<TKeywordRow, kKeywordCount> kRows = {{
+    {kwDefSection, "def_section"},
+    {kwEndSection, "end_section"},
+    {kwName, "name"},
+    {kwRequired, "required"},
+    {kwDefKey, "def_key"},
+    {kwEndKey, "end_key"},
+    {kwMultiple, "multiple"},
+    {kwDependOn, "depend_on"},
+    {kwString, "string"},
+    {kwNumber, "number"},
+    {kwDefPar, "def_par"},
+    {kwLabel, "label"},
+    {kwDefault, "default"},
+    {kwRangeFrom, "range_from"},
+    {kwRangeTo, "range_to"},
+    {kwId, "id"},
+    {kwComment, "comment"},
+    {kwEndPar, "end_par"},
+    {kwBubble, "bubble"},
+    {kwPar, "par"},
+    {kwProcedure, "procedure"},
+    {kwDll, "dll"},
+    {kwLoadPdt, "load_pdt"},
+    {kwOptional, "optional"},
+    {kwNedef, "nedef"},
+    {kwEnableIf, "enable_if"},
+    {kwOption, "option"},
+    {kwOptions, "options"},
+    {kwChannels, "channels"},
+    {kwChType, "ch_type"},
+    {kwChFrom, "ch_from"},
+    {kwChTo, "ch_to"},
+    {kwChNumber, "ch_number"},
+    {kwBoolean, "boolean"},
+    {kwShortcard, "shortcard"},
+    {kwCardinal, "cardinal"},
+    {kwLongcard, "longcard"},
+    {kwShortint, "shortint"},
+    {kwInteger, "integer"},
+    {kwLongint, "longint"},
+    {kwShortreal, "shortreal"},
+    {kwReal, "real"},
+    {kwBegin, "begin"},
+    {kwEnd, "end"},
+    {kwInput, "input"},
+    {kwOutput, "output"},
+    {kwBidirectional, "bidirectional"},
+    {kwChDirection, "ch_direction"},
+    {kwNoChannels, "no_channels"},
+    {kwChCount, "ch_count"},
+    {kwVerFrom, "ver_from"},
+    {kwReadAll, "read_all"},
+    {kwKeywords, "keywords"},
+    {kwWriteIfAll, "write_if_all"},
+    {kwVar, "var"},
+    {kwChannelsGroup, "channels_group"},
+    {kwInitValue, "init_value"},
+    {kwCreateNewChannel, "create_new_channel"},
+    {kwMod, "mod"},
+    {kwAll, "all"},
+    {kwOr, "or"},
+    {kwAnd, "and"},
+    {kwNot, "not"},
+    {kwChannelRange, "channel_range"},
+    {kwType, "type"},
+    {kwDirection, "direction"},
+    {kwTrue, "true"},
+    {kwFalse, "false"},
+    {kwFloating, "floating"},
+    {kwNoCaseSensitive, "no_case_sensitive"},
+}};
+
+constexpr bool InOrderOfCodes() {
+    for (std::uint32_t row = 0; row < kRows.size(); ++row) {
+        if (kRows[row].code != kFirstKeyword + row) {
+            return false;
+        }
+    }
+    return true;
+}
+
+static_assert(InOrderOfCodes(), "a code is found by its row");
 
 constexpr std::size_t kShortest = 2;
 constexpr std::size_t kLongest = 18;
@@ -104,9 +118,9 @@ struct TSlots {
 constexpr TSlots MakeSlots() {
     TSlots slots;
     slots.row.fill(kEmptySlot);
-    for (std::size_t row = 0; row < kWords.size(); ++row) {
-        const std::size_t length = kWords[row].size();
-        std::uint8_t &slot = slots.row[Slot(kWords[row])];
+    for (std::size_t row = 0; row < kRows.size(); ++row) {
+        const std::size_t length = kRows[row].word.size();
+        std::uint8_t &slot = slots.row[Slot(kRows[row].word)];
         slots.perfect = slots.perfect && slot == kEmptySlot && length >= kShortest && length <= kLongest;
         slot = static_cast<std::uint8_t>(row);
     }
@@ -148,15 +162,15 @@ std::uint32_t FindKeyword(std::string_view word) {
         return 0;
     }
     const std::uint8_t row = kSlots.row[Slot(word)];
-    if (row == kEmptySlot || kWords[row].size() != word.size()) {
+    if (row == kEmptySlot || kRows[row].word.size() != word.size()) {
         return 0;
     }
-    return SameLetters(kWords[row].data(), word.data(), word.size()) ? kFirstKeyword + row : 0;
+    return SameLetters(kRows[row].word.data(), word.data(), word.size()) ? kFirstKeyword + row : 0;
 }
 
 std::string_view KeywordText(std::uint32_t code) {
     const std::uint32_t row = code - kFirstKeyword;
-    return row < kKeywordCount ? kWords[row] : std::string_view();
+    return row < kKeywordCount ? kRows[row].word : std::string_view();
 }
 
 }  // namespace kq_pdt

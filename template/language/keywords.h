@@ -81,7 +81,7 @@ enum TKeyword : std::uint32_t {
 };
 
 inline constexpr std::uint32_t kFirstKeyword = kwDefSection;
-inline constexpr std::uint32_t kKeywordCount = 70;
+inline constexpr std::uint32_t kKeywordCount = kwNoCaseSensitive - kFirstKeyword + 1;
 
 /// A channel type or direction that isn't known.
 inline constexpr std::uint32_t kUndefinedCode = 0xFFFFFFFF;

@@ -10,7 +10,7 @@ const char *const kPdt =
     "def_section name = 'S'; required; def_key name = 'k'; channels; par = number { ch_from; ch_type = real;"
     " ch_direction = input }; par = number { ch_to }; end_key end_section";
 
-/// Notes what the session's window is told, in its order.
+/// Notes the calls of the session's window in their order.
 class CNotingSession final : public CModelSession {
 public:
     void ClearSheet() override { Note("clear"); }
@@ -35,7 +35,7 @@ private:
 
 TEST(Session, TranslationGoesThroughItsStepsInOrder) {
     CNotingSession session;
-    // The overlap in the driver map is reported ahead of the template's channels and the parameter file's.
+    // The overlap in the driver map is reported before the template's channels and the parameter file's.
     EXPECT_FALSE(session.Translate(std::string("channels = 1, 2, boolean, input; ") + kPdt, "[X]\n[S]\nk = 8, 9\n",
                                    "begin 1 - 5 boolean input 5 - 6 real input end."));
     EXPECT_EQ(
@@ -54,12 +54,12 @@ TEST(Session, BrokenTemplateLeavesAnEmptyModelAndBothTexts) {
     CModelSession session;
     ASSERT_TRUE(session.Translate(kPdt, "[S]\nk = 1, 2\n"));
     session.SetTemplateText("def_section name = 5");
-    EXPECT_EQ(session.TranslateToModel(), TOutcome::templateFailed);
+    EXPECT_EQ(session.TranslateToModel(), TOutcome::kTemplateFailed);
     EXPECT_TRUE(session.SheetData().Instances().List().empty());
     EXPECT_EQ(session.ParView().Text(), "[S]\nk = 1, 2\n");
-    EXPECT_EQ(session.RepairDmf(), TOutcome::templateFailed);
+    EXPECT_EQ(session.RepairDmf(), TOutcome::kTemplateFailed);
     session.SetTemplatePath("/nowhere/x.pdt");
-    EXPECT_EQ(session.TranslateToModel(), TOutcome::templateFailed);
+    EXPECT_EQ(session.TranslateToModel(), TOutcome::kTemplateFailed);
     EXPECT_EQ(kq_base::ToUtf8(session.TemplateResult().message.View()), "Nelze otevřít PDT soubor.");
     EXPECT_EQ(session.TemplateResult().line, 0U);
 }
@@ -71,11 +71,11 @@ TEST(Session, RepairWritesWhatTheConfigurationDefines) {
         TOutcome outcome;
         const char *after;
     } const kCases[] = {
-        {"[S]\nk = 1, 5\n", "begin 1 - 20 boolean input end.", TOutcome::done, "begin\r\n  1 - 5 real input\r\nend."},
-        {"[S]\nk = 1, x\n", "begin 1 - 20 boolean input end.", TOutcome::errors, "begin 1 - 20 boolean input end."},
-        {"[S]\nk = 5, 1\n", "", TOutcome::errors, ""},
-        {"[S]\nk = 5, 1\n[T]\n", "x", TOutcome::errors, "x"},
-        {"[S]\nk = 7, 7\n[T]\n", "x", TOutcome::done, "begin\r\n  7 real input\r\nend."},
+        {"[S]\nk = 1, 5\n", "begin 1 - 20 boolean input end.", TOutcome::kDone, "begin\r\n  1 - 5 real input\r\nend."},
+        {"[S]\nk = 1, x\n", "begin 1 - 20 boolean input end.", TOutcome::kErrors, "begin 1 - 20 boolean input end."},
+        {"[S]\nk = 5, 1\n", "", TOutcome::kErrors, ""},
+        {"[S]\nk = 5, 1\n[T]\n", "x", TOutcome::kErrors, "x"},
+        {"[S]\nk = 7, 7\n[T]\n", "x", TOutcome::kDone, "begin\r\n  7 real input\r\nend."},
     };
     CModelSession session;
     session.AddError("an old one", "", 1);
@@ -108,7 +108,7 @@ TEST(Session, MessagesStayUntilClearedAndErrorsCountAnew) {
     session.AddMessageRecord(0, 9);
     EXPECT_EQ(session.MessageLines(), "E:7,3 " + std::string(200, 'a') + std::string(55, 'b') + "\nW w\n");
     ASSERT_EQ(session.Messages().Records().size(), 3U);
-    EXPECT_FALSE(session.Messages().Records()[2].HasPlace());
+    EXPECT_FALSE(session.Messages().Records()[2].HasPosition());
     EXPECT_EQ(session.Messages().ErrorCount(), 2U);
 }
 

@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include "platform/os/events.h"
+#include "platform/os/modules.h"
 #include "tests/driver/driver_module.h"
 #include "tests/support/count_allocations.h"
 
@@ -56,6 +58,93 @@ TEST(DriverAllocation, NothingStaysBehindWithoutDone) {
     }
     module.Control().wide_given = {};
     EXPECT_EQ(before.Bytes(), 0);
+}
+
+/// Does an operation again and again, with one more allocation each time before memory is short, until it succeeds. How
+/// often it failed.
+template <typename TUse>
+std::size_t Failures(TUse use) {
+    for (std::size_t failures = 0;; ++failures) {
+        counted::allocations_left = failures;
+        const bool done = use();
+        counted::allocations_left = counted::kNoLimit;
+        if (done || failures == 1000) {
+            return failures;
+        }
+    }
+}
+
+TEST(DriverAllocation, ShortMemoryIsAFailure) {
+    WithEachModule([](const CTestModule &module) {
+        module.Control().logs = false;
+        module.Control().blocks = 100;
+        module.SetTexts(std::u16string(200, u'ž'));
+        TDStringA text(BytesOf(std::u16string(200, u'ž')));
+        const TValue with_text = DStringValue(&text);
+        CInitializedDriver settled(module);  // what the module itself allocates is there after this
+        Exchange(settled, text, true);
+
+        kq_drv::CDriver driver;
+        driver.Init(module.Handle());
+        CTextBuffer256 error;
+        EXPECT_GT(Failures([&] { return driver.Initialize(error.kHigh, error.Data(), 0, 0, "drv"); }), 0U);
+        EXPECT_EQ(error.Utf8(), "Nedostatek paměti");
+
+        std::uint32_t code = 0;
+        std::uint32_t first_code = 0;
+        const auto first = [&](bool done) {
+            first_code = first_code == 0 && !done ? code : first_code;
+            return done;
+        };
+        std::uint32_t status = 0;
+        TValue value;
+        const auto input = [&] {
+            value = DStringValue(nullptr);
+            return first(driver.GetInput(code, 1, &value, status, nullptr));
+        };
+        EXPECT_GT(Failures(input), 0U);
+        EXPECT_EQ(first_code, kq_drv::kRoomNotGrown);
+        DisposeValueDString(&value);
+
+        first_code = 0;
+        const bool widens = module.Generation() == 3 && module.IsWide();
+        const auto output = [&] { return first(driver.OutputRequest(code, 1, with_text, 0, nullptr)); };
+        EXPECT_EQ(Failures(output) > 0, widens);
+        EXPECT_EQ(first_code, widens ? kq_drv::kRoomNotGrown : 0U);
+
+        first_code = 0;
+        value = DStringValue(nullptr);
+        EXPECT_GT(Failures([&] { return first(driver.QueryProc(code, with_text, &value)); }), 0U);
+        EXPECT_EQ(first_code, kq_drv::kRoomNotGrown);
+        DisposeValueDString(&value);
+
+        kq_drv::CChannelMap map;
+        error = {};
+        EXPECT_GT(Failures([&] {
+                      map.Done();
+                      return map.LoadFromDriver(error.kHigh, error.Data(), &driver);
+                  }),
+                  0U);
+        EXPECT_EQ(error.Utf8(), "Nedostatek paměti");
+        driver.Done();
+        settled.Done();
+    });
+}
+
+TEST(DriverAllocation, ShortMemoryOfAnInspectorAndOfAModule) {
+    kq_drv::CDriverComponentDLLHelper helper;
+    CTextBuffer256 error;
+    counted::allocations_left = 0;
+    const bool passed = helper.Init(error.kHigh, error.Data(), nullptr);
+    void *const module = kq_os::LoadLibraryA(KQ_DRIVER_MODULES "/generation3.dll");
+    void *const names = kq_os::LoadLibraryExA(KQ_DRIVER_MODULES "/generation3.dll", kq_os::kDontResolveReferences);
+    void *const event = kq_os::CreateEventA(true, true);
+    counted::allocations_left = counted::kNoLimit;
+    EXPECT_FALSE(passed);
+    EXPECT_EQ(error.Utf8(), "Nedostatek paměti");
+    EXPECT_EQ(module, nullptr);
+    EXPECT_EQ(names, nullptr);
+    EXPECT_EQ(event, nullptr);
 }
 
 }  // namespace

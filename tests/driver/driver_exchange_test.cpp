@@ -182,34 +182,34 @@ TEST(DriverExchange, CharactersOfWideTexts) {
 TEST(DriverExchange, DriversThatBreakTheRulesOfStrings) {
     struct {
         int generation;
-        EMischief mischief;
+        TMischief mischief;
         std::uint32_t named_size;
         std::uint32_t driver_code;
         std::uint32_t code;  ///< 0 if the text passes
         std::size_t length;  ///< of the text then
     } cases[] = {
-        {1, EMischief::kForeignText, 0, 0, kForeignText, 0},
-        {2, EMischief::kForeignText, 0, 0, kForeignText, 0},
-        {3, EMischief::kForeignText, 0, 0, kForeignText, 0},
-        {1, EMischief::kSilent, 0, 0, 0, 0},
-        {2, EMischief::kSilent, 0, 0, 0, 0},
-        {3, EMischief::kSilent, 0, 0, 0, 1024},
-        {1, EMischief::kUnterminated, 1024, 0, 0, 1023},
-        {2, EMischief::kUnterminated, 1024, 0, 0, 1023},
-        {3, EMischief::kNullTwice, 0, 0, kRoomTwice, 0},
-        {3, EMischief::kNamedSize, 0, 0, kRoomNotGrown, 0},
-        {3, EMischief::kNamedSize, 1023, 0, kRoomNotGrown, 0},
-        {3, EMischief::kNamedSize, 1024, 0, kRoomNotGrown, 0},
-        {3, EMischief::kNamedSize, 1025, 0, kRoomTwice, 0},
-        {3, EMischief::kNamedSize, 0x4000001, 0, kRoomNotGrown, 0},
-        {3, EMischief::kNamedSize, 0xFFFFFFE1, 0, kRoomNotGrown, 0},
-        {3, EMischief::kNamedSize, 0xFFFFFFFF, 0, kRoomNotGrown, 0},
-        {3, EMischief::kCountAboveRoom, 1024, 0, 0, 1024},
-        {3, EMischief::kCountAboveRoom, 1025, 0, kForeignText, 0},
-        {3, EMischief::kCountAboveRoom, 0xFFFFFFFF, 0, kForeignText, 0},
-        {3, EMischief::kNone, 0, 77, 77, 0},
-        {3, EMischief::kForeignText, 0, 77, 77, 0},
-        {3, EMischief::kNullTwice, 0, 77, 77, 0},
+        {1, TMischief::kForeignText, 0, 0, kForeignText, 0},
+        {2, TMischief::kForeignText, 0, 0, kForeignText, 0},
+        {3, TMischief::kForeignText, 0, 0, kForeignText, 0},
+        {1, TMischief::kSilent, 0, 0, 0, 0},
+        {2, TMischief::kSilent, 0, 0, 0, 0},
+        {3, TMischief::kSilent, 0, 0, 0, 1024},
+        {1, TMischief::kUnterminated, 1024, 0, 0, 1023},
+        {2, TMischief::kUnterminated, 1024, 0, 0, 1023},
+        {3, TMischief::kNullTwice, 0, 0, kRoomTwice, 0},
+        {3, TMischief::kNamedSize, 0, 0, kRoomNotGrown, 0},
+        {3, TMischief::kNamedSize, 1023, 0, kRoomNotGrown, 0},
+        {3, TMischief::kNamedSize, 1024, 0, kRoomNotGrown, 0},
+        {3, TMischief::kNamedSize, 1025, 0, kRoomTwice, 0},
+        {3, TMischief::kNamedSize, 0x4000001, 0, kRoomNotGrown, 0},
+        {3, TMischief::kNamedSize, 0xFFFFFFE1, 0, kRoomNotGrown, 0},
+        {3, TMischief::kNamedSize, 0xFFFFFFFF, 0, kRoomNotGrown, 0},
+        {3, TMischief::kCountAboveRoom, 1024, 0, 0, 1024},
+        {3, TMischief::kCountAboveRoom, 1025, 0, kForeignText, 0},
+        {3, TMischief::kCountAboveRoom, 0xFFFFFFFF, 0, kForeignText, 0},
+        {3, TMischief::kNone, 0, 77, 77, 0},
+        {3, TMischief::kForeignText, 0, 77, 77, 0},
+        {3, TMischief::kNullTwice, 0, 77, 77, 0},
     };
     for (const auto &wanted : cases) {
         for (const bool wide : {false, true}) {
@@ -237,22 +237,22 @@ TEST(DriverExchange, DriversThatBreakTheRulesOfStrings) {
 TEST(DriverExchange, DriversThatBreakTheRulesOfAnswers) {
     struct {
         int generation;
-        EMischief mischief;
+        TMischief mischief;
         std::uint32_t named_size;
         std::uint32_t code;  ///< 0 if the text passes
         std::size_t length;  ///< of the answer then
     } cases[] = {
-        {1, EMischief::kForeignText, 0, kForeignText, 7},
-        {2, EMischief::kForeignText, 0, kForeignText, 7},
-        {3, EMischief::kForeignText, 0, kForeignText, 7},
-        {1, EMischief::kSilent, 0, 0, 7},
-        {3, EMischief::kSilent, 0, 0, 1024},
-        {1, EMischief::kUnterminated, 256, 0, 255},
-        {3, EMischief::kNullTwice, 0, kRoomTwice, 7},
-        {3, EMischief::kNamedSize, 1024, kRoomNotGrown, 7},
-        {3, EMischief::kNamedSize, 1025, kRoomTwice, 7},
-        {3, EMischief::kNamedSize, 0xFFFFFFFF, kRoomNotGrown, 7},
-        {3, EMischief::kCountAboveRoom, 1025, kForeignText, 7},
+        {1, TMischief::kForeignText, 0, kForeignText, 7},
+        {2, TMischief::kForeignText, 0, kForeignText, 7},
+        {3, TMischief::kForeignText, 0, kForeignText, 7},
+        {1, TMischief::kSilent, 0, 0, 7},
+        {3, TMischief::kSilent, 0, 0, 1024},
+        {1, TMischief::kUnterminated, 256, 0, 255},
+        {3, TMischief::kNullTwice, 0, kRoomTwice, 7},
+        {3, TMischief::kNamedSize, 1024, kRoomNotGrown, 7},
+        {3, TMischief::kNamedSize, 1025, kRoomTwice, 7},
+        {3, TMischief::kNamedSize, 0xFFFFFFFF, kRoomNotGrown, 7},
+        {3, TMischief::kCountAboveRoom, 1025, kForeignText, 7},
     };
     for (const auto &wanted : cases) {
         for (const bool wide : {false, true}) {
@@ -281,7 +281,7 @@ TEST(DriverExchange, Buffers) {
             TValue value;
             value.tag = kTagBuffer;
             value.PutField(TValue::kBufferAt, &memory[0]);
-            module.Control().mischief = moved ? EMischief::kMovedBuffer : EMischief::kNone;
+            module.Control().mischief = moved ? TMischief::kMovedBuffer : TMischief::kNone;
             TCall call;
             EXPECT_EQ(call.Input(driver, 1, value), !moved);
             EXPECT_EQ(call.code, moved ? kForeignBuffer : 0U);

@@ -208,6 +208,15 @@ TEST(DriverLifecycle, NamesTheFirstMissingEntry) {
     }
 }
 
+TEST(DriverLifecycle, DataOfAnEntrysNameIsNoEntry) {
+    CDriver driver;
+    void *const module = kq_os::LoadLibraryA(KQ_DRIVER_MODULES "/data.dll");
+    ASSERT_NE(module, nullptr);
+    driver.Init(module);
+    EXPECT_EQ(Initialize(driver), std::string("Init, Init3") + kMissing + "drv");
+    kq_os::FreeLibrary(module);
+}
+
 TEST(DriverLifecycle, WithoutAModuleNothingHappens) {
     CDriver driver;
     std::uint32_t version = 9;
@@ -224,7 +233,7 @@ TEST(DriverLifecycle, WithoutAModuleNothingHappens) {
 
 TEST(DriverLifecycle, ModuleMakesNoDriver) {
     WithEachModule([](const CTestModule &module) {
-        module.Control().mischief = EMischief::kNoDriver;
+        module.Control().mischief = TMischief::kNoDriver;
         CDriver driver;
         driver.Init(module.Handle());
         EXPECT_EQ(Initialize(driver, 0, "Lince"), "Lince : Nelze vytvořit ovladač.");
@@ -490,6 +499,17 @@ TEST(DriverLifecycle, ChannelMapFromTheDriver) {
         EXPECT_TRUE(map.Check(error.kHigh, error.Data(), 1, 20, kTagReal, kDirectionInput)) << "the blocks before stay";
         driver.Done();
     });
+    const CTestModule endless(3, false);
+    endless.Control().logs = false;
+    for (const std::uint32_t blocks : {999999U, 1000000U, 1000001U, 0xFFFFFFFFU}) {
+        endless.Control().blocks = blocks;
+        CInitializedDriver driver(endless);
+        CChannelMap map;
+        EXPECT_EQ(load(driver, map), blocks <= 1000000 ? "1 ?" : "0 Ovladač vypisuje příliš mnoho bloků kanálů");
+        CTextBuffer256 error;
+        EXPECT_EQ(map.Check(error.kHigh, error.Data(), 9999991, 10, kTagReal, kDirectionInput), blocks >= 1000000);
+        driver.Done();
+    }
     const CTestModule silent(1, false, {"EnumerateChannels"});
     CInitializedDriver driver(silent);
     CChannelMap map;

@@ -11,7 +11,7 @@
 #include "driver/channels/dmf_words.h"
 #include "driver/kq_drv.h"
 #include "driver/value_scalars.h"
-#include "tests/tools/temporary_directory.h"
+#include "tests/support/temporary_directory.h"
 #include "tools/driver/module_file.h"
 
 namespace {

@@ -13,7 +13,7 @@
 #include "driver/kq_driver_w.h"
 #include "platform/base/code_page.h"
 #include "platform/os/events.h"
-#include "tests/tools/temporary_directory.h"
+#include "tests/support/temporary_directory.h"
 #include "tools/driver/module_file.h"
 
 namespace {

@@ -25,7 +25,7 @@ std::string Describe(const TCellEditor &editor) {
         return "edit " + std::string(editor.EditBox().Text());
     }
     const CComboBox &box = editor.ComboBox();
-    std::string text = box.Mode() == CComboBox::EMode::list ? "list [" : "free [";
+    std::string text = box.Mode() == CComboBox::TMode::kList ? "list [" : "free [";
     for (std::size_t place = 1; place <= box.EntryCount(); ++place) {
         text += (place == 1 ? "" : "|") + std::string(box.Entry(place));
     }

@@ -1,4 +1,4 @@
-/* A driver module in C against the installed headers: both text widths compile, and the values lie where they should. */
+/* A driver module in C against the installed headers: both text widths compile, and values have the right layout. */
 #include "driver/kq_driver.h"
 #include "driver/kq_driver_w.h"
 
@@ -11,7 +11,8 @@ static int the_driver;
 
 KQ_DRIVER_ENTRY uint32_t Version(void) { return 0x10000; }
 KQ_DRIVER_ENTRY void *MakeDriver(void) { return &the_driver; }
-KQ_DRIVER_ENTRY KQTruth LoadModulesTree(KQPath path, KQAddItemEntry *add_item, KQProgressEntry *progress, void *cancel) {
+KQ_DRIVER_ENTRY KQTruth LoadModulesTree(KQPath path, KQAddItemEntry *add_item, KQProgressEntry *progress,
+                                        void *cancel) {
     (void)progress;
     (void)cancel;
     add_item(0, 1, 4, "name", 0, "", 2);

@@ -1,4 +1,4 @@
-/// A program built against the installed library alone: every public header, and one call behind each of them that has
+/// A program built against the installed library alone: every public header, and one call of each of them that has
 /// something to call.
 #include <cstdio>
 

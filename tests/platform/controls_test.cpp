@@ -6,7 +6,7 @@
 
 namespace {
 
-CComboBox::EMode Mode(bool free_text) { return free_text ? CComboBox::EMode::freeText : CComboBox::EMode::list; }
+CComboBox::TMode Mode(bool free_text) { return free_text ? CComboBox::TMode::kFreeText : CComboBox::TMode::kList; }
 
 TEST(ComboBox, SelectsFrom1AndTypesIfItMay) {
     for (const bool free_text : {false, true}) {
@@ -22,8 +22,8 @@ TEST(ComboBox, SelectsFrom1AndTypesIfItMay) {
         EXPECT_EQ(box.Text(), "two");
         EXPECT_TRUE(box.UserSelect(1));
         EXPECT_EQ(box.Text(), "one");
-        for (const std::size_t place : {0U, 3U}) {
-            EXPECT_FALSE(box.UserSelect(place));
+        for (const std::size_t position : {0U, 3U}) {
+            EXPECT_FALSE(box.UserSelect(position));
             EXPECT_EQ(box.Selected(), 1U);
         }
         EXPECT_EQ(box.UserType("two"), free_text);
@@ -74,7 +74,7 @@ TEST(IntegerCountBox, KeepsAPersonWithinItsLimits) {
              {0, 0, 0, "-", 0},
          }) {
         CIntegerCountBox box(value, from, to);
-        EXPECT_EQ(box.Value(), value) << "the program's value stands even outside the limits";
+        EXPECT_EQ(box.Value(), value) << "the program's value stays even outside the limits";
         const std::string_view text = typed;
         const bool taken = text == "+" ? box.UserStepUp() : text == "-" ? box.UserStepDown() : box.UserType(text);
         EXPECT_EQ(box.Value(), after) << value << " in " << from << ".." << to << " typed " << typed;

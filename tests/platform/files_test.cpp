@@ -116,7 +116,7 @@ TEST(Files, ReadsAFileAsItStandsWhateverItsSize) {
     }
     std::string content;
     std::string error;
-    ASSERT_TRUE(Disk().Read("/proc/self/status", content, error)) << "a file that doesn't tell its size";
+    ASSERT_TRUE(Disk().Read("/proc/self/status", content, error)) << "a file whose size is given as 0";
     EXPECT_NE(content.find("VmPeak"), std::string::npos);
 }
 

@@ -23,7 +23,7 @@ public:
 
     std::size_t room = SIZE_MAX;           ///< the bytes that the file may grow to
     int failing_operation = -1;            ///< counted from 0; -1: none fails
-    bool later_ones_too = false;           ///< all behind it fail as well
+    bool later_ones_too = false;           ///< all after it fail as well
     std::size_t written_all_the_same = 0;  ///< the bytes that a failing write still puts
 
     int WriteAt(std::uint64_t offset, std::string_view bytes) override {

@@ -26,7 +26,7 @@ void CutsAtItsBound() {
         std::string buffer(Bound + 2, '#');
         CopyToBuffer(source, Bound, buffer.data());
         EXPECT_EQ(std::string_view(buffer.c_str()), expected) << length;
-        EXPECT_EQ(buffer[Bound + 1], '#') << "nothing behind the bound is touched";
+        EXPECT_EQ(buffer[Bound + 1], '#') << "nothing beyond the bound is touched";
     }
 }
 

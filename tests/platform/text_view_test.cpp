@@ -98,13 +98,13 @@ TEST(TextView, TheCursorStaysInTheText) {
     EXPECT_EQ(view.CursorOffset(), 0U);
 }
 
-/// Writes down what it is told.
+/// Records the changes of its view.
 class CRecordingPeer : public CViewPeer {
 public:
-    void ViewChanged(CView & /*view*/, EViewChange change) override { changes.push_back(change); }
+    void ViewChanged(CView & /*view*/, TViewChange change) override { changes.push_back(change); }
     void AreaInvalidated(CView & /*view*/, const TRect &area) override { areas.push_back(area); }
 
-    std::vector<EViewChange> changes;
+    std::vector<TViewChange> changes;
     std::vector<TRect> areas;
 };
 
@@ -121,8 +121,8 @@ TEST(TextView, ThePeerHearsOfEveryChange) {
     EXPECT_EQ(view.ColoredIds().front().color, 7U);
     view.ClearColoredIdList();
     EXPECT_TRUE(view.ColoredIds().empty());
-    using enum EViewChange;
-    EXPECT_EQ(peer.changes, (std::vector{content, cursor, fitCursor, colors, colors}));
+    using enum TViewChange;
+    EXPECT_EQ(peer.changes, (std::vector{kContent, kCursor, kFitCursor, kColors, kColors}));
 }
 
 TEST(View, AChildThatEndsLeavesItsAreaToBeRepainted) {

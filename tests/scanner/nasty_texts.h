@@ -29,7 +29,7 @@ void ForEveryText(const std::vector<std::string_view> &pieces, std::size_t longe
     }
 }
 
-/// Texts put together by chance from pieces; the same ones in every run.
+/// Texts of pieces chosen at random; the same ones in every run.
 class CNastyTexts {
 public:
     CNastyTexts(std::vector<std::string_view> pieces, std::uint32_t seed) : pieces_(std::move(pieces)), random_(seed) {}

@@ -2,16 +2,16 @@
 
 #include "tests/scanner/nasty_texts.h"
 #include "tests/scanner/reference_scanner.h"
-#include "tests/scanner/scanner_walk.h"
+#include "tests/scanner/surface_text.h"
 
-// The scanner beside the plain rules: every short text of some alphabets, and long ones by chance.
+// The scanner beside the plain rules: every short text of some alphabets, and long ones at random.
 
 namespace {
 
 void CheckAgainstReference(const std::string &text) {
-    CTextParScanner scanner(text);
+    par_scanner::CTextParScanner scanner(text);
     CReferenceScanner reference(text);
-    ASSERT_EQ(Walk(scanner, true), Walk(reference, true)) << text;
+    ASSERT_EQ(SurfaceText(scanner, true), SurfaceText(reference, true)) << text;
 }
 
 void CheckBehindHeader(const std::string &text) { CheckAgainstReference("[s]\n" + text); }
@@ -75,7 +75,7 @@ TEST(ParScannerAgainstReference, OperationsInAnyOrder) {
     CNastyTexts texts(kPieces, 9);
     for (int round = 0; round < 4000; ++round) {
         const std::string text = "[s]\nk=1,2\n" + texts.Make(texts.Number(60));
-        CTextParScanner scanner(text);
+        par_scanner::CTextParScanner scanner(text);
         CReferenceScanner reference(text);
         std::string history;
         for (int step = 0; step < 60; ++step) {

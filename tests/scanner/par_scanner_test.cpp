@@ -5,10 +5,12 @@
 #include <array>
 #include <filesystem>
 #include <fstream>
+#include <set>
 
 #include "platform/view/text_view.h"
+#include "scanner/file_par_scanner.h"
 #include "scanner/view_par_scanner.h"
-#include "tests/scanner/scanner_walk.h"
+#include "tests/scanner/surface_text.h"
 
 namespace {
 
@@ -16,18 +18,18 @@ using namespace par_scanner;
 
 struct TCase {
     std::string_view text;
-    std::string_view walk;
+    std::string_view surface;
 };
 
-void CheckWalks(std::initializer_list<TCase> cases) {
+void CheckSurfaces(std::initializer_list<TCase> cases) {
     for (const TCase &each : cases) {
         CTextParScanner scanner(each.text);
-        EXPECT_EQ(Walk(scanner, false), each.walk) << each.text;
+        EXPECT_EQ(SurfaceText(scanner, false), each.surface) << each.text;
     }
 }
 
 TEST(ParScanner, Headers) {
-    CheckWalks({
+    CheckSurfaces({
         {"", ""},
         {"k=1\n", ""},
         {"[a]", "[a]1\n"},
@@ -42,7 +44,7 @@ TEST(ParScanner, Headers) {
 }
 
 TEST(ParScanner, Keys) {
-    CheckWalks({
+    CheckSurfaces({
         {"[s]\n a b = 1\n\n  \n=2\nc\nd", "[s]1\na b@2=1|1\nc@6\n"},
         {"[s]\nlast =", "[s]1\nlast@2=|\n"},
         {"[s]\na:=1\nb<=2\nc>=3\nd<>=4\n", "[s]1\na:=1@2\nb<=2@3\nc>=3@4\nd<>@5=4|4\n"},
@@ -54,11 +56,11 @@ TEST(ParScanner, Keys) {
 }
 
 TEST(ParScanner, AHeaderBehindACommentIsAKeyToo) {
-    CheckWalks({{"[a]\nk=1\n(**)[b]=\nm=2\n[c]\n", "[a]1\nk@2=1|1\n(**)[b]@3=|\nm@4=2|2\n[b]3\nm@4=2|2\n[c]5\n"}});
+    CheckSurfaces({{"[a]\nk=1\n(**)[b]=\nm=2\n[c]\n", "[a]1\nk@2=1|1\n(**)[b]@3=|\nm@4=2|2\n[b]3\nm@4=2|2\n[c]5\n"}});
 }
 
 TEST(ParScanner, Values) {
-    CheckWalks({
+    CheckSurfaces({
         {"[s]\nk=\n", "[s]1\nk@2=|\n"},
         {"[s]\nk= a,b c , d\n", "[s]1\nk@2=a,b c , d|a,b c,d\n"},
         {"[s]\nk=a,,b, ,c\n", "[s]1\nk@2=a,,b, ,c|a,,b,,c\n"},
@@ -82,18 +84,18 @@ TEST(ParScanner, LineEndsOfEitherKindGiveTheSame) {
         }
         CTextParScanner scanner(text);
         CTextParScanner scanner_cr(with_cr);
-        std::string walk = Walk(scanner_cr, false);
-        std::erase(walk, '\r');
-        EXPECT_EQ(walk, Walk(scanner, false)) << text;
+        std::string surface = SurfaceText(scanner_cr, false);
+        std::erase(surface, '\r');
+        EXPECT_EQ(surface, SurfaceText(scanner, false)) << text;
     }
-    CheckWalks({
+    CheckSurfaces({
         {"[s]\r\nk=a\rb\r\nm=\r\r\n", "[s]1\nk@2=a|a\nm@3=|\n"},
         {"[s]\r\n\rk=a\n", "[s]1\n"},
     });
 }
 
 TEST(ParScanner, ReaderFailuresEndTheText) {
-    CheckWalks({
+    CheckSurfaces({
         {"[s]\na=1\nb='x\nc=3\n[t]\n", "[s]1\na@2=1|1\nb@3=|\n"},
         {"[s]\na=1\nb=2,12EF\nc=3\n[t]\n", "[s]1\na@2=1|1\nb@3=2,|2,\n"},
         {"[s]\na=1 12EF\nc=3\n", "[s]1\na@2=1|1 \n"},
@@ -106,7 +108,7 @@ TEST(ParScanner, ReaderFailuresEndTheText) {
     });
     const std::string overlong = "[s]\na=1\nb='" + std::string(1024, 'x') + "'\nc=2\n";
     CTextParScanner scanner(overlong);
-    EXPECT_EQ(Walk(scanner, false), "[s]1\na@2=1|1\nb@3=|\n");
+    EXPECT_EQ(SurfaceText(scanner, false), "[s]1\na@2=1|1\nb@3=|\n");
 }
 
 TEST(ParScanner, BoundsOfTexts) {
@@ -127,7 +129,7 @@ TEST(ParScanner, BoundsOfTexts) {
         }
     }
     using namespace std::string_view_literals;
-    CheckWalks({{"[s\0t]\nk\0l=a\0b,c\0\n\0m=1\n"sv, "[s]1\nk@2=a|a,c\n"}});
+    CheckSurfaces({{"[s\0t]\nk\0l=a\0b,c\0\n\0m=1\n"sv, "[s]1\nk@2=a|a,c\n"}});
 }
 
 TEST(ParScanner, BuffersTakeWhatTheyHold) {
@@ -170,7 +172,7 @@ TEST(ParScanner, SectionsByHandle) {
     EXPECT_FALSE(scanner.NextKey());
     scanner.SetActSectionHandle(2);
     EXPECT_EQ(scanner.SectionName(), "c");
-    EXPECT_FALSE(scanner.FirstKey()) << "its keys are read when the walk comes there";
+    EXPECT_FALSE(scanner.FirstKey()) << "its keys are read when it becomes current by FirstSection or NextSection";
     scanner.SetActSectionHandle(CParScanner::kNoSection);
     EXPECT_EQ(scanner.GetActSectionHandle(), 2U);
     scanner.SetActSectionHandle(1);
@@ -181,6 +183,25 @@ TEST(ParScanner, SectionsByHandle) {
     EXPECT_EQ(scanner.ActSection(), nullptr);
     EXPECT_FALSE(scanner.NextSection());
     EXPECT_EQ(scanner.GetActSectionHandle(), CParScanner::kNoSection);
+}
+
+/// A malformed header ends the keys of the section before it, also where a header after a comment follows. So reading
+/// the keys of the second section leaves those of the first alone, and a token that was peeked at goes into the second.
+TEST(ParScanner, KeysEndAtAMalformedHeader) {
+    CTextParScanner scanner("[a]\nk=1\n[x\n(**)[b]\nm=2\n");
+    scanner.SetActSectionHandle(0);
+    const CSection *first = scanner.ActSection();
+    scanner.SetActSectionHandle(1);
+    TToken token;
+    std::uint32_t error = 0;
+    ASSERT_TRUE(scanner.ReadToken(error, token, false));
+    ASSERT_TRUE(scanner.ReadToken(error, token, true));
+    ASSERT_EQ(token.kind, kEqual);
+    scanner.LoadSectionData(scanner.ActSection());
+    EXPECT_EQ(first->list, nullptr);
+    EXPECT_FALSE(scanner.FirstKey()) << "the `=` that was peeked at takes the line along";
+    EXPECT_TRUE(scanner.FirstSection() && scanner.FirstKey());
+    EXPECT_EQ(scanner.KeyName(), "k");
 }
 
 TEST(ParScanner, TokensOfTheTape) {
@@ -216,7 +237,9 @@ TEST(ParScanner, CopiesShareTheText) {
     ASSERT_TRUE(scanner.FirstValue(value));
     CParScanner copy = scanner;
     EXPECT_TRUE(scanner.NextSection());
+    EXPECT_NE(scanner.ActSection(), nullptr);
     scanner.Done();
+    EXPECT_EQ(scanner.ActSection(), nullptr);
     EXPECT_FALSE(scanner.FirstSection());
     std::uint32_t separator = 0;
     EXPECT_TRUE(copy.NextValue(value, separator));
@@ -242,7 +265,7 @@ TEST(ParScanner, Files) {
     std::ofstream(path, std::ios::binary) << "[s]\r\nk=1\r\n";
     CFileParScanner scanner;
     EXPECT_TRUE(scanner.Init(path.c_str(), 1));
-    EXPECT_EQ(Walk(scanner, false), "[s]1\nk@2=1|1\n");
+    EXPECT_EQ(SurfaceText(scanner, false), "[s]1\nk@2=1|1\n");
     CFileParScanner none;
     EXPECT_FALSE(none.Init(directory.c_str(), 1));
     EXPECT_FALSE(none.Init((path + "x").c_str(), 1));
@@ -258,12 +281,35 @@ TEST(ParScanner, Views) {
     view.InsertText("[s]\nk=1\n");
     CViewParScanner scanner;
     EXPECT_TRUE(scanner.Init(&view, 1));
-    EXPECT_EQ(Walk(scanner, false), "[s]1\nk@2=1|1\n");
+    EXPECT_EQ(SurfaceText(scanner, false), "[s]1\nk@2=1|1\n");
     CViewParScanner none;
     EXPECT_FALSE(none.Init(nullptr, 1));
 }
 
-/// Texts that would take hours if any work grew faster than they do.
+/// Sections that are joined share one list of keys: all lists together hold each line once, in whatever order the
+/// sections are read.
+TEST(ParScanner, JoinedSectionsShareTheirKeys) {
+    constexpr std::uint32_t kCount = 1000;
+    std::string text;
+    for (std::uint32_t at = 0; at < kCount; ++at) {
+        text += "(**)[a]\nk=1\n";
+    }
+    for (const bool backwards : {false, true}) {
+        CTextParScanner scanner(text);
+        std::set<const TKeyList *> lists;
+        std::size_t keys = 0;
+        for (std::uint32_t at = 0; at < kCount; ++at) {
+            scanner.SetActSectionHandle(backwards ? kCount - 1 - at : at);
+            scanner.LoadSectionData(scanner.ActSection());
+            const TKeyList *list = scanner.ActSection()->list.get();
+            keys += lists.insert(list).second ? list->keys.size() : 0;
+        }
+        EXPECT_EQ(scanner.GetActSectionHandle(), backwards ? 0 : kCount - 1);
+        EXPECT_EQ(keys, 2 * kCount - 1) << backwards;
+    }
+}
+
+/// Texts that would take hours if any work grew faster than they do: the time-out of the tests ends it.
 TEST(ParScanner, LargeTextsTakeTimeInProportion) {
     constexpr int kCount = 100'000;
     const auto repeat = [](std::string_view text) {

@@ -211,9 +211,9 @@ private:
         bool seen = false;
         std::uint32_t error = 0;
         for (;;) {
-            const par_scanner::TPosition place = tape_.position;
+            const par_scanner::TPosition before = tape_.position;
             if (!tape_.Read(error) || !Holds(kinds, tape_.kind)) {
-                tape_.position = place;
+                tape_.position = before;
                 return seen;
             }
             seen = seen || tape_.kind == looked_for;

@@ -4,6 +4,7 @@
 
 #include <memory>
 
+#include "scanner/string_tape_reader.h"
 #include "tests/scanner/nasty_texts.h"
 #include "tests/scanner/reference_reader.h"
 
@@ -207,27 +208,30 @@ TEST(TapeReader, EndOfInput) {
     TToken token{5, 0, nullptr};
     std::uint32_t error = 7;
     EXPECT_FALSE(nothing.ReadToken(error, token, false));
+    nothing.InitBuffer(nullptr, 5);
+    EXPECT_FALSE(nothing.ReadToken(error, token, false)) << "a size without a text";
+    EXPECT_EQ(error, 7U);
     Lay(nothing, "12E");
     EXPECT_FALSE(nothing.ReadToken(error, token, true));
     EXPECT_EQ(error, kMalformedExponent);
     EXPECT_EQ(token.kind, kNoToken);
 }
 
-TEST(TapeReader, Places) {
+TEST(TapeReader, Positions) {
     CTapeReader reader;
     Lay(reader, "a\r\n(* \n*) 'b' c");
-    const TPosition places[] = {{1, 1, 2}, {2, 1, 3}, {3, 2, 1}, {10, 3, 4}, {13, 3, 7}, {14, 3, 8}, {15, 3, 9}};
+    const TPosition positions[] = {{1, 1, 2}, {2, 1, 3}, {3, 2, 1}, {10, 3, 4}, {13, 3, 7}, {14, 3, 8}, {15, 3, 9}};
     TToken token;
     std::uint32_t error = 0;
-    for (const TPosition &place : places) {
+    for (const TPosition &position : positions) {
         ASSERT_TRUE(reader.ReadToken(error, token, false));
-        EXPECT_EQ(reader.GetPosition(), place) << place.index;
+        EXPECT_EQ(reader.GetPosition(), position) << position.index;
     }
     EXPECT_EQ(reader.GetLine(), 3U);
     EXPECT_EQ(reader.GetLineIndex(), 9U);
-    reader.SetPosition(places[1]);
+    reader.SetPosition(positions[1]);
     ASSERT_TRUE(reader.ReadToken(error, token, false));
-    EXPECT_EQ(reader.GetPosition(), places[2]);
+    EXPECT_EQ(reader.GetPosition(), positions[2]);
     Lay(reader, "x");
     EXPECT_EQ(reader.GetPosition(), (TPosition{0, 2, 1})) << "another tape goes on counting";
     char copy[] = "....";
@@ -322,7 +326,7 @@ bool AgreesWithReference(Reader &reader, std::string_view text, bool skipping, b
 }
 
 void CheckAgainstReference(const std::string &text) {
-    // Exactly as long as the text, so that a look behind its end is found.
+    // Exactly as long as the text, so that a look beyond its end is found.
     const std::unique_ptr<char[]> tape(new char[text.size()]);
     text.copy(tape.get(), text.size());
     const std::string_view view(tape.get(), text.size());

@@ -8,22 +8,22 @@ namespace {
 
 using namespace par_scanner;
 
-/// The places as LINE:COLUMN and the first letter of the reason: t text ahead of the first header, h header, f failure.
-std::string Places(std::string_view text) {
-    std::string places;
+/// The starts as LINE:COLUMN and the first letter of the reason: t text before the first header, h header, f failure.
+std::string Starts(std::string_view text) {
+    std::string starts;
     for (const TUnreadText &unread : FindUnreadText(text)) {
-        const char *reason = unread.reason == EUnread::aheadOfFirstHeader      ? "t "
-                             : unread.reason == EUnread::fromMalformedHeaderOn ? "h "
-                                                                               : "f ";
-        places += std::to_string(unread.line) + ":" + std::to_string(unread.column) + reason;
+        const char *reason = unread.reason == TUnreadReason::kBeforeFirstHeader       ? "t "
+                             : unread.reason == TUnreadReason::kFromMalformedHeaderOn ? "h "
+                                                                                      : "f ";
+        starts += std::to_string(unread.line) + ":" + std::to_string(unread.column) + reason;
     }
-    return places;
+    return starts;
 }
 
-TEST(UnreadText, Places) {
+TEST(UnreadText, Starts) {
     const struct {
         std::string_view text;
-        std::string_view places;
+        std::string_view starts;
     } cases[] = {
         {"", ""},
         {"\r\n  (* c\n *)\n[s]\r\nk=1\r\n(* c *)", ""},
@@ -44,7 +44,7 @@ TEST(UnreadText, Places) {
         {"[s]\n[t 'a\n", "2:4f "},
     };
     for (const auto &each : cases) {
-        EXPECT_EQ(Places(each.text), each.places) << each.text;
+        EXPECT_EQ(Starts(each.text), each.starts) << each.text;
     }
 }
 

@@ -11,12 +11,16 @@
 
 #include <cstddef>
 #include <cstdlib>
+#include <limits>
 #include <new>
 
 namespace counted {
 
 inline std::size_t live_bytes = 0;          ///< allocated and not yet freed
 inline std::size_t allocations_so_far = 0;  ///< calls of operator new since the program started
+
+inline constexpr std::size_t kNoLimit = std::numeric_limits<std::size_t>::max();
+inline std::size_t allocations_left = kNoLimit;  ///< how many calls succeed before operator new throws
 
 }  // namespace counted
 
@@ -39,6 +43,10 @@ private:
 // None is inlined, or the compiler would see one block pass through operator new and free().
 // NOLINTBEGIN(misc-definitions-in-headers)
 [[gnu::noinline]] void *operator new(std::size_t size) {
+    if (counted::allocations_left == 0) {
+        throw std::bad_alloc();
+    }
+    counted::allocations_left -= counted::allocations_left != counted::kNoLimit ? 1 : 0;
     void *block = std::malloc(size == 0 ? 1 : size);
     if (block == nullptr) {
         std::abort();

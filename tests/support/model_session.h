@@ -22,7 +22,7 @@ inline std::string Bytes(std::string_view utf8) {
     return bytes;
 }
 
-/// A host whose modules and templates stand in one directory.
+/// A host whose modules and templates are in one directory.
 class CDirectoryHost final : public CAbstractPdtIdeCallBack {
 public:
     explicit CDirectoryHost(std::string directory) : directory_(std::move(directory)) {}
@@ -58,7 +58,7 @@ public:
     CModelSession() {
         former_ = SetMessageBoxHandler([this](const TMessageBox &box) {
             boxes.push_back(kq_base::ToUtf8(box.title + ": " + box.lines[0] + "|" + box.lines[1] + "|" + box.lines[2]));
-            return EBoxAnswer::ok;
+            return TBoxAnswer::kOk;
         });
     }
     ~CModelSession() override {
@@ -74,7 +74,7 @@ public:
         ParView().SetText(Bytes(par));
         DmfView().SetText(Bytes(dmf));
         ClearMessages();
-        return TranslateToModel() == TOutcome::done;
+        return TranslateToModel() == TOutcome::kDone;
     }
     /// The model as a parameter file, with plain line ends.
     std::string Written() {
@@ -89,8 +89,8 @@ public:
         for (std::size_t row = 0; row < Messages().Rows().size(); ++row) {
             const auto &[icon, text] = Messages().Rows()[row];
             const auto &record = Messages().Records()[row];
-            lines += icon == kq_pdt::CMessageList::TIcon::error ? "E" : "W";
-            if (record.HasPlace()) {
+            lines += icon == kq_pdt::CMessageList::TIcon::kError ? "E" : "W";
+            if (record.HasPosition()) {
                 lines += ":" + std::to_string(record.line);
                 lines += record.column == 0 ? "" : "," + std::to_string(record.column);
             }
@@ -98,7 +98,7 @@ public:
         }
         return lines;
     }
-    /// "1-4 real input; 5-5 ? ?", with a star ahead of a range that a definition covers.
+    /// "1-4 real input; 5-5 ? ?", with a star before a range that a definition covers.
     std::string Channels() {
         std::string text;
         kq_pdt::CChannelRange range;
@@ -111,7 +111,7 @@ public:
         }
         return text;
     }
-    kq_pdt::CSectionDef &Section(std::size_t place) { return *SheetData().Instances().List().at(place); }
+    kq_pdt::CSectionDef &Section(std::size_t index) { return *SheetData().Instances().List().at(index); }
     kq_pdt::CKeyDef &Key(std::size_t section, std::size_t key) { return *Section(section).Keys().at(key); }
 
     /// The text of a cell of a key's name and lines, counted from 1; in brackets while it is disabled.

@@ -10,24 +10,24 @@
 
 namespace {
 
-/// `@` in a template marks where its reader stands behind the token at which the error is found; it isn't compiled.
+/// `@` in a template marks where its reader is after the token at which the error is found; it isn't compiled.
 constexpr char kMark = '@';
 
-struct TPlaceInText {
+struct TTextPosition {
     std::uint32_t line = 1;
     std::uint32_t position = 1;
 };
 
-TPlaceInText PlaceOf(const std::string &text, std::size_t at) {
-    TPlaceInText place;
+TTextPosition PositionOf(const std::string &text, std::size_t at) {
+    TTextPosition found;
     for (std::size_t index = 0; index < at; ++index) {
-        ++place.position;
+        ++found.position;
         if (text[index] == '\n') {
-            ++place.line;
-            place.position = 1;
+            ++found.line;
+            found.position = 1;
         }
     }
-    return place;
+    return found;
 }
 
 std::string Outline(const std::string &text, std::uint32_t language = 9) {
@@ -57,7 +57,7 @@ struct TFailure {
     std::string message;
 };
 
-TEST(Compiler, FailuresWithTheirPlaces) {
+TEST(Compiler, FailuresWithTheirPositions) {
     const std::string s = "def_section ";
     const std::string k = "def_section def_key ";
     const std::string n = "def_section name = number { ";
@@ -109,6 +109,7 @@ TEST(Compiler, FailuresWithTheirPlaces) {
         {s + "depend_on %@", Expected("=")},
         {s + "depend_on = v@", Expected("%")},
         {s + "depend_on = %v@%;", kUndeclared},
+        {s + "def_key var %v%; end_key name = %v@%;", kUndeclared},
         {s + "var %v%; depend_on = %v@%;", kUndeclared},
         {s + "depend_on = %name@%;", Expected("identifikátor")},
         {s + "name = number { id = %v% }; depend_on = %v% end_section@", Expected(";")},
@@ -210,12 +211,12 @@ TEST(Compiler, FailuresWithTheirPlaces) {
         const std::size_t mark = each.text.find(kMark);
         std::string text = each.text;
         text.erase(mark, 1);
-        const TPlaceInText place = PlaceOf(text, mark);
+        const TTextPosition position = PositionOf(text, mark);
         const kq_cfg::TTemplateResult result = kq_cfg::DescribeTemplate({}, text, "").report.result;
         EXPECT_FALSE(result.ok) << each.text;
         EXPECT_EQ(kq_base::ToUtf8(result.message), each.message) << each.text;
         EXPECT_EQ(std::to_string(result.line) + ":" + std::to_string(result.position),
-                  std::to_string(place.line) + ":" + std::to_string(place.position))
+                  std::to_string(position.line) + ":" + std::to_string(position.position))
             << each.text;
     }
 }

@@ -2,8 +2,8 @@
 
 #include <regex>
 
+#include "tests/support/temporary_directory.h"
 #include "tests/tools/run_program.h"
-#include "tests/tools/temporary_directory.h"
 
 namespace {
 
@@ -19,10 +19,10 @@ TEST(Arguments, HelpAndVersionAreOutput) {
     }
 }
 
-TEST(Arguments, WrongUsageIsToldAndGivesTwo) {
+TEST(Arguments, WrongUsageIsReportedAndGivesTwo) {
     struct TRow {
         TArgumentList arguments;
-        const char *told;
+        const char *message;
     };
     const TRow rows[] = {
         {{}, "A subcommand is required"},
@@ -59,9 +59,9 @@ TEST(Arguments, WrongUsageIsToldAndGivesTwo) {
     };
     for (const TRow &row : rows) {
         const TRunResult result = RunProgram(row.arguments);
-        EXPECT_EQ(result.exit_code, 2) << row.told;
-        EXPECT_EQ(result.output, "") << row.told;
-        EXPECT_NE(result.errors.find(row.told), std::string::npos) << row.told << "\nwas told as\n" << result.errors;
+        EXPECT_EQ(result.exit_code, 2) << row.message;
+        EXPECT_EQ(result.output, "") << row.message;
+        EXPECT_NE(result.errors.find(row.message), std::string::npos) << row.message << "\nisn't in\n" << result.errors;
         EXPECT_NE(result.errors.find(": error: "), std::string::npos) << result.errors;
     }
 }

@@ -8,7 +8,7 @@
 
 namespace {
 
-/// Everything that stands between two head lines.
+/// Everything between two head lines.
 struct TSection {
     std::string head;  ///< the line without its "--- " or "=== "
     bool title = false;
@@ -27,9 +27,9 @@ std::vector<TSection> CutIntoSections(std::istream &stream) {
             sections.back().text.push_back(line);
         }
     }
-    for (std::size_t at = 0; at < sections.size(); ++at) {
-        auto &text = sections[at].text;
-        if (at + 1 == sections.size() || sections[at + 1].title) {
+    for (std::size_t index = 0; index < sections.size(); ++index) {
+        auto &text = sections[index].text;
+        if (index + 1 == sections.size() || sections[index + 1].title) {
             while (!text.empty() && text.back().empty()) {
                 text.pop_back();
             }
@@ -72,15 +72,15 @@ std::string Joined(const std::vector<std::string> &lines, std::string_view line_
 
 bool ReplaceEscapes(std::string &bytes) {
     std::string replaced;
-    for (std::size_t at = 0; at < bytes.size(); ++at) {
-        if (bytes[at] != '\\') {
-            replaced += bytes[at];
-        } else if (bytes.compare(at, 2, "\\\\") == 0) {
+    for (std::size_t index = 0; index < bytes.size(); ++index) {
+        if (bytes[index] != '\\') {
+            replaced += bytes[index];
+        } else if (bytes.compare(index, 2, "\\\\") == 0) {
             replaced += '\\';
-            ++at;
-        } else if (bytes.compare(at, 2, "\\x") == 0 && at + 4 <= bytes.size()) {
-            replaced += static_cast<char>(std::stoi(bytes.substr(at + 2, 2), nullptr, 16));
-            at += 3;
+            ++index;
+        } else if (bytes.compare(index, 2, "\\x") == 0 && index + 4 <= bytes.size()) {
+            replaced += static_cast<char>(std::stoi(bytes.substr(index + 2, 2), nullptr, 16));
+            index += 3;
         } else {
             return false;
         }
@@ -103,7 +103,7 @@ bool FileBytes(const TSection &section, const std::vector<std::string> &head, st
     return kq_base::FromUtf8(text, bytes) && (!has("escapes") || ReplaceEscapes(bytes)) && options + 1 == head.size();
 }
 
-/// Puts the sections of one file together to cases.
+/// Makes cases of the sections of one file.
 class CCaseReader {
 public:
     explicit CCaseReader(std::vector<TCase> &cases) : cases_(cases) {}
@@ -179,7 +179,7 @@ bool ReadCases(const std::filesystem::path &path, std::vector<TCase> &cases, std
     }
     const bool all_run = std::none_of(cases.begin(), cases.end(), [](const TCase &each) { return each.runs.empty(); });
     if (!reader.Complete() || !all_run) {
-        mistake = path.string() + ": a case without a run, or files behind the last run";
+        mistake = path.string() + ": a case without a run, or files after the last run";
         return false;
     }
     return true;

@@ -20,7 +20,7 @@ struct TCaseRun {
     int exit_code = 0;
     std::map<std::string, std::string> outputs;  ///< by JSON pointer; "" is the whole output
     std::optional<std::string> errors;
-    std::map<std::string, std::optional<std::string>> left_files;  ///< none: the file must not be there
+    std::map<std::string, std::optional<std::string>> left_files;  ///< none: there must be no such file
 };
 
 struct TCase {
@@ -28,5 +28,6 @@ struct TCase {
     std::vector<TCaseRun> runs;
 };
 
-/// Reads a file of cases. A mistake in it gives its place and ends the reading.
+/// Reads a file of cases. A mistake in it is given with its position and ends the
+/// reading.
 bool ReadCases(const std::filesystem::path &path, std::vector<TCase> &cases, std::string &mistake);

@@ -5,10 +5,10 @@
 #include <nlohmann/json.hpp>
 
 #include "platform/base/code_page.h"
+#include "tests/support/temporary_directory.h"
 #include "tests/tools/case_file.h"
 #include "tests/tools/difference.h"
 #include "tests/tools/run_program.h"
-#include "tests/tools/temporary_directory.h"
 
 namespace {
 
@@ -29,12 +29,13 @@ std::vector<std::filesystem::path> CaseFiles() {
 }
 
 void Replace(std::string &text, const std::string &what, const std::string &with) {
-    for (std::size_t at = text.find(what); at != std::string::npos; at = text.find(what, at + with.size())) {
-        text.replace(at, what.size(), with);
+    for (std::size_t start = text.find(what); start != std::string::npos;
+         start = text.find(what, start + with.size())) {
+        text.replace(start, what.size(), with);
     }
 }
 
-/// A text that came out, as the case files show texts.
+/// An actual output, as the case files show texts.
 std::string Shown(std::string text) {
     Replace(text, "\r\n", "\n");
     Replace(text, "\r", "\\r");
@@ -59,7 +60,7 @@ std::string JsonLayout(const std::string &text, const std::string &pointer) {
     return json.contains(part) ? json[part].dump(1) + "\n" : "nothing at " + pointer + "\n";
 }
 
-/// Runs the runs of one case in the current directory and tells what came otherwise than expected.
+/// Runs the runs of one case in the current directory and gives the differences from what is expected.
 class CCaseCheck {
 public:
     std::string Check(const TCase &each) {
@@ -74,8 +75,8 @@ private:
         return std::find(run.arguments.begin(), run.arguments.end(), argument) != run.arguments.end();
     }
 
-    void Expect(const TCaseRun &run, const std::string &what, const std::string &due, const std::string &came) {
-        const std::string difference = Difference(due, came);
+    void Expect(const TCaseRun &run, const std::string &what, const std::string &expected, const std::string &actual) {
+        const std::string difference = Difference(expected, actual);
         if (!difference.empty()) {
             wrong_ += "line " + std::to_string(run.line) + ", " + what + ":\n" + difference;
         }

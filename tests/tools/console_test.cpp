@@ -8,8 +8,8 @@
 #include <thread>
 
 #include "platform/base/code_page.h"
+#include "tests/support/temporary_directory.h"
 #include "tests/tools/run_program.h"
-#include "tests/tools/temporary_directory.h"
 #include "tools/console/diagnostics.h"
 #include "tools/console/progress.h"
 #include "tools/kqcfg.h"
@@ -64,18 +64,15 @@ TEST(Console, StandardInputThatCantBeRead) {
     EXPECT_EQ(err.str(), "<stdin>: error: Is a directory\n");
 }
 
-/// What is printed about a place in a text.
+/// What is printed about a position in a text.
 std::string Printed(const std::string &text, const TDiagnostic &diagnostic, bool colour = false) {
-    std::istringstream in;
-    std::ostringstream out;
-    std::ostringstream err;
-    TConsole console{in, COutput(out), err};
-    console.colour = colour;
-    PrintDiagnostic(console, CSourceText("p", text), diagnostic);
-    return err.str();
+    TTextConsole texts;
+    texts.console.colour = colour;
+    PrintDiagnostic(texts.console, CSourceText("p", text), diagnostic);
+    return texts.err.str();
 }
 
-TEST(Diagnostics, MarkThePlace) {
+TEST(Diagnostics, MarkThePosition) {
     struct TRow {
         const char *text;
         std::uint32_t line;
@@ -89,13 +86,13 @@ TEST(Diagnostics, MarkThePlace) {
         {"abc", 1, 9, TColumn::kAtText, "abc\n   ^\n"},
         {"\ta b", 1, 4, TColumn::kAtText, "\ta b\n\t  ^\n"},
         {"a\x1b[2J", 1, 1, TColumn::kAtText, "a [2J\n^\n"},
-        {"nmae = 'x';", 1, 5, TColumn::kBehindToken, "nmae = 'x';\n^~~~\n"},
-        {"a ; b", 1, 4, TColumn::kBehindToken, "a ; b\n  ^\n"},
-        {"\x9Elu\x9D  ", 1, 7, TColumn::kBehindToken, "žluť  \n^~~~\n"},
-        {"  K = 1, zwei, 3", 1, 15, TColumn::kBehindValue, "  K = 1, zwei, 3\n         ^~~~\n"},
-        {"  K = 1 zwei  3", 1, 15, TColumn::kBehindValue, "  K = 1 zwei  3\n        ^~~~\n"},
-        {"  K = 1, zwei\r\n", 1, 1, TColumn::kBehindValue, "  K = 1, zwei\n         ^~~~\n"},
-        {"", 1, 1, TColumn::kBehindValue, ""},
+        {"nmae = 'x';", 1, 5, TColumn::kAfterToken, "nmae = 'x';\n^~~~\n"},
+        {"a ; b", 1, 4, TColumn::kAfterToken, "a ; b\n  ^\n"},
+        {"\x9Elu\x9D  ", 1, 7, TColumn::kAfterToken, "žluť  \n^~~~\n"},
+        {"  K = 1, zwei, 3", 1, 15, TColumn::kAfterValue, "  K = 1, zwei, 3\n         ^~~~\n"},
+        {"  K = 1 zwei  3", 1, 15, TColumn::kAfterValue, "  K = 1 zwei  3\n        ^~~~\n"},
+        {"  K = 1, zwei\r\n", 1, 1, TColumn::kAfterValue, "  K = 1, zwei\n         ^~~~\n"},
+        {"", 1, 1, TColumn::kAfterValue, ""},
         {"abc", 2, 1, TColumn::kAtText, ""},
     };
     for (const TRow &row : rows) {
@@ -122,19 +119,16 @@ TEST(Diagnostics, ShowAWindowOfALongLine) {
 
 TEST(Progress, ShowsOnATerminalAfterAWhileAndGoesAway) {
     for (const bool terminal : {true, false}) {
-        std::istringstream in;
-        std::ostringstream out;
-        std::ostringstream err;
-        TConsole console{in, COutput(out), err};
-        console.terminal = terminal;
-        { const CProgress short_work(console, "Work"); }
-        EXPECT_EQ(err.str(), "");
+        TTextConsole texts;
+        texts.console.terminal = terminal;
+        { const CProgress short_work(texts.console, "Work"); }
+        EXPECT_EQ(texts.err.str(), "");
         {
-            const CProgress long_work(console, "Work", std::chrono::milliseconds(1));
+            const CProgress long_work(texts.console, "Work", std::chrono::milliseconds(1));
             std::this_thread::sleep_for(std::chrono::milliseconds(50));
         }
-        EXPECT_EQ(err.str().find("\rWork ... 0 s"), terminal ? 0 : std::string::npos);
-        EXPECT_EQ(err.str().ends_with("\r\x1b[K"), terminal);
+        EXPECT_EQ(texts.err.str().find("\rWork ... 0 s"), terminal ? 0 : std::string::npos);
+        EXPECT_EQ(texts.err.str().ends_with("\r\x1b[K"), terminal);
     }
 }
 

@@ -19,12 +19,12 @@ std::vector<std::string> Lines(const std::string &text) {
 
 }  // namespace
 
-std::string Difference(const std::string &due, const std::string &came) {
-    if (due == came) {
+std::string Difference(const std::string &expected, const std::string &actual) {
+    if (expected == actual) {
         return "";
     }
-    const std::vector<std::string> left = Lines(due);
-    const std::vector<std::string> right = Lines(came);
+    const std::vector<std::string> left = Lines(expected);
+    const std::vector<std::string> right = Lines(actual);
     const auto [left_begin, right_begin] = std::mismatch(left.begin(), left.end(), right.begin(), right.end());
     const auto left_rest = std::make_reverse_iterator(left_begin);
     const auto right_rest = std::make_reverse_iterator(right_begin);

@@ -8,8 +8,8 @@
 #include <thread>
 
 #include "tests/driver/modules/module_control.h"
+#include "tests/support/temporary_directory.h"
 #include "tests/tools/run_program.h"
-#include "tests/tools/temporary_directory.h"
 #include "tools/driver/driver_session.h"
 
 namespace {
@@ -146,19 +146,19 @@ TEST(DriverCommands, DriversMischiefIsTold) {
     const CTemporaryDirectory directory;
     CLoaded loaded("generation3.dll");
     struct TRow {
-        EMischief mischief;
+        TMischief mischief;
         const char *type;
         const char *told;
     };
-    for (const TRow &row : {TRow{EMischief::kForeignText, "string", "isn't in the room"},
-                            {EMischief::kNullTwice, "string", "a second time"},
-                            {EMischief::kMovedBuffer, "buffer", "changed where the buffer lies"}}) {
+    for (const TRow &row : {TRow{TMischief::kForeignText, "string", "isn't in the room"},
+                            {TMischief::kNullTwice, "string", "a second time"},
+                            {TMischief::kMovedBuffer, "buffer", "changed where the buffer lies"}}) {
         loaded.Control().mischief = row.mischief;
         const TRunResult result = loaded.Drive({"--read", std::string("1:") + row.type});
         EXPECT_EQ(result.exit_code, 1) << row.told;
         EXPECT_NE(result.output.find(row.told), std::string::npos) << result.output;
     }
-    loaded.Control().mischief = EMischief::kNoDriver;
+    loaded.Control().mischief = TMischief::kNoDriver;
     EXPECT_EQ(
         loaded.Drive({"--name", "Linka"}).errors.find(kModules + "generation3.dll: error: Linka : Nelze vytvořit"), 0U);
 }

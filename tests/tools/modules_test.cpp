@@ -3,8 +3,8 @@
 #include <filesystem>
 #include <nlohmann/json.hpp>
 
+#include "tests/support/temporary_directory.h"
 #include "tests/tools/run_program.h"
-#include "tests/tools/temporary_directory.h"
 
 namespace {
 
@@ -46,7 +46,7 @@ TEST(Modules, SectionsOfAModuleJoinTheConfiguration) {
     EXPECT_EQ(RunProgram({"format", "pdt", "par"}).exit_code, 1) << "without a host no module is known";
 }
 
-TEST(Modules, DirectoryOfModulesHasToBeThere) {
+TEST(Modules, DirectoryOfModulesHasToExist) {
     const CTemporaryDirectory directory;
     WriteModule("");
     for (const char *modules : {"missing", "pdt"}) {

@@ -1,9 +1,20 @@
 #pragma once
 
+#include <sstream>
 #include <string>
 #include <vector>
 
-/// What one run of the program left behind.
+#include "tools/console/console.h"
+
+/// A console over texts in memory.
+struct TTextConsole {
+    std::istringstream in;
+    std::ostringstream out;
+    std::ostringstream err;
+    TConsole console{in, COutput(out), err};
+};
+
+/// The result of one run of the program.
 struct TRunResult {
     int exit_code = 0;
     std::string output;

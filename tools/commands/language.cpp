@@ -21,7 +21,7 @@ namespace {
 
 constexpr std::string_view kDigits = "0123456789";
 
-/// The value that the right side of NAME=VALUE stands for. False for digits that make no number of 32 bits.
+/// The value that the right side of NAME=VALUE means. False for digits that make no number of 32 bits.
 bool ParseValue(std::string_view text, TValue &value) {
     if (!text.empty() && text.find_first_not_of(kDigits) == std::string_view::npos) {
         value.kind = TValueKind::kNumber;
@@ -40,7 +40,8 @@ bool ParseValue(std::string_view text, TValue &value) {
     return true;
 }
 
-/// The variables of --var, ascending by name. False, with the reason told, if one isn't written as it should be.
+/// The variables of --var, ascending by name. If one isn't written as it should be, the reason is printed and the
+/// result is false.
 bool ParseVariables(const std::vector<std::string> &typed, TConsole &console, TVariables &variables) {
     for (const std::string &each : typed) {
         const std::string what = "--var " + each;
@@ -116,7 +117,7 @@ int RunEval(const TArguments &arguments, TConsole &console) {
     }
     const TEvaluation evaluation = kq_cfg::EvaluateExpression(expression, variables);
     if (arguments.json) {
-        console.out.Write(EvaluationJson(evaluation).dump(2) + "\n");
+        console.out.Write(Dumped(EvaluationJson(evaluation)));
     } else if (evaluation.ok) {
         console.out.Write(ValueText(evaluation.value) + "\n");
     } else {
@@ -134,7 +135,7 @@ int RunMatch(const TArguments &arguments, TConsole &console) {
     }
     const TMatch match = kq_cfg::MatchValueList(list, text);
     if (arguments.json) {
-        console.out.Write(MatchJson(match).dump(2) + "\n");
+        console.out.Write(Dumped(MatchJson(match)));
     } else if (match.ok) {
         PrintMatch(console, match);
     } else {

@@ -87,11 +87,11 @@ int RunScan(const TArguments &arguments, TConsole &console) {
     }
     if (arguments.json) {
         CJsonSurface surface(console.out);
-        WalkSurface(par.Text(), surface);
+        ReadSurface(par.Text(), surface);
         surface.End();
     } else {
         CSurfaceOutline outline(console.out);
-        WalkSurface(par.Text(), outline);
+        ReadSurface(par.Text(), outline);
         PrintUnreadText(console, par);
     }
     return kDone;

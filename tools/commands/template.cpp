@@ -24,7 +24,7 @@ int RunTemplate(const TArguments &arguments, TConsole &console) {
         return kq_cfg::DescribeTemplate(options, sources.pdt.Text(), sources.dmf.Text());
     }();
     if (arguments.json) {
-        console.out.Write(TemplateJson(declared).dump(2) + "\n");
+        console.out.Write(Dumped(TemplateJson(declared)));
     } else {
         PrintReport(console, sources, declared.report);
         console.out.Write(TemplateOutline(declared));

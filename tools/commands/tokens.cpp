@@ -1,5 +1,5 @@
 #include "platform/base/code_page.h"
-#include "scanner/par_scanner.h"
+#include "scanner/string_tape_reader.h"
 #include "tools/commands.h"
 #include "tools/console/diagnostics.h"
 #include "tools/console/files.h"
@@ -11,7 +11,7 @@ using par_scanner::TToken;
 
 namespace {
 
-/// Where the tokens of a text go, each with the reader's place behind it.
+/// Takes the tokens of a text, each with the reader's position after it.
 class CTokenSink {
 public:
     virtual ~CTokenSink() = default;
@@ -78,10 +78,10 @@ class CTokenLines : public CTokenSink {
 public:
     CTokenLines(TConsole &console, const CSourceText &source) : console_(console), source_(source) {}
     void Token(const TToken &token, std::uint32_t line, std::uint32_t index) override {
-        constexpr std::size_t kPlaceWidth = 10;
-        std::string place = std::to_string(line) + ':' + std::to_string(index);
-        place.resize(std::max(place.size() + 1, kPlaceWidth), ' ');
-        console_.out.Write(place);
+        constexpr std::size_t kPositionWidth = 10;
+        std::string position = std::to_string(line) + ':' + std::to_string(index);
+        position.resize(std::max(position.size() + 1, kPositionWidth), ' ');
+        console_.out.Write(position);
         console_.out.Write(KindText(token.kind));
         console_.out.Write(HasText(token) ? " " + kq_base::ToUtf8(token.View()) + "\n" : "\n");
     }
@@ -94,7 +94,7 @@ private:
     const CSourceText &source_;
 };
 
-/// Reads all tokens; true if none failed. A failed read leaves the reader behind what it couldn't read.
+/// Reads all tokens; true if none failed. A failed read leaves the reader after what it couldn't read.
 template <class Reader>
 bool ReadTokens(Reader &reader, CTokenSink &sink) {
     bool good = true;

@@ -19,7 +19,7 @@ namespace {
 /// A configuration that was translated from the files of the command line.
 class CTranslation {
 public:
-    /// False if a file can't be read; the reason has been told then.
+    /// False if a file can't be read; the reason is printed then.
     bool Read(const TArguments &arguments, TConsole &console, bool with_dmf) {
         bool read = ReadSource(console, arguments.pdt, sources_.pdt);
         read = ReadSource(console, arguments.par, sources_.par) && read;
@@ -29,7 +29,7 @@ public:
         return read && MakeHostOptions(arguments, console, options_);
     }
 
-    /// From text to model, without the driver map file if this is a repair of it. Tells people what there was to tell.
+    /// From text to model, without the driver map file if this is a repair of it. Prints the report for people.
     void Translate(const TArguments &arguments, TConsole &console, bool repair) {
         configuration_.emplace(options_);
         {
@@ -56,10 +56,10 @@ private:
     std::optional<CConfiguration> configuration_;
 };
 
-/// Hands out a text that was made: into a file, as part of the JSON value, or as it is. Without a text only the JSON
-/// value goes out. False if the file can't be written.
-bool HandOut(const TArguments &arguments, TConsole &console, const TReport &report,
-             const std::optional<std::string> &text) {
+/// Writes the resulting text into a file, as part of the JSON value, or as it is. Without a text only the JSON value is
+/// written. False if the file can't be written.
+bool WriteResult(const TArguments &arguments, TConsole &console, const TReport &report,
+                 const std::optional<std::string> &text) {
     const bool into_file = arguments.output && *arguments.output != kStandardInput;
     if (text && into_file && !SaveText(console, *arguments.output, *text)) {
         return false;
@@ -67,16 +67,16 @@ bool HandOut(const TArguments &arguments, TConsole &console, const TReport &repo
     if (arguments.json) {
         TJson json = ReportJson(report);
         json["text"] = TextOrNull(text);
-        console.out.Write(json.dump(2) + "\n");
+        console.out.Write(Dumped(json));
     } else if (text && !into_file && !arguments.check) {
         console.out.Write(*text);
     }
     return true;
 }
 
-/// How a line would have to change to stand as it is written.
-std::string ChangeText(std::string_view line, std::string_view written, bool behind_end) {
-    if (behind_end) {
+/// How a line would have to change to be as it is written.
+std::string ChangeText(std::string_view line, std::string_view written, bool after_end) {
+    if (after_end) {
         return "this line and what follows would go";
     }
     return line == written ? "this line would end with CR LF"
@@ -94,7 +94,7 @@ void PrintFirstDifference(TConsole &console, const CSourceText &par, const std::
                      .line = line});
 }
 
-/// A driver map file has no place for a channel whose type or direction is open.
+/// A driver map file can't hold a channel whose type or direction is open.
 void PrintLeftOut(TConsole &console, const CSourceText &par, const std::vector<kq_cfg::TChannel> &channels) {
     for (const kq_cfg::TChannel &channel : channels) {
         if (!channel.type || !channel.direction) {
@@ -114,7 +114,7 @@ int RunCheck(const TArguments &arguments, TConsole &console) {
     }
     translation.Translate(arguments, console, false);
     console.out.Write(arguments.json
-                          ? ReportJson(translation.Report()).dump(2) + "\n"
+                          ? Dumped(ReportJson(translation.Report()))
                           : translation.Sources().par.Name() + ": " + VerdictText(translation.Report()) + "\n");
     return translation.ExitCode();
 }
@@ -129,7 +129,7 @@ int RunFormat(const TArguments &arguments, TConsole &console) {
     if (translation.Report().Good()) {
         text = translation.Configuration().ParText();
     }
-    if (!HandOut(arguments, console, translation.Report(), text)) {
+    if (!WriteResult(arguments, console, translation.Report(), text)) {
         return kFailed;
     }
     const CSourceText &par = translation.Sources().par;
@@ -151,7 +151,7 @@ int RunChannels(const TArguments &arguments, TConsole &console) {
     if (arguments.json) {
         TJson json = ReportJson(translation.Report());
         json["channels"] = ChannelsJson(translation.Configuration().Channels());
-        console.out.Write(json.dump(2) + "\n");
+        console.out.Write(Dumped(json));
     } else {
         console.out.Write(ChannelTable(translation.Configuration().Channels()));
     }
@@ -171,5 +171,5 @@ int RunDmf(const TArguments &arguments, TConsole &console) {
             PrintLeftOut(console, translation.Sources().par, translation.Configuration().Channels());
         }
     }
-    return HandOut(arguments, console, translation.Report(), text) ? translation.ExitCode() : kFailed;
+    return WriteResult(arguments, console, translation.Report(), text) ? translation.ExitCode() : kFailed;
 }

@@ -13,7 +13,8 @@ _kqcfg() {
     local options
 
     if [[ $COMP_CWORD -eq 1 ]]; then
-        COMPREPLY=($(compgen -W "check format channels dmf template eval match scan tokens inspect drive --help --version" -- "$current"))
+        options="check format channels dmf template eval match scan tokens inspect drive --help --version"
+        COMPREPLY=($(compgen -W "$options" -- "$current"))
         return
     fi
     case $previous in

@@ -15,8 +15,6 @@ struct TConsole {
 };
 
 /// What the program returns.
-enum TExitCode : int {
-    kDone = 0,         ///< done, no error found
-    kInputErrors = 1,  ///< the input has errors
-    kFailed = 2,       ///< wrong usage, or something can't be read or written
-};
+inline constexpr int kDone = 0;         ///< done, no error found
+inline constexpr int kInputErrors = 1;  ///< the input has errors
+inline constexpr int kFailed = 2;       ///< wrong usage, or something can't be read or written

@@ -52,7 +52,7 @@ TMark FindMark(std::string_view line, std::uint32_t column, TColumn meaning) {
         return {end, end + 1};
     }
     std::string_view separators = " \t\r";
-    if (meaning == TColumn::kBehindValue) {
+    if (meaning == TColumn::kAfterValue) {
         separators = " \t\r,";
         if (column == 1) {
             end = line.size();  // the value was the last of its line, and the reader has passed the line end too
@@ -63,8 +63,8 @@ TMark FindMark(std::string_view line, std::uint32_t column, TColumn meaning) {
         return {end, end + 1};
     }
     const auto belongs = [&](char character) {
-        return meaning == TColumn::kBehindToken ? IsWordCharacter(character)
-                                                : separators.find(character) == std::string_view::npos;
+        return meaning == TColumn::kAfterToken ? IsWordCharacter(character)
+                                               : separators.find(character) == std::string_view::npos;
     };
     std::size_t begin = last;
     while (belongs(line[last]) && begin > 0 && belongs(line[begin - 1])) {
@@ -101,9 +101,9 @@ std::string MarkedLine(const TConsole &console, std::string_view line, TMark mar
     return Shown(line) + "\n" + under + Painted(console, sign, kGreen) + "\n";
 }
 
-std::string HeadLine(const TConsole &console, std::string_view place, TDiagnosticKind kind, std::string_view text) {
+std::string HeadLine(const TConsole &console, std::string_view position, TDiagnosticKind kind, std::string_view text) {
     const TKindStyle style = StyleOf(kind);
-    return Painted(console, std::string(place) + ":", kBold) + " " +
+    return Painted(console, std::string(position) + ":", kBold) + " " +
            Painted(console, std::string(style.word) + ":", style.colour) + " " + std::string(text) + "\n";
 }
 
@@ -111,14 +111,14 @@ std::string HeadLine(const TConsole &console, std::string_view place, TDiagnosti
 
 // Standard error has no buffer, so each diagnostic is put together first and goes out in one piece.
 void PrintDiagnostic(TConsole &console, const CSourceText &source, const TDiagnostic &diagnostic) {
-    std::string place = source.Name();
+    std::string position = source.Name();
     if (diagnostic.line) {
-        place += ':' + std::to_string(*diagnostic.line);
+        position += ':' + std::to_string(*diagnostic.line);
         if (diagnostic.column) {
-            place += ':' + std::to_string(*diagnostic.column);
+            position += ':' + std::to_string(*diagnostic.column);
         }
     }
-    std::string printed = HeadLine(console, place, diagnostic.kind, diagnostic.text);
+    std::string printed = HeadLine(console, position, diagnostic.kind, diagnostic.text);
     if (diagnostic.line && diagnostic.column) {
         const std::string_view line = source.Line(*diagnostic.line);
         if (!line.empty()) {

@@ -10,14 +10,14 @@
 
 enum class TDiagnosticKind { kError, kWarning, kNote };
 
-/// How the column of a diagnostic lies to what it is about.
+/// How the column of a diagnostic relates to what the diagnostic is about.
 enum class TColumn {
-    kAtText,       ///< it is the first character of it
-    kBehindToken,  ///< the reader stands directly behind a token of the template language
-    kBehindValue,  ///< the reader has passed a value and the separator behind it
+    kAtText,      ///< its first character
+    kAfterToken,  ///< the character just after it, a token of the template language
+    kAfterValue,  ///< the character after it, a value, and after the separator that follows
 };
 
-/// Something to tell a person about a file.
+/// A message to a person about a file.
 struct TDiagnostic {
     TDiagnosticKind kind = TDiagnosticKind::kError;
     std::string text;  ///< UTF-8
@@ -27,7 +27,7 @@ struct TDiagnostic {
 };
 
 /// Writes `NAME:LINE:COLUMN: error: TEXT` and, where both line and column are known, the line itself with a mark under
-/// the place. This is the one way in which the program speaks of what is wrong.
+/// that position. All that the program reports as wrong goes through here.
 void PrintDiagnostic(TConsole &console, const CSourceText &source, const TDiagnostic &diagnostic);
 /// The same about something that isn't a text: a file that can't be read, the command line.
 void PrintError(TConsole &console, std::string_view name, std::string_view text);

@@ -5,7 +5,7 @@
 #include <string_view>
 
 /// Standard output, which may be a full disk: writes in large pieces, checks each, and remembers why the first one
-/// failed. What comes behind a failure is dropped.
+/// failed. What comes after a failure is dropped.
 class COutput {
 public:
     explicit COutput(std::ostream &stream) : stream_(stream) {}

@@ -3,8 +3,8 @@
 std::string_view CSourceText::Line(std::uint32_t line) const {
     if (line_starts_.empty()) {
         line_starts_.push_back(0);
-        for (std::size_t at = text_.find('\n'); at != std::string::npos; at = text_.find('\n', at + 1)) {
-            line_starts_.push_back(at + 1);
+        for (std::size_t end = text_.find('\n'); end != std::string::npos; end = text_.find('\n', end + 1)) {
+            line_starts_.push_back(end + 1);
         }
     }
     if (line == 0 || line > line_starts_.size()) {

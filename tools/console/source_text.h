@@ -15,7 +15,7 @@ public:
     const std::string &Name() const { return name_; }
     const std::string &Text() const { return text_; }
     /// The characters of a line, counted from 1, without its line end; empty for a line that doesn't exist. The first
-    /// call looks for all line ends, so that quoting many lines costs one walk.
+    /// call finds all line ends, so that quoting many lines reads the text once.
     std::string_view Line(std::uint32_t line) const;
 
 private:

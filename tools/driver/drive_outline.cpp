@@ -51,8 +51,8 @@ public:
     void Round(const TDrivePlan &plan, const std::optional<THalfRound> &written,
                const std::optional<THalfRound> &read) override {
         console_.out.Write("round " + std::to_string(++round_) + "\n");
-        Half(EWay::kWrite, plan.writes, written);
-        Half(EWay::kRead, plan.reads, read);
+        Half(TWay::kWrite, plan.writes, written);
+        Half(TWay::kRead, plan.reads, read);
     }
 
     void End(bool interrupted, bool /*good*/, const std::string &message) override {
@@ -65,13 +65,13 @@ public:
     }
 
 private:
-    enum class EWay : std::uint8_t { kWrite, kRead };
+    enum class TWay : std::uint8_t { kWrite, kRead };
 
-    void Half(EWay way, const std::deque<TDrivePoint> &points, const std::optional<THalfRound> &half) {
+    void Half(TWay way, const std::deque<TDrivePoint> &points, const std::optional<THalfRound> &half) {
         if (!half) {
             return;
         }
-        const bool read = way == EWay::kRead;
+        const bool read = way == TWay::kRead;
         const std::string what = read ? "  read  " : "  write ";
         for (std::size_t at = 0; at < points.size(); ++at) {
             const TDrivePoint &point = points[at];

@@ -1,83 +1,51 @@
-// The entries that a host insists on, in the order in which it looks for them, and those that mark a generation.
-
 #include "tools/driver/module_facts.h"
 
 #include <algorithm>
 #include <array>
 #include <string_view>
 
+#include "driver/entry_table.h"
 #include "driver/kq_drv.h"
 #include "platform/base/code_page.h"
 #include "tools/driver/module_file.h"
 
 namespace {
 
-using TNames = std::vector<std::string>;
+using kq_drv::TEntryGroup;
+using kq_drv::TEntryNeed;
+using kq_drv::TEntryRow;
 
-/// Exported by the module in either text width.
-const TNames kInAnyWidth = {"GetDriverInfo", "Version", "Check"};
-
-/// Exported in the module's own width; of each row one is enough.
-const std::vector<TNames> kInOwnWidth = {
-    {"MakeDriver"},
-    {"DisposeDriver"},
-    {"Init", "Init3"},
-    {"Done"},
-    {"InputRequest"},
-    {"InputRequestCompleted"},
-    {"InputFinalized"},
-    {"OutputRequestCompleted"},
-    {"OutputFinalized"},
-    {"DriverProc"},
-    {"GetInput", "GetInput2", "GetInput3"},
-    {"OutputRequest", "OutputRequest2", "OutputRequest3"},
-};
-
-/// What marks the generations 1 to 3.
-const std::array<TNames, 3> kGenerationMarks = {{
-    {"Init", "GetInput", "OutputRequest", "QueryProc"},
-    {"GetInput2", "OutputRequest2"},
-    {"Init3", "ReadParameters", "GetInput3", "OutputRequest3", "QueryProc3"},
-}};
-
-TNames WithSuffix(TNames names, std::string_view suffix) {
-    std::for_each(names.begin(), names.end(), [suffix](std::string &name) { name += suffix; });
-    return names;
+/// Takes from the module's names what the group of entries says about it.
+void LookAtGroup(const CModuleFile &module, TEntryGroup group, TModuleFacts &facts) {
+    const bool either = group.front().need == TEntryNeed::kEitherWidth;
+    bool found = false;
+    for (const TEntryRow &row : group) {
+        if (module.Exports(row.NameIn(facts.wide)) || (either && module.Exports(row.NameIn(!facts.wide)))) {
+            facts.generation = std::max<std::uint32_t>(facts.generation, row.generation);
+            found = true;
+        }
+    }
+    if (!found && (either || kq_drv::IsNeeded(group))) {
+        facts.missing.push_back(kq_drv::GroupNames(group, facts.wide));
+    }
 }
 
-bool ExportsOne(const CModuleFile &module, const TNames &names) {
-    return std::any_of(names.begin(), names.end(), [&module](const std::string &name) { return module.Exports(name); });
+void LookAtNames(const CModuleFile &module, TModuleFacts &facts) {
+    facts.wide = !module.Exports("Version") && module.Exports("VersionW");
+    kq_drv::VisitEntryGroups([&module, &facts](TEntryGroup group) {
+        LookAtGroup(module, group, facts);
+        return true;
+    });
+    facts.enumerates_channels = module.Exports(facts.wide ? "EnumerateChannelsW" : "EnumerateChannels");
+    facts.searches_devices = module.Exports("LoadModulesTree") || module.Exports("LoadModulesTreeW");
 }
 
-std::string Joined(const TNames &names, std::string_view separator) {
+std::string Joined(const std::vector<std::string> &names, std::string_view separator) {
     std::string text;
     for (const std::string &name : names) {
         text.append(text.empty() ? "" : separator).append(name);
     }
     return text;
-}
-
-void LookAtNames(const CModuleFile &module, TModuleFacts &facts) {
-    facts.wide = !module.Exports("Version") && module.Exports("VersionW");
-    const std::string_view suffix = facts.wide ? "W" : "";
-    const auto require = [&module, &facts](const TNames &names) {
-        if (!ExportsOne(module, names)) {
-            facts.missing.push_back(Joined(names, ", "));
-        }
-    };
-    for (const std::string &name : kInAnyWidth) {
-        require({name, name + "W"});
-    }
-    for (const TNames &names : kInOwnWidth) {
-        require(WithSuffix(names, suffix));
-    }
-    for (std::uint32_t generation = 1; generation <= kGenerationMarks.size(); ++generation) {
-        if (ExportsOne(module, WithSuffix(kGenerationMarks[generation - 1], suffix))) {
-            facts.generation = generation;
-        }
-    }
-    facts.enumerates_channels = ExportsOne(module, WithSuffix({"EnumerateChannels"}, suffix));
-    facts.searches_devices = ExportsOne(module, {"LoadModulesTree", "LoadModulesTreeW"});
 }
 
 /// Asks the module itself.

@@ -23,7 +23,9 @@ public:
     bool Load(const std::string &name, std::string &reason);
 
     kq_os::HMODULE Handle() const { return module_; }
-    bool Exports(const std::string &entry) const { return kq_os::GetProcAddress(module_, entry.c_str()) != nullptr; }
+    bool Exports(const std::string &entry) const {
+        return kq_os::GetFunctionAddress(module_, entry.c_str()) != nullptr;
+    }
 
 private:
     kq_os::HMODULE module_ = nullptr;

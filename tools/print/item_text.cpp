@@ -62,7 +62,7 @@ std::string MapText(std::string_view what, const std::vector<TMapRow> &rows,
     return rows.empty() ? "" : std::string(what) + " " + Joined(texts, ", ");
 }
 
-/// The roles that no other part of the line tells of.
+/// The roles that no other part of the line shows.
 std::vector<std::string> RoleTexts(const TItem &item) {
     std::vector<std::string> texts;
     for (const std::string &role : item.roles) {
@@ -73,7 +73,7 @@ std::vector<std::string> RoleTexts(const TItem &item) {
     return texts;
 }
 
-/// All that is told of an item behind its kind, in the order in which a person wants to know it.
+/// All that is shown of an item after its kind, the most important first.
 std::vector<std::string> Properties(const TItem &item) {
     std::vector<std::string> texts;
     const auto add = [&texts](const std::string &text) {

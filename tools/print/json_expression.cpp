@@ -25,7 +25,7 @@ TJson ValueJson(const TValue &value) {
 }
 
 TJson VariablesJson(const TVariables &variables) {
-    // Put in at the end without the look-up of operator[], which walks all keys that are there.
+    // Appended at the end, since operator[] would compare with each key that is there already.
     TJson::object_t object;
     object.reserve(variables.size());
     for (const auto &[name, value] : variables) {

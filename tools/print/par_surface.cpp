@@ -1,26 +1,10 @@
 #include "tools/print/par_surface.h"
 
-#include <algorithm>
-
-#include "scanner/par_scanner.h"
+#include "scanner/text_par_scanner.h"
 
 namespace {
 
-/// The scanner over a text in memory.
-class CTextParScanner : public par_scanner::CParScanner {
-public:
-    explicit CTextParScanner(const std::string &text) : text_(text) {}
-    std::uint32_t GetDataSize() override { return static_cast<std::uint32_t>(text_.size()); }
-    bool ReadBlockData(par_scanner::TStr0_ *buffer) override {
-        std::copy(text_.begin(), text_.end(), buffer);
-        return true;
-    }
-
-private:
-    const std::string &text_;
-};
-
-TSurfaceKey ReadKey(CTextParScanner &scanner) {
+TSurfaceKey ReadKey(par_scanner::CParScanner &scanner) {
     TSurfaceKey key;
     key.name = scanner.KeyName();
     key.line = scanner.GetKeyLine();
@@ -40,10 +24,9 @@ TSurfaceKey ReadKey(CTextParScanner &scanner) {
 
 }  // namespace
 
-void WalkSurface(const std::string &text, CSurfaceSink &sink) {
-    CTextParScanner scanner(text);
-    bool section = scanner.Init(0) && scanner.FirstSection();
-    for (; section; section = scanner.NextSection()) {
+void ReadSurface(const std::string &text, CSurfaceSink &sink) {
+    par_scanner::CTextParScanner scanner(text);
+    for (bool section = scanner.FirstSection(); section; section = scanner.NextSection()) {
         sink.BeginSection(std::string(scanner.SectionName()), scanner.GetSectionLine());
         for (bool key = scanner.FirstKey(); key; key = scanner.NextKey()) {
             sink.Key(ReadKey(scanner));

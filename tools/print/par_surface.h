@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-/// A value of a key line with the token kind that stood ahead of it; the first has none.
+/// A value of a key line, and the token kind of the separator before it; the first has none.
 struct TSurfaceValue {
     std::string value;
     std::optional<std::uint32_t> separator;
@@ -15,7 +15,7 @@ struct TSurfaceValue {
 struct TSurfaceKey {
     std::string name;
     std::uint32_t line = 0;
-    std::optional<std::string> text;  ///< all behind the `=`; none without one
+    std::optional<std::string> text;  ///< all that follows the `=`; none without one
     std::vector<TSurfaceValue> values;
 };
 
@@ -28,5 +28,5 @@ public:
     virtual void EndSection() = 0;
 };
 
-/// Walks a parameter file's text with the scanner.
-void WalkSurface(const std::string &text, CSurfaceSink &sink);
+/// Reads a parameter file's text with the scanner and hands each piece to the sink.
+void ReadSurface(const std::string &text, CSurfaceSink &sink);

@@ -19,7 +19,7 @@ void PrintTemplateError(TConsole &console, const CSourceText &pdt, const kq_cfg:
                                                     : kq_base::ToUtf8(result.message),
                      .line = result.line,
                      .column = result.position,
-                     .meaning = TColumn::kBehindToken});
+                     .meaning = TColumn::kAfterToken});
 }
 
 void PrintMessage(TConsole &console, const CSourceText &source, const TMessage &message) {
@@ -29,7 +29,7 @@ void PrintMessage(TConsole &console, const CSourceText &source, const TMessage &
          .text = kq_base::ToUtf8(message.text),
          .line = message.line,
          .column = message.column,
-         .meaning = TColumn::kBehindValue});
+         .meaning = TColumn::kAfterValue});
 }
 
 void PrintBox(TConsole &console, const CSourceText &source, const TMessageBox &box) {
@@ -42,13 +42,13 @@ void PrintBox(TConsole &console, const CSourceText &source, const TMessageBox &b
         {.kind = box.stop ? TDiagnosticKind::kError : TDiagnosticKind::kWarning, .text = kq_base::ToUtf8(text)});
 }
 
-std::string_view UnreadText(par_scanner::EUnread reason) {
+std::string_view UnreadText(par_scanner::TUnreadReason reason) {
     switch (reason) {
-        case par_scanner::EUnread::aheadOfFirstHeader:
-            return "text ahead of the first section isn't read";
-        case par_scanner::EUnread::fromMalformedHeaderOn:
+        case par_scanner::TUnreadReason::kBeforeFirstHeader:
+            return "text before the first section isn't read";
+        case par_scanner::TUnreadReason::kFromMalformedHeaderOn:
             return "this is no section header; nothing from here to the next one is read";
-        case par_scanner::EUnread::fromReadFailureOn:
+        case par_scanner::TUnreadReason::kFromReadFailureOn:
             break;
     }
     return "an open string or comment, or a malformed number: nothing from here on is read";

@@ -11,9 +11,9 @@ struct TSources {
     CSourceText dmf;
 };
 
-/// Tells a person all that a translation said, and which parts of the files weren't read at all.
+/// Prints for a person all that a translation reported, and which parts of the files weren't read at all.
 void PrintReport(TConsole &console, const TSources &sources, const kq_cfg::TReport &report);
-/// Notes the places from which on the text of a parameter file isn't read.
+/// Prints a note for each position from which on the text of a parameter file isn't read.
 void PrintUnreadText(TConsole &console, const CSourceText &par);
 /// The verdict in a few words: "no errors", "2 errors, 1 warning". A box with the stop icon is an error here.
 std::string VerdictText(const kq_cfg::TReport &report);

@@ -29,7 +29,7 @@ std::string VariablesText(const TVariables &variables) {
     return text;
 }
 
-/// What stands behind a value list.
+/// What follows a value list.
 std::string ListTail(bool write_if_all, const std::optional<std::string> &line_variable) {
     std::string text = line_variable ? " = %" + kq_base::ToUtf8(*line_variable) + "%" : "";
     return write_if_all ? text + ", written only whole" : text;

@@ -117,48 +117,48 @@ TEST(ChannelRangeTableAgainstReference, RandomPrograms) {
 class CRangeList {
 public:
     void Insert(const TRangeRecord &record) {
-        const auto behind = [](std::uint32_t first, const TRangeRecord &other) { return first < other.first; };
-        ranges.insert(std::upper_bound(ranges.begin(), ranges.end(), record.first, behind), record);
+        const auto starts_below = [](std::uint32_t first, const TRangeRecord &other) { return first < other.first; };
+        ranges.insert(std::upper_bound(ranges.begin(), ranges.end(), record.first, starts_below), record);
     }
     std::vector<TRangeRecord> ranges;
 };
 
 void CompareTree(const CRangeTree &tree, const CRangeList &list) {
     ASSERT_EQ(tree.Size(), list.ranges.size());
-    CRangeTree::CPlace place = tree.Begin();
-    for (std::uint32_t row = 0; row < tree.Size(); ++row, tree.Next(place)) {
-        ASSERT_FALSE(tree.IsEnd(place));
-        ASSERT_EQ(tree.RowOf(place), row);
+    CRangeTree::CPosition position = tree.Begin();
+    for (std::uint32_t row = 0; row < tree.Size(); ++row, tree.Next(position)) {
+        ASSERT_FALSE(tree.IsEnd(position));
+        ASSERT_EQ(tree.RowOf(position), row);
         ASSERT_EQ(tree.At(tree.AtRow(row)).note, list.ranges[row].note);
-        ASSERT_EQ(tree.At(place).first, list.ranges[row].first);
-        ASSERT_EQ(tree.LastAt(place), list.ranges[row].last);
-        ASSERT_EQ(tree.At(place).note, list.ranges[row].note);
+        ASSERT_EQ(tree.At(position).first, list.ranges[row].first);
+        ASSERT_EQ(tree.LastAt(position), list.ranges[row].last);
+        ASSERT_EQ(tree.At(position).note, list.ranges[row].note);
     }
-    ASSERT_TRUE(tree.IsEnd(place));
+    ASSERT_TRUE(tree.IsEnd(position));
 }
 
 /// The first range that answers yes must be the one that the tree finds.
 template <class TTest>
-void ExpectFirst(const CRangeTree &tree, const CRangeList &list, bool found, const CRangeTree::CPlace &place,
+void ExpectFirst(const CRangeTree &tree, const CRangeList &list, bool found, const CRangeTree::CPosition &position,
                  TTest test) {
     const auto wanted = std::find_if(list.ranges.begin(), list.ranges.end(), test);
     ASSERT_EQ(found, wanted != list.ranges.end());
     if (found) {
-        ASSERT_EQ(tree.At(place).note, wanted->note);
+        ASSERT_EQ(tree.At(position).note, wanted->note);
     }
 }
 
 void CompareSearches(const CRangeTree &tree, const CRangeList &list, std::uint32_t number) {
-    CRangeTree::CPlace place = tree.FirstEndingFrom(number);
-    ExpectFirst(tree, list, !tree.IsEnd(place), place, [&](const auto &range) { return range.last >= number; });
-    const bool starts = tree.FindByFirst(number, place);
-    ExpectFirst(tree, list, starts, place, [&](const auto &range) { return range.first == number; });
-    const bool holds = tree.FindContaining(number, place);
+    CRangeTree::CPosition position = tree.FirstEndingFrom(number);
+    ExpectFirst(tree, list, !tree.IsEnd(position), position, [&](const auto &range) { return range.last >= number; });
+    const bool starts = tree.FindByFirst(number, position);
+    ExpectFirst(tree, list, starts, position, [&](const auto &range) { return range.first == number; });
+    const bool holds = tree.FindContaining(number, position);
     const auto contains = [&](const auto &range) { return range.first <= number && number <= range.last; };
-    ExpectFirst(tree, list, holds, place, contains);
+    ExpectFirst(tree, list, holds, position, contains);
     TRangeRecord record;
     ASSERT_EQ(tree.FindContaining(number, record), holds);
-    ASSERT_TRUE(!holds || record.note == tree.At(place).note);
+    ASSERT_TRUE(!holds || record.note == tree.At(position).note);
 }
 
 /// Grows and shrinks a tree of some levels: numbers far apart or crowded, with or without overlaps.
@@ -175,7 +175,7 @@ void RunTree(std::uint32_t seed, std::uint32_t numbers, std::uint32_t length) {
             const TRangeRecord record = {first, first + static_cast<std::uint32_t>(random() % length), 1, 2, ++note};
             if (random() % 100 < share) {
                 list.Insert(record);
-                CRangeTree::CPlace near = tree.AtRow(row);
+                CRangeTree::CPosition near = tree.AtRow(row);
                 if (note % 2 == 0) {
                     tree.Insert(near, record);
                     ASSERT_EQ(tree.At(near).note, note);
@@ -212,10 +212,10 @@ TEST(RangeTree, AscendingInsertionsFillTheNodes) {
         tree.Insert({number * 2, number * 2, 0, 0, number});
     }
     for (std::uint32_t row = 0; row < 300000; row += 777) {
-        CRangeTree::CPlace place;
-        ASSERT_TRUE(tree.FindContaining(row * 2, place));
-        ASSERT_EQ(tree.RowOf(place), row);
-        ASSERT_FALSE(tree.FindContaining(row * 2 + 1, place));
+        CRangeTree::CPosition position;
+        ASSERT_TRUE(tree.FindContaining(row * 2, position));
+        ASSERT_EQ(tree.RowOf(position), row);
+        ASSERT_FALSE(tree.FindContaining(row * 2 + 1, position));
     }
     while (!tree.IsEmpty()) {
         tree.Erase(tree.AtRow(tree.Size() / 2));

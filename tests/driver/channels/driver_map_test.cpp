@@ -151,7 +151,7 @@ TEST(TableWriter, SavesThroughTheDisk) {
 TEST(TextOut, LinesAndHeads) {
     CTextView view;
     CTextOut out;
-    out.WriteLine("nobody listens");
+    out.WriteLine("no view");
     out.Attach(&view);
     out.SectionLine("Port");
     out.KeyHead("Baud");

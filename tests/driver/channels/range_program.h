@@ -15,7 +15,7 @@
 /// A little language in which tests say what happens to a table of channel ranges, and what they see afterwards. It
 /// runs on our table and on the reference alike.
 
-/// Keeps all that a table says, in UTF-8: one line a report, `E` or `W` ahead of it; the other calls are counted.
+/// Keeps all that a table says, in UTF-8: one line a report, with `E` or `W` before it; the other calls are counted.
 class CRecordingOwner : public kq_pdt::CChannelRangeOwner {
 public:
     void AddWarning(std::string_view text1, std::string_view text2, std::uint32_t position) override {
@@ -34,7 +34,7 @@ public:
 private:
     void Keep(const char *mark, std::string_view text1, std::string_view text2, std::uint32_t position) {
         reports += mark + kq_base::ToUtf8(text1) + "|" + kq_base::ToUtf8(text2);
-        reports += position == 0xFFFFFFFF ? "\n" : " with a place\n";
+        reports += position == 0xFFFFFFFF ? "\n" : " with a position\n";
     }
 };
 

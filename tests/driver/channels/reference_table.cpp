@@ -87,12 +87,12 @@ bool CReferenceTable::LayFromFirst(std::size_t at, std::uint32_t first, std::uin
         Insert(taken);
     }
     if (last < old.last) {
-        CRange behind = old;
-        behind.first = last + 1;
+        CRange upper = old;
+        upper.first = last + 1;
         if (old.first < first) {
-            behind.name = name;
+            upper.name = name;
         }
-        Insert(behind);
+        Insert(upper);
     }
     return last <= old.last || AddDefined(old.last + 1, last, type, direction, {});
 }
@@ -118,10 +118,10 @@ bool CReferenceTable::LayFromLast(std::size_t at, std::uint32_t first, std::uint
     }
     ranges_[at].last = last;
     TakeOver(ranges_[at], type, direction, name);
-    CRange behind = old;
-    behind.first = last + 1;
-    behind.name = name;
-    Insert(behind);
+    CRange upper = old;
+    upper.first = last + 1;
+    upper.name = name;
+    Insert(upper);
     return AddDefined(first, old.first - 1, type, direction, {});
 }
 
@@ -232,7 +232,7 @@ bool CReferenceTable::MoveWhole(std::size_t at, std::uint32_t first, std::uint32
     moved.first = first;
     moved.last = last;
     if (stays) {
-        // Only the upper bound moves, so the range keeps its place among those of equal first.
+        // Only the upper bound moves, so the range keeps its position among those of equal first.
         std::size_t below = 0;
         for (std::size_t other = 0; other < at; ++other) {
             below += ranges_[other].last < first || ranges_[other].first > last ? 1 : 0;

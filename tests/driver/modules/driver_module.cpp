@@ -76,11 +76,11 @@ void Put(KQValue &value, std::size_t at, TField field) {
 void FillShortText(KQValue &value) {
     auto *room = Get<CCharacter *>(value, 4);
     switch (control.mischief) {
-        case EMischief::kForeignText:
+        case TMischief::kForeignText:
             return Put(value, 4, &foreign_text[0]);
-        case EMischief::kSilent:
+        case TMischief::kSilent:
             return;
-        case EMischief::kUnterminated:
+        case TMischief::kUnterminated:
             return std::fill_n(room, control.named_size, CCharacter{'x'}), void();
         default:
             Text().copy(room, Text().size());
@@ -97,16 +97,16 @@ void FillCountedText(KQValue &value) {
     const auto size = static_cast<std::uint32_t>(Text().size());
     auto *room = Get<CCharacter *>(value, 8);
     switch (control.mischief) {
-        case EMischief::kForeignText:
+        case TMischief::kForeignText:
             Put(value, 8, &foreign_text[0]);
             return Put(value, 4, std::uint32_t{7});
-        case EMischief::kSilent:
+        case TMischief::kSilent:
             return;
-        case EMischief::kNullTwice:
+        case TMischief::kNullTwice:
             return AskForRoom(value, Get<std::uint32_t>(value, 4) + 1000);
-        case EMischief::kNamedSize:
+        case TMischief::kNamedSize:
             return AskForRoom(value, control.named_size);
-        case EMischief::kCountAboveRoom:
+        case TMischief::kCountAboveRoom:
             return Put(value, 4, control.named_size);
         default:
             if (size > Get<std::uint32_t>(value, 4)) {
@@ -128,7 +128,7 @@ void Fill(std::uint32_t channel, KQValue &value) {
     } else if (value.tag == KQ_TAG_BUFFER) {
         auto *memory = Get<char *>(value, 7);
         memory[0] = 'B';
-        Put(value, 7, memory + (control.mischief == EMischief::kMovedBuffer ? 1 : 0));
+        Put(value, 7, memory + (control.mischief == TMischief::kMovedBuffer ? 1 : 0));
     } else {
         std::memset(value.payload, 0xEE, sizeof(value.payload));
         Put(value, 4, channel);
@@ -153,7 +153,7 @@ std::uint32_t Take(const KQValue &value, CText &to) {
     return Get<std::uint32_t>(value, 4);
 }
 
-void MeetHost(void *context, KQDriverCallbackEntry *callback) {
+[[maybe_unused]] void MeetHost(void *context, KQDriverCallbackEntry *callback) {
     control.context = context;
     control.callback = callback;
 }
@@ -180,7 +180,7 @@ KQ_CHECK(Check);
 
 KQ_ENTRY(void *, MakeDriver)() {
     Log("MakeDriver", &the_driver);
-    return control.mischief == EMischief::kNoDriver ? nullptr : &the_driver;
+    return control.mischief == TMischief::kNoDriver ? nullptr : &the_driver;
 }
 KQ_CHECK(MakeDriver);
 
@@ -203,7 +203,10 @@ KQ_ENTRY(KQTruth, Init)
 KQ_CHECK(Init);
 #endif
 
-#if KQ_HAS(3)
+#ifdef KQ_INIT3_IS_DATA
+KQ_DRIVER_ENTRY int Init3;
+int Init3 = 3;
+#elif KQ_HAS(3)
 KQ_ENTRY(void, Init3)
 (void *driver, std::uint32_t instance, std::uint32_t name_high, const CCharacter *name, void *context,
  KQDriverCallbackEntry *callback) {
@@ -215,7 +218,9 @@ KQ_ENTRY(void, Init3)
     }
 }
 KQ_CHECK(Init3);
+#endif
 
+#if KQ_HAS(3)
 KQ_ENTRY(KQTruth, ReadParameters)
 (void *driver, std::uint32_t path_high, const CCharacter *path, std::uint32_t error_high, CCharacter *error,
  std::uint32_t *a, std::uint32_t *b, std::uint32_t detail_high, CCharacter *detail) {

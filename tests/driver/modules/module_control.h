@@ -6,7 +6,7 @@
 #include "driver/kq_driver_types.h"
 
 /// How a test module misbehaves.
-enum class EMischief : std::uint8_t {
+enum class TMischief : std::uint8_t {
     kNone,
     kNoDriver,        ///< MakeDriver gives 0
     kForeignText,     ///< answers with a text of its own instead of the one in the caller's room
@@ -21,7 +21,7 @@ enum class EMischief : std::uint8_t {
 /// What a test tells a module, and what the module tells the test. Every module has one, behind the name TestControl.
 /// Texts stand here in both widths, so that module and test need no conversion.
 struct TModuleControl {
-    EMischief mischief = EMischief::kNone;
+    TMischief mischief = TMischief::kNone;
     KQTruth answer = 1;            ///< of every entry that has one
     std::uint32_t code = 0;        ///< of GetInput3, InputFinalized and OutputFinalized
     std::uint32_t named_size = 0;  ///< what the mischief of that name asks for

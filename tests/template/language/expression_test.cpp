@@ -13,14 +13,14 @@ namespace {
 const std::string kAmbiguous = "Nejednoznačný výraz, použijte závorky";
 const std::string kTooComplex = "Příliš složitý výraz";
 
-/// The tree of an expression, or the error with the place in the expression behind which it was found.
+/// The tree of an expression, or the error with the position in the expression after which it was found.
 std::string Tree(const std::string &expression) {
     const std::string ahead = "def_section var %v%, %long_name%; name = number { default =\n";
     const kq_cfg::TTemplate compiled = kq_cfg::DescribeTemplate({}, ahead + expression + "\n; } end_section", "");
     const kq_cfg::TTemplateResult &result = compiled.report.result;
     if (!result.ok) {
-        const std::string place = result.line == 2 ? std::to_string(result.position - 1) : "end";
-        return kq_base::ToUtf8(result.message) + " @" + place;
+        const std::string position = result.line == 2 ? std::to_string(result.position - 1) : "end";
+        return kq_base::ToUtf8(result.message) + " @" + position;
     }
     return outline::Print(compiled.sections.at(0).name->at(0).default_value.value());
 }
@@ -128,9 +128,9 @@ TEST(Expression, NestsTwoHundredLevels) {
     EXPECT_TRUE(Tree(Repeat("not (", 100000)).starts_with(kTooComplex));
 }
 
-/// What comes of a chain of operands, told by its outcome instead of by building steps: `or` above `and` above `not`,
-/// each to the right; below that all operators alike to the right, but nothing may follow a product's right operand or
-/// a minus.
+/// What comes of a chain of operands, described by its outcome instead of by building steps: `or` above `and` above
+/// `not`, each to the right; below that all operators alike to the right, but nothing may follow a product's right
+/// operand or a minus.
 class CChainReference {
 public:
     struct TOperand {
@@ -138,13 +138,13 @@ public:
         std::string printed;    ///< its tree
         std::size_t first_end;  ///< length of its first token
         bool is_minus;
-        bool is_negated;  ///< `not` stands ahead
+        bool is_negated;  ///< `not` precedes it
     };
 
     void Add(const std::string &operation, const TOperand &operand) {
         text_ += operands_.empty() ? "" : " " + operation + " ";
         text_ += operand.is_negated ? "not " : "";
-        places_.push_back(text_.size() + operand.first_end);
+        positions_.push_back(text_.size() + operand.first_end);
         text_ += operand.text;
         operands_.push_back(operand);
         operations_.push_back(operation);
@@ -174,7 +174,7 @@ private:
         }
         const std::string &operation = operations_[from + 1];
         if ((full || operands_[from].is_minus) && error_ == 0) {
-            error_ = places_[from + 1];
+            error_ = positions_[from + 1];
         }
         const bool product = operation == "*";
         return "(" + operands_[from].printed + " " + operation + " " + Chain(from + 1, to, product) + ")";
@@ -183,7 +183,7 @@ private:
     std::string text_;
     std::vector<TOperand> operands_;
     std::vector<std::string> operations_;
-    std::vector<std::size_t> places_;
+    std::vector<std::size_t> positions_;
     std::size_t error_ = 0;
 };
 
@@ -201,10 +201,10 @@ TEST(Expression, AllChainsOfFourOperands) {
         CChainReference reference;
         std::size_t rest = number * operations.size();
         bool sensible = true;
-        for (int place = 0; place < 4; ++place, rest /= choices) {
+        for (int index = 0; index < 4; ++index, rest /= choices) {
             const std::string &operation = operations[rest % operations.size()];
             const CChainReference::TOperand &operand = operands[rest / operations.size() % operands.size()];
-            sensible = sensible && (!operand.is_negated || place == 0 || operation == "and" || operation == "or");
+            sensible = sensible && (!operand.is_negated || index == 0 || operation == "and" || operation == "or");
             reference.Add(operation, operand);
         }
         if (sensible) {

@@ -2,40 +2,26 @@
 
 #include <string>
 
-#include "scanner/par_scanner.h"
-
-/// Scans a text that lies in memory.
-class CTextParScanner : public par_scanner::CParScanner {
-public:
-    explicit CTextParScanner(std::string_view text) : text_(text) { Init(1); }
-    std::uint32_t GetDataSize() override { return static_cast<std::uint32_t>(text_.size()); }
-    bool ReadBlockData(par_scanner::TStr0_ *buffer) override {
-        text_.copy(buffer, text_.size());
-        return true;
-    }
-
-private:
-    std::string_view text_;
-};
+#include "scanner/text_par_scanner.h"
 
 /// All that a scanner finds, one line a section, key, or value list:
 ///     [name]line
 ///     key@line=text|value,value value
-/// A `=` or `|` is missing where the scanner answers false. With places, the column of the tape stands in {} behind
-/// every step. So two scanners agree if the texts of their walks do.
+/// A `=` or `|` is missing where the scanner answers false. With columns, the column of the tape follows every
+/// step in {}. So two scanners agree if their texts do.
 template <class Scanner>
-std::string Walk(Scanner &scanner, bool places) {
+std::string SurfaceText(Scanner &scanner, bool with_columns) {
     std::string result;
-    const auto place = [&] {
-        if (places) {
+    const auto add_column = [&] {
+        if (with_columns) {
             result.append("{").append(std::to_string(scanner.GetActPos())).append("}");
         }
     };
-    place();
+    add_column();
     for (bool section = scanner.FirstSection(); section; section = scanner.NextSection()) {
         result.append("[").append(scanner.SectionName()).append("]");
         result.append(std::to_string(scanner.GetSectionLine()));
-        place();
+        add_column();
         result += '\n';
         for (bool key = scanner.FirstKey(); key; key = scanner.NextKey()) {
             result.append(scanner.KeyName()).append("@").append(std::to_string(scanner.GetKeyLine()));
@@ -43,17 +29,17 @@ std::string Walk(Scanner &scanner, bool places) {
             if (scanner.KeyPars(text)) {
                 result.append("=").append(text);
             }
-            place();
+            add_column();
             std::uint32_t separator = 0;
             bool value = scanner.FirstValue(text);
             result += value ? "|" : "";
             while (value) {
                 result.append(text);
-                place();
+                add_column();
                 value = scanner.NextValue(text, separator);
                 result += value ? par_scanner::TokenKindText(separator) : std::string_view();
             }
-            place();
+            add_column();
             result += '\n';
         }
     }
