@@ -31,8 +31,8 @@ bool MayBeEmpty(const CItem &item) { return item.Code() == TItemCode::kString ||
 std::size_t FindPart(std::string_view text, std::string_view part, bool case_sensitive, std::uint32_t first,
                      std::uint32_t last) {
     if (case_sensitive && first < last) {
-        const std::size_t place = text.substr(first, last - first + part.size()).find(part);
-        return place == std::string_view::npos ? place : place + first;
+        const std::size_t position = text.substr(first, last - first + part.size()).find(part);
+        return position == std::string_view::npos ? position : position + first;
     }
     for (; first <= last; ++first) {
         if (StandsAt(text, first, part, case_sensitive)) {
@@ -107,23 +107,23 @@ void CCutSearch::Compete(std::uint32_t run, std::uint32_t last, std::uint32_t pa
     }
 }
 
-void CCutSearch::RunItem(CItem &item, std::uint32_t place, bool is_last) {
+void CCutSearch::RunItem(CItem &item, std::uint32_t index, bool is_last) {
     const std::uint32_t begin = RunCount();
     switch (item.Code()) {
         case TItemCode::kString:
-            RunString(place);
+            RunString(index);
             break;
         case TItemCode::kNumber:
-            RunNumber(place);
+            RunNumber(index);
             if (begin != RunCount()) {
                 numbers_.push_back({&item, begin, RunCount()});
             }
             break;
         case TItemCode::kConst:
-            RunConst(static_cast<const CConstItem &>(item), place, is_last);
+            RunConst(static_cast<const CConstItem &>(item), index, is_last);
             break;
         default:
-            RunOther(item, place);
+            RunOther(item, index);
             SortByPosition(begin);
             break;
     }
@@ -151,29 +151,29 @@ void CCutSearch::RunNumber(std::uint32_t item) {
     std::uint32_t end = 0;  // of the digits that the last run takes
     for (const TOffer &offer : offers_) {
         const std::uint32_t limit = std::min(offer.last + 1, Length());
-        for (std::uint32_t place = offer.first; place < limit; place = end) {
-            if (place < end) {
+        for (std::uint32_t position = offer.first; position < limit; position = end) {
+            if (position < end) {
                 if (runs_[offer.run].saved + 1 <= runs_.back().saved) {
                     continue;
                 }
-                runs_.back().last = place;
+                runs_.back().last = position;
             } else {
-                while (place < limit && !IsDigitAt(place)) {
-                    ++place;
+                while (position < limit && !IsDigitAt(position)) {
+                    ++position;
                 }
-                if (place == limit) {
+                if (position == limit) {
                     break;
                 }
-                for (end = place + 1; end < Length() && IsDigitAt(end);) {
+                for (end = position + 1; end < Length() && IsDigitAt(end);) {
                     ++end;
                 }
             }
-            Start(offer, item, place, 1, end);
+            Start(offer, item, position, 1, end);
         }
     }
 }
 
-void CCutSearch::RunConst(const CConstItem &item, std::uint32_t place, bool is_last) {
+void CCutSearch::RunConst(const CConstItem &item, std::uint32_t index, bool is_last) {
     const std::string_view part = item.Text();
     if (part.size() > text_.size()) {
         return;
@@ -190,19 +190,19 @@ void CCutSearch::RunConst(const CConstItem &item, std::uint32_t place, bool is_l
                 break;
             }
             const auto start = static_cast<std::uint32_t>(found);
-            Start(offer, place, start, length, start + length);
+            Start(offer, index, start, length, start + length);
             first = start + 1;
         }
     }
 }
 
 /// Items that take what they take at once.
-void CCutSearch::RunOther(CItem &item, std::uint32_t place) {
+void CCutSearch::RunOther(CItem &item, std::uint32_t index) {
     for (const TOffer &offer : offers_) {
         for (std::uint32_t start = offer.first; start <= offer.last; ++start) {
             TMatchStep step;
             if (item.Match(text_, start, step)) {
-                Start(offer, place, start, step.position - start, step.position);
+                Start(offer, index, start, step.position - start, step.position);
             }
         }
     }
@@ -237,9 +237,9 @@ void CCutSearch::MergeOffers(std::uint32_t begin) {
     merged_.clear();
     auto offer = offers_.begin();
     std::uint32_t run = begin;
-    for (std::uint32_t place = 0; offer != offers_.end() || run != RunCount();) {
-        const std::uint32_t offer_first = offer != offers_.end() ? std::max(offer->first, place) : kNone;
-        const std::uint32_t run_first = run != RunCount() ? std::max(runs_[run].first, place) : kNone;
+    for (std::uint32_t position = 0; offer != offers_.end() || run != RunCount();) {
+        const std::uint32_t offer_first = offer != offers_.end() ? std::max(offer->first, position) : kNone;
+        const std::uint32_t run_first = run != RunCount() ? std::max(runs_[run].first, position) : kNone;
         const std::uint32_t first = std::min(offer_first, run_first);
         std::uint32_t last = 0;
         std::uint32_t holder = 0;
@@ -258,11 +258,11 @@ void CCutSearch::MergeOffers(std::uint32_t begin) {
         } else {
             merged_.push_back({first, last, holder});
         }
-        place = last + 1;
-        if (offer != offers_.end() && offer->last < place) {
+        position = last + 1;
+        if (offer != offers_.end() && offer->last < position) {
             ++offer;
         }
-        if (run != RunCount() && runs_[run].last < place) {
+        if (run != RunCount() && runs_[run].last < position) {
             ++run;
         }
     }
@@ -338,9 +338,9 @@ bool CCutSearch::Finish() {
 void CCutSearch::AppendCuts(const CItemSeq::TItems &items, std::vector<TCut> &cuts) const {
     const std::size_t begin = cuts.size();
     std::uint32_t end = Length();
-    std::uint32_t place = winner_;
-    for (; !IsBegin(runs_[place]); place = runs_[place].parent) {
-        const TRun &run = runs_[place];
+    std::uint32_t run_index = winner_;
+    for (; !IsBegin(runs_[run_index]); run_index = runs_[run_index].parent) {
+        const TRun &run = runs_[run_index];
         cuts.push_back({run.item, run.start, end});
         end = run.start;
         const TRun &parent = runs_[run.parent];
@@ -351,7 +351,7 @@ void CCutSearch::AppendCuts(const CItemSeq::TItems &items, std::vector<TCut> &cu
             }
         }
     }
-    for (std::uint32_t item = runs_[place].start; item-- > 0;) {
+    for (std::uint32_t item = runs_[run_index].start; item-- > 0;) {
         const std::size_t length = static_cast<const CConstItem &>(*items[item]).Text().size();
         const std::uint32_t first = end - static_cast<std::uint32_t>(length);
         cuts.push_back({item, first, end});

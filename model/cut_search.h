@@ -31,7 +31,7 @@ public:
     void AddPattern(const CItemSeq::TItems &items);
     /// True if a pattern matches the whole text.
     bool Finish();
-    /// The place of the pattern that won, in the order of adding.
+    /// The index of the pattern that won, in the order of adding.
     std::uint32_t Winner() const { return winning_pattern_; }
     /// Appends a piece for each item of the winning pattern that took part, in order.
     void AppendCuts(const CItemSeq::TItems &items, std::vector<TCut> &cuts) const;
@@ -43,7 +43,7 @@ private:
     /// `start`, where it began to take characters, from `first` to `last`.
     struct TRun {
         std::uint32_t parent;  ///< the run that it forked from; kNone for where a pattern begins
-        std::uint32_t item;    ///< for the begin of a pattern the pattern's place
+        std::uint32_t item;    ///< for the begin of a pattern the pattern's index
         std::uint32_t start;
         std::uint32_t first;
         std::uint32_t last;
@@ -68,13 +68,13 @@ private:
     };
 
     void FollowItems(const CItemSeq::TItems &items, std::uint32_t item, std::uint32_t pattern);
-    void RunItem(CItem &item, std::uint32_t place, bool is_last);
+    void RunItem(CItem &item, std::uint32_t index, bool is_last);
     void Compete(std::uint32_t run, std::uint32_t last, std::uint32_t pattern);
     void Start(const TOffer &offer, std::uint32_t item, std::uint32_t start, std::uint32_t length, std::uint32_t last);
     void RunString(std::uint32_t item);
     void RunNumber(std::uint32_t item);
-    void RunConst(const CConstItem &item, std::uint32_t place, bool is_last);
-    void RunOther(CItem &item, std::uint32_t place);
+    void RunConst(const CConstItem &item, std::uint32_t index, bool is_last);
+    void RunOther(CItem &item, std::uint32_t index);
     void SortByPosition(std::uint32_t begin);
     void MergeOffers(std::uint32_t begin);
     bool IsAhead(std::uint32_t left, std::uint32_t right) const;

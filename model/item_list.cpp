@@ -46,8 +46,8 @@ void CItemSeq::CloneInto(CItemSeq &target) const {
 
 void CItemSeq::CopyValues(const CItemSeq &source) {
     const std::size_t count = std::min(items_.size(), source.items_.size());
-    for (std::size_t place = 0; place < count; ++place) {
-        items_[place]->CopyValue(source.items_[place].get());
+    for (std::size_t index = 0; index < count; ++index) {
+        items_[index]->CopyValue(source.items_[index].get());
     }
 }
 

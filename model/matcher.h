@@ -49,7 +49,7 @@ public:
     void AddPattern(const CItemSeq &items, CDefNode *scope1, CDefNode *scope2);
     /// Runs the match; true if a pattern matched the whole text.
     bool Run();
-    /// The place of the pattern that won, in the order of adding.
+    /// The index of the pattern that won, in the order of adding.
     std::size_t Winner() const { return stepped_ ? won_.pattern : search_.Winner(); }
     /// Where the winner was cut: a piece for each item that took part, in order. Empty if the winner's candidates
     /// carried clones.
@@ -112,15 +112,15 @@ private:
     bool Search();
     bool Match(const TOperation &operation, std::uint32_t position, TMatchStep &step) const;
     bool SkipEmpty(const TPattern &pattern, std::uint32_t &item, std::uint32_t position, TMatchStep &step);
-    void Start(std::uint32_t pattern, std::uint32_t item, std::uint32_t position, std::uint32_t trace);
+    void Start(std::uint32_t pattern_index, std::uint32_t item, std::uint32_t position, std::uint32_t trace);
     std::uint32_t Carry(CItem &item, std::uint32_t from);
-    TStep Step(std::size_t place);
-    TStep StepInScope(const TPattern &pattern, std::size_t place);
+    TStep Step(std::size_t slot);
+    TStep StepInScope(const TPattern &pattern, std::size_t slot);
     void Drop(const TCandidate &candidate);
     bool RestMayBeEmpty(const TPattern &pattern, std::uint32_t item) const;
     bool Mark(const TPattern &pattern, bool starting, std::uint32_t item, std::uint32_t position);
     std::unique_ptr<CItemSeq> BuildResults();
-    TMatchPiece Piece(std::size_t place) const;
+    TMatchPiece Piece(std::size_t index) const;
 
     std::string_view text_;
     CCutSearch search_;

@@ -38,12 +38,12 @@ private:
     using TPending = std::vector<TParSectionRef>;
 
     bool RunPass(const TPending &pending, TPending &retry);
-    bool PlaceSection(const TParSectionRef &section);
+    bool ReadSection(const TParSectionRef &section);
     CSectionDef *MatchDefinition(std::string_view name, std::unique_ptr<CItemSeq> &results);
     CSectionDef *MatchCandidates(std::string_view name, std::unique_ptr<CItemSeq> &results);
     CSectionDef *MatchInstance(std::string_view name, std::unique_ptr<CItemSeq> &results);
     void ReadKeys(CSectionDef &definition, CSectionDef &instance);
-    CKeyDef *PlaceKey(std::string_view text, CSectionDef &definition, CSectionDef &instance);
+    CKeyDef *KeyFor(std::string_view text, CSectionDef &definition, CSectionDef &instance);
     void ReadValues(std::string_view key_text, CSectionDef &instance, CKeyDef &key);
     bool TakeValue(std::string_view value, bool has_separator, std::uint32_t separator, CSectionDef &instance,
                    CKeyDef &key, CParDef &par);

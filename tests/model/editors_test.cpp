@@ -26,8 +26,8 @@ std::string Describe(const TCellEditor &editor) {
     }
     const CComboBox &box = editor.ComboBox();
     std::string text = box.Mode() == CComboBox::TMode::kList ? "list [" : "free [";
-    for (std::size_t place = 1; place <= box.EntryCount(); ++place) {
-        text += (place == 1 ? "" : "|") + std::string(box.Entry(place));
+    for (std::size_t row = 1; row <= box.EntryCount(); ++row) {
+        text += (row == 1 ? "" : "|") + std::string(box.Entry(row));
     }
     return kq_base::ToUtf8(text + "] " + std::to_string(box.Selected()) + " " + std::string(box.Text()));
 }

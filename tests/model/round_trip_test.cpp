@@ -131,8 +131,8 @@ private:
 
     std::vector<TPar> MakePars(bool with_modes, bool marked) {
         std::vector<std::size_t> order(kInner.size());
-        for (std::size_t place = 0; place < order.size(); ++place) {
-            order[place] = place;
+        for (std::size_t index = 0; index < order.size(); ++index) {
+            order[index] = index;
         }
         std::shuffle(order.begin(), order.end(), random_);
         order.resize(1 + Below(4));
@@ -140,8 +140,8 @@ private:
         if (marked) {
             pars.push_back({&kMark, ' '});
         }
-        for (const std::size_t place : order) {
-            pars.push_back({&kInner[place], ' '});
+        for (const std::size_t index : order) {
+            pars.push_back({&kInner[index], ' '});
         }
         if (OneIn(2)) {
             pars.push_back({&Pick(kLast), ' '});
@@ -178,8 +178,8 @@ private:
                    (key.multiple ? "; multiple;" : ";");
             for (const TPar &par : key.pars) {
                 std::string list = par.kind->pdt;
-                if (const std::size_t place = list.find('@'); place != std::string::npos) {
-                    list.replace(place, 1, par.mode == ' ' ? "" : std::string("; enable_if %m% = '") + par.mode + "'");
+                if (const std::size_t at = list.find('@'); at != std::string::npos) {
+                    list.replace(at, 1, par.mode == ' ' ? "" : std::string("; enable_if %m% = '") + par.mode + "'");
                 }
                 pdt += " par = " + list + ";";
             }
