@@ -1,19 +1,20 @@
-// What the walks do, in numbers. Let `saved` be a candidate's position less the number of the walk in which it is
-// stepped there. Taking one more character costs a walk, so `saved` stays; a fork is stepped in the walk that made it,
-// with the characters that it took at its start, so they are added to `saved`. It follows:
+// What the rounds do, in numbers. Let `saved` be a candidate's position less the number of the round in which it is
+// stepped there. Taking one more character costs a round, so `saved` stays; a fork is stepped in the round that made
+// it, with the characters that it took at its start, so they are added to `saved`. It follows:
 //
-// - Of two candidates at the same position the one that saved more is stepped in an earlier walk. If both saved the
-//   same, they are stepped in the same walk, in the order in which they joined the queue: first the one made in the
-//   earlier walk, else the one whose parent was stepped first; children that one parent made at once stand with the
-//   last item first. What a pattern begins with joined ahead of all forks.
+// - Of two candidates at the same position the one that saved more is stepped in an earlier round. If both saved the
+//   same, they are stepped in the same round, in the order in which they joined the queue: first the one made in the
+//   earlier round, else the one whose parent was stepped first; of children that one parent made at once the one in
+//   the last item comes first. What a pattern begins with joined before all forks.
 // - Of the candidates in one item at one position only the one stepped first counts, since all of them go on alike. In
 //   a string that is the one that saved most, and of several the one that began first: it joined first. It stays so up
 //   to the end of the text or until one begins that saved more. The same holds in a number for each row of digits.
-//   So a candidate counts over a run of positions that needs no walk through them.
-// - What may be empty is passed over: the positions that a run offers to the next item are offered to the one behind
+//   So a candidate counts over a run of positions that needn't be stepped through.
+// - What may be empty is passed over: the positions that a run offers to the next item are offered to the item after it
 //   too, beside those of the item between. Here, too, only the one stepped first counts at each position.
 //
-// Whoever holds the end of the text behind the last item is stepped there first of its pattern, and wins in it.
+// The candidate that holds the end of the text after the last item is stepped there first of its pattern, and wins in
+// it.
 
 #include "model/cut_search.h"
 
@@ -27,7 +28,7 @@ namespace {
 
 bool MayBeEmpty(const CItem &item) { return item.Code() == TItemCode::kString || item.Code() == TItemCode::kNumber; }
 
-/// The first place of a part at a position from first to last, or npos.
+/// The first position from first to last at which the text has a part, or npos.
 std::size_t FindPart(std::string_view text, std::string_view part, bool case_sensitive, std::uint32_t first,
                      std::uint32_t last) {
     if (case_sensitive && first < last) {
@@ -101,7 +102,7 @@ void CCutSearch::Compete(std::uint32_t run, std::uint32_t last, std::uint32_t pa
     if (last != Length() || (IsBegin(runs_[run]) && runs_[run].start == 0)) {
         return;
     }
-    if (winner_ == kNone || IsAhead(run, winner_)) {
+    if (winner_ == kNone || IsSteppedBefore(run, winner_)) {
         winner_ = run;
         winning_pattern_ = pattern;
     }
@@ -208,7 +209,7 @@ void CCutSearch::RunOther(CItem &item, std::uint32_t index) {
     }
 }
 
-/// Pieces of different length may end in disorder, and at the same place.
+/// Pieces of different length may end in disorder, and at the same position.
 void CCutSearch::SortByPosition(std::uint32_t begin) {
     std::stable_sort(runs_.begin() + begin, runs_.end(),
                      [](const TRun &left, const TRun &right) { return left.first < right.first; });
@@ -216,7 +217,7 @@ void CCutSearch::SortByPosition(std::uint32_t begin) {
     for (std::uint32_t run = begin; run < RunCount(); ++run) {
         if (kept == begin || runs_[kept - 1].first != runs_[run].first) {
             runs_[kept++] = runs_[run];
-        } else if (IsAhead(run, kept - 1)) {
+        } else if (IsSteppedBefore(run, kept - 1)) {
             runs_[kept - 1] = runs_[run];
         }
     }
@@ -245,7 +246,7 @@ void CCutSearch::MergeOffers(std::uint32_t begin) {
         std::uint32_t holder = 0;
         if (offer_first == run_first) {
             last = std::min(offer->last, runs_[run].last);
-            holder = IsAhead(offer->run, run) ? offer->run : run;
+            holder = IsSteppedBefore(offer->run, run) ? offer->run : run;
         } else if (offer_first < run_first) {
             last = std::min(offer->last, run_first - 1);
             holder = offer->run;
@@ -269,13 +270,13 @@ void CCutSearch::MergeOffers(std::uint32_t begin) {
     std::swap(offers_, merged_);
 }
 
-/// Of two candidates at the same position, the one that is stepped first.
-bool CCutSearch::IsAhead(std::uint32_t left, std::uint32_t right) const {
+/// True if, of two candidates at the same position, left is stepped first.
+bool CCutSearch::IsSteppedBefore(std::uint32_t left, std::uint32_t right) const {
     return runs_[left].saved != runs_[right].saved ? runs_[left].saved > runs_[right].saved
                                                    : JoinedEarlier(left, right);
 }
 
-/// Of two candidates in the queue, the one that stands ahead.
+/// True if left joined the queue before right.
 bool CCutSearch::JoinedEarlier(std::uint32_t left, std::uint32_t right) const {
     for (;;) {
         const TRun &one = runs_[left];
@@ -294,8 +295,8 @@ bool CCutSearch::JoinedEarlier(std::uint32_t left, std::uint32_t right) const {
     }
 }
 
-/// The same where at least one is the begin of a pattern. All constants that a pattern begins with are passed in the
-/// first walk, one after the other, so the one with fewer generations ahead of it stands ahead.
+/// The same where at least one is the beginning of a pattern. All constants that a pattern begins with are passed in
+/// the first round, one after the other, so the one with fewer generations before it comes first.
 bool CCutSearch::BeginsEarlier(std::uint32_t left, std::uint32_t right) const {
     if (runs_[left].Made() != runs_[right].Made()) {
         return runs_[left].Made() < runs_[right].Made();

@@ -18,7 +18,7 @@ enum TNodeFlag : std::uint32_t {
     nfRequired = 1U << 1U,      ///< the reader makes the section if the text has none
     nfMultiple = 1U << 2U,      ///< there may be several of it
     nfModule = 1U << 3U,        ///< the section came with a module's template
-    nfChannels = 1U << 4U,      ///< the node stands for one block of channels
+    nfChannels = 1U << 4U,      ///< the node has one block of channels
     nfUnrecognised = 1U << 5U,  ///< the node keeps raw text
     nfKey = 1U << 6U,
     nfSection = 1U << 7U,
@@ -55,7 +55,6 @@ public:
     /// Gives back channels and variables and releases the parts.
     virtual void Done();
 
-    std::uint32_t Flags() const { return flags_; }
     bool Has(TNodeFlag flag) const { return (flags_ & flag) != 0; }
     void SetFlag(TNodeFlag flag) { flags_ |= flag; }
     CItemList *Names() const { return names_.get(); }

@@ -16,7 +16,7 @@ void InsertInOrder(std::vector<CSectionDef *> &list, CSectionDef &section) {
     list.insert(position, &section);
 }
 
-/// The lists are in order, so neither taking the last instances first nor taking the first ones walks them.
+/// The lists are in order, so neither taking the last instances first nor taking the first ones searches through them.
 void EraseInOrder(std::vector<CSectionDef *> &list, const CSectionDef &section) {
     const auto found =
         std::lower_bound(list.begin(), list.end(), section.Serial(),

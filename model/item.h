@@ -39,7 +39,7 @@ enum class TCellField : std::uint32_t { kValue = 1, kLabel = 2, kBubble = 3, kCo
 
 /// One step of the pattern matcher.
 struct TMatchStep {
-    std::uint32_t position = 0;  ///< behind what was accepted
+    std::uint32_t position = 0;  ///< after what was accepted
     bool complete = false;       ///< the item takes nothing more
     bool may_be_empty = false;   ///< the item may be passed over without a character
 };
@@ -49,7 +49,7 @@ struct TMatchPiece {
     std::string_view text;
     std::uint32_t first = 0;
     std::uint32_t end = 0;
-    bool ends_text = false;     ///< nothing was taken behind it
+    bool ends_text = false;     ///< nothing was taken after it
     bool ends_pattern = false;  ///< the item is the last of its pattern
 };
 

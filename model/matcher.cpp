@@ -1,7 +1,7 @@
-// Why merging is exact: candidates in the same item at the same place behave alike from there on, so of two the one
+// Why merging is exact: candidates in the same item at the same position behave alike from there on, so of two the one
 // that gets there in time first also wins first. "First" is the order of stepping, not that of joining the queue: a
-// fork is stepped in the walk that made it and so overtakes candidates that joined earlier. Two starts of the same item
-// at the same place join in the order in which they were made, so there the first start counts.
+// fork is stepped in the round that made it and so overtakes candidates that joined earlier. Two starts of the same
+// item at the same position join in the order in which they were made, so there the first start counts.
 
 #include "model/matcher.h"
 
@@ -84,7 +84,7 @@ inline bool CMatcher::Match(const TOperation &operation, std::uint32_t position,
     return operation.item->Match(text_, position, step);
 }
 
-/// True if nobody was here before; always for patterns whose candidates can't meet.
+/// True if no candidate was here before; always for patterns whose candidates can't meet.
 bool CMatcher::Mark(const TPattern &pattern, bool starting, std::uint32_t item, std::uint32_t position) {
     if (pattern.bits == kNone) {
         return true;
@@ -157,7 +157,7 @@ bool CMatcher::SkipEmpty(const TPattern &pattern, std::uint32_t &item, std::uint
     return false;
 }
 
-/// Clones what a candidate carries, and behind it the item that it goes on in.
+/// Clones what a candidate carries, and after it the item that it goes on in.
 std::uint32_t CMatcher::Carry(CItem &item, std::uint32_t from) {
     TLoad load{std::make_unique<CItemSeq>()};
     if (from != kNone) {
@@ -174,9 +174,9 @@ void CMatcher::Drop(const TCandidate &candidate) {
     }
 }
 
-/// Starts a candidate in an item. An item that may be empty leaves its place at once also to the one behind it, and
-/// that fork joins the queue ahead of the candidate that is being started; a chain of such forks is followed to its end
-/// before the first of them goes on. The forks carry the clones made so far, without what these are about to take.
+/// Starts a candidate in an item. Where an item may be empty, a candidate is started at once in the item after it, too,
+/// and that fork joins the queue before the candidate that is being started; a chain of such forks is followed to its
+/// end before the first of them goes on. The forks carry the clones made so far, without what these are about to take.
 void CMatcher::Start(std::uint32_t pattern_index, std::uint32_t item, std::uint32_t position, std::uint32_t trace) {
     const TPattern &pattern = patterns_[pattern_index];
     const std::size_t begin = queue_.size();

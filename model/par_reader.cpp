@@ -150,7 +150,7 @@ void CParReader::ReadKeys(CSectionDef &definition, CSectionDef &instance) {
     }
 }
 
-/// The instance key that a line belongs to: one of its own for a `multiple` key, otherwise the one that stands for the
+/// The instance key that a key of the text belongs to: one of its own for a `multiple` key, otherwise the clone of the
 /// definition. None for an unknown key.
 CKeyDef *CParReader::KeyFor(std::string_view text, CSectionDef &definition, CSectionDef &instance) {
     const auto &keys = definition.Keys();
@@ -186,8 +186,9 @@ CKeyDef *CParReader::KeyFor(std::string_view text, CSectionDef &definition, CSec
     return &key;
 }
 
-/// Values go to the lines in order. A line that is switched off is passed over, and one that may stay empty leaves a
-/// value that it doesn't accept to the next. A value is published as it is taken, so a line can switch later ones.
+/// The texts go to the values of the key in order. A value that is switched off is passed over, and one that may stay
+/// empty leaves a text that it doesn't accept to the next. A value is published as it is taken, so it can switch later
+/// ones.
 void CParReader::ReadValues(std::string_view key_text, CSectionDef &instance, CKeyDef &key) {
     const auto &pars = key.Pars();
     std::size_t next = 0;

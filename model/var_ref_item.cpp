@@ -12,8 +12,8 @@ void CVarRefItem::Assign(const TParValue &value, bool &ok) {
     if (const auto section = dependent_.lock()) {
         ok = true;
         (*section)->CapturedValueChanged(value, Variable());
-    } else if (CSectionDef *born = scope_->Assign(name_.View(), value, ok)) {
-        dependent_ = born->Handle();
+    } else if (CSectionDef *created = scope_->Assign(name_.View(), value, ok)) {
+        dependent_ = created->Handle();
     }
 }
 

@@ -6,7 +6,7 @@ using kq_pdt::TCellEditor;
 
 namespace {
 
-/// One key `k` with these lines and statements.
+/// One key `k` with these statements.
 std::string OneKey(const std::string &body) {
     return "def_section name = 'S'; def_key name = 'k'; multiple; var %v%, %w%; " + body + " end_key end_section";
 }
@@ -58,7 +58,7 @@ struct TEdit {
     const char *action;    ///< empty: the editor is only opened
     const char *written;   ///< the lines afterwards
     const char *channels;  ///< the table afterwards
-    unsigned boxes;        ///< how many refusals the user was told
+    unsigned boxes;        ///< how many refusals the user was shown
 };
 
 const char *const kNumber = "par = number { range_from = 1; range_to = 9; nedef = 'none' };";

@@ -95,13 +95,13 @@ TEST_F(CModules, FileMayNameTheModuleInAnyCaseAndWithoutItsExtension) {
     EXPECT_EQ(host_.asked.back(), "Alpha.pdt");
 }
 
-TEST_F(CModules, SectionsOfTheModuleAreReadWhereverTheyStand) {
+TEST_F(CModules, SectionsOfTheModuleAreReadWhereverTheyAre) {
     AddModule("A.dll", "A.pdt",
               SectionOf("Of") + " def_section name = 'Free'; def_key name = 'x'; par = string; end_key end_section");
     ASSERT_TRUE(session_.Translate(kTemplate, "[Free]\nx = 1\n[Of]\nk = 7\n[S]\nm = A\n[Of]\nk = 9\n[Free]\nx = 2\n"))
         << session_.MessageLines();
     EXPECT_EQ(session_.MessageLines(), "");
-    // The section behind its source is placed by the first pass; the one ahead of it is read into the same instance.
+    // The section after its source is read by the first pass; the one before it is read into the same instance.
     EXPECT_EQ(session_.Written(), "[S]\n  m  = A.dll\n\n[Of]\n  k  = 7\n\n[Free]\n  x  = 1\n\n");
     EXPECT_TRUE(session_.SheetData().Instances().List()[1]->Has(kq_pdt::nfModule));
 }

@@ -2,7 +2,7 @@
 // and is written again as the same bytes, with the same channels, and the driver map made of it agrees with it.
 //
 // What docs/par.md names as exceptions doesn't occur in what is generated: texts without a default, optional values
-// ahead of others that could take what follows, conditions on what stands further down, unknown sections where a
+// before others that could take what follows, conditions on what comes further down, unknown sections where a
 // required one is missing, conditions and channels in dependent sections.
 
 #include <gtest/gtest.h>
@@ -22,7 +22,7 @@ using TWords = std::vector<std::string>;
 struct TParKind {
     std::string pdt;
     TWords values;
-    bool may_miss = false;  ///< it may be left out amid a line, since nothing else is like its values
+    bool may_miss = false;  ///< it may be left out between other values, since nothing else is like its values
 };
 
 const std::vector<TParKind> kInner = {
