@@ -21,6 +21,6 @@ private:
 };
 
 /// True if a text has a part at a position, in the same case of letters or in any.
-bool StandsAt(std::string_view text, std::uint32_t position, std::string_view part, bool case_sensitive);
+bool HasPartAt(std::string_view text, std::uint32_t position, std::string_view part, bool case_sensitive);
 
 }  // namespace kq_pdt

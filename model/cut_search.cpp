@@ -36,7 +36,7 @@ std::size_t FindPart(std::string_view text, std::string_view part, bool case_sen
         return position == std::string_view::npos ? position : position + first;
     }
     for (; first <= last; ++first) {
-        if (StandsAt(text, first, part, case_sensitive)) {
+        if (HasPartAt(text, first, part, case_sensitive)) {
             return first;
         }
     }
@@ -60,7 +60,7 @@ void CCutSearch::AddPattern(const CItemSeq::TItems &items) {
     for (; item < items.size() && items[item]->Code() == TItemCode::kConst; ++item) {
         const auto &constant = static_cast<const CConstItem &>(*items[item]);
         const std::string_view part = constant.Text();
-        if (!StandsAt(text_, position, part, constant.Attributes().case_sensitive)) {
+        if (!HasPartAt(text_, position, part, constant.Attributes().case_sensitive)) {
             return;
         }
         position += static_cast<std::uint32_t>(part.size());
@@ -345,8 +345,8 @@ void CCutSearch::AppendCuts(const CItemSeq::TItems &items, std::vector<TCut> &cu
         cuts.push_back({run.item, run.start, end});
         end = run.start;
         const TRun &parent = runs_[run.parent];
-        const std::uint32_t behind = IsBegin(parent) ? parent.start : parent.item + 1;
-        for (std::uint32_t item = run.item; item-- > behind;) {
+        const std::uint32_t first_between = IsBegin(parent) ? parent.start : parent.item + 1;
+        for (std::uint32_t item = run.item; item-- > first_between;) {
             if (BeginsAt(*items[item], run.start)) {
                 cuts.push_back({item, run.start, run.start});
             }

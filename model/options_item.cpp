@@ -116,7 +116,7 @@ bool COptionsItem::FindEntry(std::string_view text, std::uint32_t position, TMat
     std::size_t length = 0;
     for (std::size_t candidate = 0; candidate < entries.size(); ++candidate) {
         const std::string_view entry = entries[candidate].text.View();
-        if ((!found || entry.size() >= length) && StandsAt(text, position, entry, case_sensitive)) {
+        if ((!found || entry.size() >= length) && HasPartAt(text, position, entry, case_sensitive)) {
             found = true;
             length = entry.size();
             index = static_cast<std::uint32_t>(candidate);

@@ -86,7 +86,7 @@ bool CVarRefItem::Match(std::string_view text, std::uint32_t position, TMatchSte
     if (!AppendShownText(shown)) {
         return false;
     }
-    step.complete = StandsAt(text, position, shown.View(), true);
+    step.complete = HasPartAt(text, position, shown.View(), true);
     if (step.complete) {
         step.position += static_cast<std::uint32_t>(shown.Length());
     }
