@@ -203,7 +203,7 @@ std::vector<TItem> DescribeItems(const kq_pdt::CItemSeq &items) {
 }
 
 std::optional<std::string> LineVariable(const kq_pdt::CItemList &list) {
-    const kq_pdt::CVarRefItem *variable = list.LineVariable();
+    const kq_pdt::CVarRefItem *variable = list.ListVariable();
     return variable != nullptr ? std::optional<std::string>(variable->Name()) : std::nullopt;
 }
 

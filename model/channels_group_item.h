@@ -28,7 +28,7 @@ public:
     /// Makes the range unless it is there. False if that fails; bounds that aren't known yet are no failure.
     bool Define();
     /// Gives an expression to a bound that has none yet: `ch_from` to the lower one or, if that is taken, to the upper
-    /// one, `ch_to` to the upper one. One that finds no place is dropped.
+    /// one, `ch_to` to the upper one. A further one is dropped.
     void SetBound(std::uint32_t keyword, std::unique_ptr<CExpression> expression);
 
     void SetExpression(std::uint32_t keyword, std::uint32_t word, std::unique_ptr<CExpression> expression) override;
@@ -56,7 +56,7 @@ private:
     TParValue to_;
     std::uint32_t type_ = 0;
     std::uint32_t direction_ = 0;
-    bool defined_ = false;  ///< the range stands in the table
+    bool defined_ = false;  ///< the range is in the table
 };
 
 }  // namespace kq_pdt

@@ -6,7 +6,7 @@
 namespace kq_pdt {
 
 /// Widths of the columns of one section's text: 0 is that of the key texts, n that of the nth value. A column that
-/// nobody measured has the width 0.
+/// no key raised has the width 0.
 class CColumnWidths {
 public:
     void Raise(std::size_t column, std::size_t width) {

@@ -6,7 +6,7 @@
 
 namespace kq_pdt {
 
-/// What a compile says. Line and position are the reader's, behind the look-ahead, without an error too.
+/// The result of a compile. Line and position are those of the reader, just after the look-ahead, without an error too.
 struct TCompileResult {
     kq_base::TText message;  ///< empty without an error, and for errors that have no text
     std::uint32_t line = 0;

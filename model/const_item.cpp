@@ -4,7 +4,7 @@
 
 namespace kq_pdt {
 
-bool StandsAt(std::string_view text, std::uint32_t position, std::string_view part, bool case_sensitive) {
+bool HasPartAt(std::string_view text, std::uint32_t position, std::string_view part, bool case_sensitive) {
     if (position > text.size() || text.size() - position < part.size()) {
         return false;
     }
@@ -32,7 +32,7 @@ std::unique_ptr<CItem> CConstItem::Clone() {
 }
 
 bool CConstItem::Match(std::string_view text, std::uint32_t position, TMatchStep &step) {
-    const bool found = StandsAt(text, position, text_.View(), Attributes().case_sensitive);
+    const bool found = HasPartAt(text, position, text_.View(), Attributes().case_sensitive);
     step.may_be_empty = false;
     step.complete = found;
     step.position = found ? position + static_cast<std::uint32_t>(text_.Length()) : position;

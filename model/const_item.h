@@ -20,7 +20,7 @@ private:
     kq_base::TText text_;
 };
 
-/// True if a text stands at a position of another one, with the case of letters or without.
-bool StandsAt(std::string_view text, std::uint32_t position, std::string_view part, bool case_sensitive);
+/// True if a text has a part at a position, in the same case of letters or in any.
+bool HasPartAt(std::string_view text, std::uint32_t position, std::string_view part, bool case_sensitive);
 
 }  // namespace kq_pdt

@@ -1,19 +1,20 @@
-// What the walks do, in numbers. Let `saved` be a candidate's position less the number of the walk in which it is
-// stepped there. Taking one more character costs a walk, so `saved` stays; a fork is stepped in the walk that made it,
-// with the characters that it took at its start, so they are added to `saved`. It follows:
+// What the rounds do, in numbers. Let `saved` be a candidate's position less the number of the round in which it is
+// stepped there. Taking one more character costs a round, so `saved` stays; a fork is stepped in the round that made
+// it, with the characters that it took at its start, so they are added to `saved`. It follows:
 //
-// - Of two candidates at the same position the one that saved more is stepped in an earlier walk. If both saved the
-//   same, they are stepped in the same walk, in the order in which they joined the queue: first the one made in the
-//   earlier walk, else the one whose parent was stepped first; children that one parent made at once stand with the
-//   last item first. What a pattern begins with joined ahead of all forks.
+// - Of two candidates at the same position the one that saved more is stepped in an earlier round. If both saved the
+//   same, they are stepped in the same round, in the order in which they joined the queue: first the one made in the
+//   earlier round, else the one whose parent was stepped first; of children that one parent made at once the one in
+//   the last item comes first. What a pattern begins with joined before all forks.
 // - Of the candidates in one item at one position only the one stepped first counts, since all of them go on alike. In
 //   a string that is the one that saved most, and of several the one that began first: it joined first. It stays so up
 //   to the end of the text or until one begins that saved more. The same holds in a number for each row of digits.
-//   So a candidate counts over a run of positions that needs no walk through them.
-// - What may be empty is passed over: the positions that a run offers to the next item are offered to the one behind
+//   So a candidate counts over a run of positions that needn't be stepped through.
+// - What may be empty is passed over: the positions that a run offers to the next item are offered to the item after it
 //   too, beside those of the item between. Here, too, only the one stepped first counts at each position.
 //
-// Whoever holds the end of the text behind the last item is stepped there first of its pattern, and wins in it.
+// The candidate that holds the end of the text after the last item is stepped there first of its pattern, and wins in
+// it.
 
 #include "model/cut_search.h"
 
@@ -27,15 +28,15 @@ namespace {
 
 bool MayBeEmpty(const CItem &item) { return item.Code() == TItemCode::kString || item.Code() == TItemCode::kNumber; }
 
-/// The first place of a part at a position from first to last, or npos.
+/// The first position from first to last at which the text has a part, or npos.
 std::size_t FindPart(std::string_view text, std::string_view part, bool case_sensitive, std::uint32_t first,
                      std::uint32_t last) {
     if (case_sensitive && first < last) {
-        const std::size_t place = text.substr(first, last - first + part.size()).find(part);
-        return place == std::string_view::npos ? place : place + first;
+        const std::size_t position = text.substr(first, last - first + part.size()).find(part);
+        return position == std::string_view::npos ? position : position + first;
     }
     for (; first <= last; ++first) {
-        if (StandsAt(text, first, part, case_sensitive)) {
+        if (HasPartAt(text, first, part, case_sensitive)) {
             return first;
         }
     }
@@ -59,7 +60,7 @@ void CCutSearch::AddPattern(const CItemSeq::TItems &items) {
     for (; item < items.size() && items[item]->Code() == TItemCode::kConst; ++item) {
         const auto &constant = static_cast<const CConstItem &>(*items[item]);
         const std::string_view part = constant.Text();
-        if (!StandsAt(text_, position, part, constant.Attributes().case_sensitive)) {
+        if (!HasPartAt(text_, position, part, constant.Attributes().case_sensitive)) {
             return;
         }
         position += static_cast<std::uint32_t>(part.size());
@@ -101,29 +102,29 @@ void CCutSearch::Compete(std::uint32_t run, std::uint32_t last, std::uint32_t pa
     if (last != Length() || (IsBegin(runs_[run]) && runs_[run].start == 0)) {
         return;
     }
-    if (winner_ == kNone || IsAhead(run, winner_)) {
+    if (winner_ == kNone || IsSteppedBefore(run, winner_)) {
         winner_ = run;
         winning_pattern_ = pattern;
     }
 }
 
-void CCutSearch::RunItem(CItem &item, std::uint32_t place, bool is_last) {
+void CCutSearch::RunItem(CItem &item, std::uint32_t index, bool is_last) {
     const std::uint32_t begin = RunCount();
     switch (item.Code()) {
         case TItemCode::kString:
-            RunString(place);
+            RunString(index);
             break;
         case TItemCode::kNumber:
-            RunNumber(place);
+            RunNumber(index);
             if (begin != RunCount()) {
                 numbers_.push_back({&item, begin, RunCount()});
             }
             break;
         case TItemCode::kConst:
-            RunConst(static_cast<const CConstItem &>(item), place, is_last);
+            RunConst(static_cast<const CConstItem &>(item), index, is_last);
             break;
         default:
-            RunOther(item, place);
+            RunOther(item, index);
             SortByPosition(begin);
             break;
     }
@@ -151,29 +152,29 @@ void CCutSearch::RunNumber(std::uint32_t item) {
     std::uint32_t end = 0;  // of the digits that the last run takes
     for (const TOffer &offer : offers_) {
         const std::uint32_t limit = std::min(offer.last + 1, Length());
-        for (std::uint32_t place = offer.first; place < limit; place = end) {
-            if (place < end) {
+        for (std::uint32_t position = offer.first; position < limit; position = end) {
+            if (position < end) {
                 if (runs_[offer.run].saved + 1 <= runs_.back().saved) {
                     continue;
                 }
-                runs_.back().last = place;
+                runs_.back().last = position;
             } else {
-                while (place < limit && !IsDigitAt(place)) {
-                    ++place;
+                while (position < limit && !IsDigitAt(position)) {
+                    ++position;
                 }
-                if (place == limit) {
+                if (position == limit) {
                     break;
                 }
-                for (end = place + 1; end < Length() && IsDigitAt(end);) {
+                for (end = position + 1; end < Length() && IsDigitAt(end);) {
                     ++end;
                 }
             }
-            Start(offer, item, place, 1, end);
+            Start(offer, item, position, 1, end);
         }
     }
 }
 
-void CCutSearch::RunConst(const CConstItem &item, std::uint32_t place, bool is_last) {
+void CCutSearch::RunConst(const CConstItem &item, std::uint32_t index, bool is_last) {
     const std::string_view part = item.Text();
     if (part.size() > text_.size()) {
         return;
@@ -190,25 +191,25 @@ void CCutSearch::RunConst(const CConstItem &item, std::uint32_t place, bool is_l
                 break;
             }
             const auto start = static_cast<std::uint32_t>(found);
-            Start(offer, place, start, length, start + length);
+            Start(offer, index, start, length, start + length);
             first = start + 1;
         }
     }
 }
 
 /// Items that take what they take at once.
-void CCutSearch::RunOther(CItem &item, std::uint32_t place) {
+void CCutSearch::RunOther(CItem &item, std::uint32_t index) {
     for (const TOffer &offer : offers_) {
         for (std::uint32_t start = offer.first; start <= offer.last; ++start) {
             TMatchStep step;
             if (item.Match(text_, start, step)) {
-                Start(offer, place, start, step.position - start, step.position);
+                Start(offer, index, start, step.position - start, step.position);
             }
         }
     }
 }
 
-/// Pieces of different length may end in disorder, and at the same place.
+/// Pieces of different length may end in disorder, and at the same position.
 void CCutSearch::SortByPosition(std::uint32_t begin) {
     std::stable_sort(runs_.begin() + begin, runs_.end(),
                      [](const TRun &left, const TRun &right) { return left.first < right.first; });
@@ -216,7 +217,7 @@ void CCutSearch::SortByPosition(std::uint32_t begin) {
     for (std::uint32_t run = begin; run < RunCount(); ++run) {
         if (kept == begin || runs_[kept - 1].first != runs_[run].first) {
             runs_[kept++] = runs_[run];
-        } else if (IsAhead(run, kept - 1)) {
+        } else if (IsSteppedBefore(run, kept - 1)) {
             runs_[kept - 1] = runs_[run];
         }
     }
@@ -237,15 +238,15 @@ void CCutSearch::MergeOffers(std::uint32_t begin) {
     merged_.clear();
     auto offer = offers_.begin();
     std::uint32_t run = begin;
-    for (std::uint32_t place = 0; offer != offers_.end() || run != RunCount();) {
-        const std::uint32_t offer_first = offer != offers_.end() ? std::max(offer->first, place) : kNone;
-        const std::uint32_t run_first = run != RunCount() ? std::max(runs_[run].first, place) : kNone;
+    for (std::uint32_t position = 0; offer != offers_.end() || run != RunCount();) {
+        const std::uint32_t offer_first = offer != offers_.end() ? std::max(offer->first, position) : kNone;
+        const std::uint32_t run_first = run != RunCount() ? std::max(runs_[run].first, position) : kNone;
         const std::uint32_t first = std::min(offer_first, run_first);
         std::uint32_t last = 0;
         std::uint32_t holder = 0;
         if (offer_first == run_first) {
             last = std::min(offer->last, runs_[run].last);
-            holder = IsAhead(offer->run, run) ? offer->run : run;
+            holder = IsSteppedBefore(offer->run, run) ? offer->run : run;
         } else if (offer_first < run_first) {
             last = std::min(offer->last, run_first - 1);
             holder = offer->run;
@@ -258,24 +259,24 @@ void CCutSearch::MergeOffers(std::uint32_t begin) {
         } else {
             merged_.push_back({first, last, holder});
         }
-        place = last + 1;
-        if (offer != offers_.end() && offer->last < place) {
+        position = last + 1;
+        if (offer != offers_.end() && offer->last < position) {
             ++offer;
         }
-        if (run != RunCount() && runs_[run].last < place) {
+        if (run != RunCount() && runs_[run].last < position) {
             ++run;
         }
     }
     std::swap(offers_, merged_);
 }
 
-/// Of two candidates at the same position, the one that is stepped first.
-bool CCutSearch::IsAhead(std::uint32_t left, std::uint32_t right) const {
+/// True if, of two candidates at the same position, left is stepped first.
+bool CCutSearch::IsSteppedBefore(std::uint32_t left, std::uint32_t right) const {
     return runs_[left].saved != runs_[right].saved ? runs_[left].saved > runs_[right].saved
                                                    : JoinedEarlier(left, right);
 }
 
-/// Of two candidates in the queue, the one that stands ahead.
+/// True if left joined the queue before right.
 bool CCutSearch::JoinedEarlier(std::uint32_t left, std::uint32_t right) const {
     for (;;) {
         const TRun &one = runs_[left];
@@ -294,8 +295,8 @@ bool CCutSearch::JoinedEarlier(std::uint32_t left, std::uint32_t right) const {
     }
 }
 
-/// The same where at least one is the begin of a pattern. All constants that a pattern begins with are passed in the
-/// first walk, one after the other, so the one with fewer generations ahead of it stands ahead.
+/// The same where at least one is the beginning of a pattern. All constants that a pattern begins with are passed in
+/// the first round, one after the other, so the one with fewer generations before it comes first.
 bool CCutSearch::BeginsEarlier(std::uint32_t left, std::uint32_t right) const {
     if (runs_[left].Made() != runs_[right].Made()) {
         return runs_[left].Made() < runs_[right].Made();
@@ -338,20 +339,20 @@ bool CCutSearch::Finish() {
 void CCutSearch::AppendCuts(const CItemSeq::TItems &items, std::vector<TCut> &cuts) const {
     const std::size_t begin = cuts.size();
     std::uint32_t end = Length();
-    std::uint32_t place = winner_;
-    for (; !IsBegin(runs_[place]); place = runs_[place].parent) {
-        const TRun &run = runs_[place];
+    std::uint32_t run_index = winner_;
+    for (; !IsBegin(runs_[run_index]); run_index = runs_[run_index].parent) {
+        const TRun &run = runs_[run_index];
         cuts.push_back({run.item, run.start, end});
         end = run.start;
         const TRun &parent = runs_[run.parent];
-        const std::uint32_t behind = IsBegin(parent) ? parent.start : parent.item + 1;
-        for (std::uint32_t item = run.item; item-- > behind;) {
+        const std::uint32_t first_between = IsBegin(parent) ? parent.start : parent.item + 1;
+        for (std::uint32_t item = run.item; item-- > first_between;) {
             if (BeginsAt(*items[item], run.start)) {
                 cuts.push_back({item, run.start, run.start});
             }
         }
     }
-    for (std::uint32_t item = runs_[place].start; item-- > 0;) {
+    for (std::uint32_t item = runs_[run_index].start; item-- > 0;) {
         const std::size_t length = static_cast<const CConstItem &>(*items[item]).Text().size();
         const std::uint32_t first = end - static_cast<std::uint32_t>(length);
         cuts.push_back({item, first, end});

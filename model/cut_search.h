@@ -19,7 +19,7 @@ struct TCut {
 
 /// Finds the winner of a match in which nothing publishes and no variable shows, without following the candidates one
 /// character at a time. The winner, its cuts and the numbers that a match pulls into their ranges are those of the
-/// walks that CMatcher describes; cut_search.cpp tells why.
+/// rounds that CMatcher describes; cut_search.cpp says why.
 ///
 ///     search.Begin(text);
 ///     for (...) search.AddPattern(items);
@@ -31,7 +31,7 @@ public:
     void AddPattern(const CItemSeq::TItems &items);
     /// True if a pattern matches the whole text.
     bool Finish();
-    /// The place of the pattern that won, in the order of adding.
+    /// The index of the pattern that won, in the order of adding.
     std::uint32_t Winner() const { return winning_pattern_; }
     /// Appends a piece for each item of the winning pattern that took part, in order.
     void AppendCuts(const CItemSeq::TItems &items, std::vector<TCut> &cuts) const;
@@ -39,17 +39,17 @@ public:
 private:
     static constexpr std::uint32_t kNone = 0xFFFFFFFF;
 
-    /// A candidate in one item, over the positions where it is the first of all that stand in this item: behind
+    /// A candidate in one item, over the positions where it is the first of all candidates in this item: after
     /// `start`, where it began to take characters, from `first` to `last`.
     struct TRun {
         std::uint32_t parent;  ///< the run that it forked from; kNone for where a pattern begins
-        std::uint32_t item;    ///< for the begin of a pattern the pattern's place
+        std::uint32_t item;    ///< for the beginning of a pattern the pattern's index
         std::uint32_t start;
         std::uint32_t first;
         std::uint32_t last;
-        std::uint32_t saved;  ///< position less the number of the walk in which the candidate is stepped there
+        std::uint32_t saved;  ///< position less the number of the round in which the candidate is stepped there
 
-        /// The walk that made it.
+        /// The round that made it.
         std::uint32_t Made() const { return first - saved; }
     };
 
@@ -68,16 +68,16 @@ private:
     };
 
     void FollowItems(const CItemSeq::TItems &items, std::uint32_t item, std::uint32_t pattern);
-    void RunItem(CItem &item, std::uint32_t place, bool is_last);
+    void RunItem(CItem &item, std::uint32_t index, bool is_last);
     void Compete(std::uint32_t run, std::uint32_t last, std::uint32_t pattern);
     void Start(const TOffer &offer, std::uint32_t item, std::uint32_t start, std::uint32_t length, std::uint32_t last);
     void RunString(std::uint32_t item);
     void RunNumber(std::uint32_t item);
-    void RunConst(const CConstItem &item, std::uint32_t place, bool is_last);
-    void RunOther(CItem &item, std::uint32_t place);
+    void RunConst(const CConstItem &item, std::uint32_t index, bool is_last);
+    void RunOther(CItem &item, std::uint32_t index);
     void SortByPosition(std::uint32_t begin);
     void MergeOffers(std::uint32_t begin);
-    bool IsAhead(std::uint32_t left, std::uint32_t right) const;
+    bool IsSteppedBefore(std::uint32_t left, std::uint32_t right) const;
     bool JoinedEarlier(std::uint32_t left, std::uint32_t right) const;
     bool BeginsEarlier(std::uint32_t left, std::uint32_t right) const;
     bool IsMadeInTime(const TRun &run) const;

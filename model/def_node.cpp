@@ -48,26 +48,11 @@ void CDefNode::CapturedValueChanged(const TParValue & /*value*/, const CVariable
 
 void CDefNode::BindVariable(CVariable & /*variable*/) {}
 
-void CDefNode::GetChannelAttr(std::uint32_t keyword, std::uint32_t &value) {
-    const CScopeGuard scope(this);
-    if (!names_ || !names_->Items().GetChannelAttr(keyword, value)) {
-        value = kNoNumber;
-    }
-}
-
-bool CDefNode::SetChannelAttr(std::uint32_t keyword, std::uint32_t number, std::string_view text, bool &matched) {
-    const CScopeGuard scope(this);
-    matched = false;
-    return names_ && names_->Items().SetChannelAttr(keyword, number, text, matched);
-}
-
 void CDefNode::ParameterChanged(const CVariable *variable, const TParValue &value, bool &ok) {
     for (const auto &group : groups_) {
         group->ParameterChanged(variable, value, ok);
     }
 }
-
-bool CDefNode::HasUndefinedChannelNumber() const { return names_ && names_->Items().HasUndefinedChannelNumber(); }
 
 void CDefNode::CloneInto(CDefNode &node) const {
     for (const auto &group : groups_) {
@@ -87,35 +72,12 @@ void CDefNode::Done() {
         }
         groups_.clear();
     }
-    if (Has(nfChannels) && channels_done_) {
-        std::uint32_t first = kNoNumber;
-        GetChannelAttr(kwChFrom, first);
-        if (first == kNoNumber) {
-            GetChannelAttr(kwChNumber, first);
-        }
-        if (first != kNoNumber) {
-            sheet_data_->RemoveChannelRange(first);
-        }
-    }
+    RemoveOwnChannels();
 }
 
 void CDefNode::ReleaseScope() {
     assert(!scope_ || scope_->UseCount() == 0);
     scope_.reset();
-}
-
-void CDefNode::SelectChannel() {
-    if (!Has(nfChannels)) {
-        return;
-    }
-    std::uint32_t first = kNoNumber;
-    GetChannelAttr(kwChFrom, first);
-    if (first == kNoNumber) {
-        GetChannelAttr(kwChNumber, first);
-    }
-    if (first != kNoNumber) {
-        sheet_data_->SelectChannelRange(first);
-    }
 }
 
 }  // namespace kq_pdt

@@ -1,11 +1,36 @@
-// How a node that stands for channels gets its block: registering lays down what a text defines, committing makes a new
-// one behind all others. A node does either once in its life, and it counts as done even if that ended in an error.
+// The channels of a node. A node gets its block in one of two ways: registering lays down what a text defines,
+// committing makes a new one after all others. A node does either once in its life, and it counts as done even if that
+// ended in an error.
 
 #include "model/def_node.h"
 #include "model/sheet_data.h"
 #include "model/texts.h"
 
 namespace kq_pdt {
+
+void CDefNode::GetChannelAttr(std::uint32_t keyword, std::uint32_t &value) {
+    const CScopeGuard scope(this);
+    if (!names_ || !names_->Items().GetChannelAttr(keyword, value)) {
+        value = kNoNumber;
+    }
+}
+
+bool CDefNode::SetChannelAttr(std::uint32_t keyword, std::uint32_t number, std::string_view text, bool &matched) {
+    const CScopeGuard scope(this);
+    matched = false;
+    return names_ && names_->Items().SetChannelAttr(keyword, number, text, matched);
+}
+
+bool CDefNode::HasUndefinedChannelNumber() const { return names_ && names_->Items().HasUndefinedChannelNumber(); }
+
+std::uint32_t CDefNode::FirstChannel() {
+    std::uint32_t first = kNoNumber;
+    GetChannelAttr(kwChFrom, first);
+    if (first == kNoNumber) {
+        GetChannelAttr(kwChNumber, first);
+    }
+    return first;
+}
 
 void CDefNode::RegisterGroupItems() {
     for (const auto &group : groups_) {
@@ -104,6 +129,22 @@ bool CDefNode::CommitChannels() {
         sheet_data_->ChangeChannelParameter(first, kwChTo, TParValue::Number(1), TParValue::Number(first + count - 1));
     }
     return true;
+}
+
+void CDefNode::RemoveOwnChannels() {
+    if (Has(nfChannels) && channels_done_) {
+        if (const std::uint32_t first = FirstChannel(); first != kNoNumber) {
+            sheet_data_->RemoveChannelRange(first);
+        }
+    }
+}
+
+void CDefNode::SelectChannel() {
+    if (Has(nfChannels)) {
+        if (const std::uint32_t first = FirstChannel(); first != kNoNumber) {
+            sheet_data_->SelectChannelRange(first);
+        }
+    }
 }
 
 }  // namespace kq_pdt

@@ -135,9 +135,9 @@ void CDllItem::OpenEditor(std::uint32_t &index, std::unique_ptr<TCellEditor> &ed
 
 void CDllItem::CloseEditor(std::unique_ptr<TCellEditor> &editor, bool accept) {
     if (editor && editor->control && accept) {
-        const std::size_t place = editor->ComboBox().Selected();
-        if (place >= 1 && place <= names_.size() && place - 1 != selected_index_) {
-            selected_index_ = static_cast<std::uint32_t>(place - 1);
+        const std::size_t selected = editor->ComboBox().Selected();
+        if (selected >= 1 && selected <= names_.size() && selected - 1 != selected_index_) {
+            selected_index_ = static_cast<std::uint32_t>(selected - 1);
             RefreshModule();
         }
     }
@@ -159,12 +159,12 @@ bool CDllItem::FindEntry(std::string_view text, std::uint32_t position, TMatchSt
     if (position > text.size()) {
         return false;
     }
-    for (std::size_t place = 0; place < names_.size(); ++place) {
-        const std::string_view name = names_[place].View();
+    for (std::size_t entry = 0; entry < names_.size(); ++entry) {
+        const std::string_view name = names_[entry].View();
         const std::string_view here = text.substr(position, name.size());
         const bool whole = kq_base::EqualIgnoringCase(here, name);
         if (whole || kq_base::EqualIgnoringCase(std::string(here).append(kExtension), name)) {
-            index = static_cast<std::uint32_t>(place);
+            index = static_cast<std::uint32_t>(entry);
             step.position += static_cast<std::uint32_t>(name.size() - (whole ? 0 : kExtension.size()));
             return true;
         }

@@ -39,7 +39,8 @@ protected:
     void AppendShownValue(kq_base::CTextBuffer &text) const override;
 
 private:
-    /// The first name that stands at a position in any case of letters, with ".DLL" or without. False without any.
+    /// The first name that the text has at a position, in any case of letters, with ".DLL" or without. False without
+    /// any.
     bool FindEntry(std::string_view text, std::uint32_t position, TMatchStep &step, std::uint32_t &index) const;
     const kq_base::TText *Selected() const;
     void ListModules(CDllItem &clone) const;

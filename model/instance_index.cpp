@@ -10,31 +10,31 @@ namespace kq_pdt {
 namespace {
 
 void InsertInOrder(std::vector<CSectionDef *> &list, CSectionDef &section) {
-    const auto place =
+    const auto position =
         std::upper_bound(list.begin(), list.end(), section.Serial(),
                          [](std::uint32_t serial, const CSectionDef *other) { return serial < other->Serial(); });
-    list.insert(place, &section);
+    list.insert(position, &section);
 }
 
-/// The lists are in order, so neither taking the last instances first nor taking the first ones walks them.
+/// The lists are in order, so neither taking the last instances first nor taking the first ones searches through them.
 void EraseInOrder(std::vector<CSectionDef *> &list, const CSectionDef &section) {
-    const auto place =
+    const auto found =
         std::lower_bound(list.begin(), list.end(), section.Serial(),
                          [](const CSectionDef *other, std::uint32_t serial) { return other->Serial() < serial; });
-    if (place != list.end() && *place == &section) {
-        list.erase(place);
+    if (found != list.end() && *found == &section) {
+        list.erase(found);
     }
 }
 
 template <class Map, class Key>
 void EraseFrom(Map &map, const Key &key, const CSectionDef &section) {
-    const auto place = map.find(key);
-    if (place == map.end()) {
+    const auto found = map.find(key);
+    if (found == map.end()) {
         return;
     }
-    EraseInOrder(place->second, section);
-    if (place->second.empty()) {
-        map.erase(place);
+    EraseInOrder(found->second, section);
+    if (found->second.empty()) {
+        map.erase(found);
     }
 }
 
@@ -83,11 +83,11 @@ void CInstanceIndex::Insert(CSectionDef &section) {
 }
 
 void CInstanceIndex::Take(CSectionDef &section) {
-    const auto place = entries_.find(&section);
-    if (place == entries_.end()) {
+    const auto found = entries_.find(&section);
+    if (found == entries_.end()) {
         return;
     }
-    const TEntry &entry = place->second;
+    const TEntry &entry = found->second;
     if (entry.form == TForm::kText) {
         EraseFrom(by_text_, kq_base::ToUpper(entry.text), section);
     } else if (entry.form == TForm::kPattern) {
@@ -96,7 +96,7 @@ void CInstanceIndex::Take(CSectionDef &section) {
     } else if (entry.form == TForm::kSingle) {
         EraseInOrder(singles_, section);
     }
-    entries_.erase(place);
+    entries_.erase(found);
 }
 
 void CInstanceIndex::Add(CSectionDef &section) {
@@ -126,8 +126,8 @@ void CInstanceIndex::Clear() {
 }
 
 CSectionDef *CInstanceIndex::FirstOf(const CSectionDef *definition) const {
-    const auto place = by_definition_.find(definition);
-    return place != by_definition_.end() ? place->second.front() : nullptr;
+    const auto found = by_definition_.find(definition);
+    return found != by_definition_.end() ? found->second.front() : nullptr;
 }
 
 void CInstanceIndex::FindCandidates(std::string_view text, std::vector<CSectionDef *> &candidates) const {
@@ -139,10 +139,10 @@ void CInstanceIndex::FindCandidates(std::string_view text, std::vector<CSectionD
         }
         candidates.push_back(fresh < sections.size() ? sections[fresh] : sections.front());
     }
-    const auto place = by_text_.find(kq_base::ToUpper(text));
-    if (place != by_text_.end()) {
+    const auto found = by_text_.find(kq_base::ToUpper(text));
+    if (found != by_text_.end()) {
         const std::size_t begin = candidates.size();
-        for (CSectionDef *section : place->second) {
+        for (CSectionDef *section : found->second) {
             const std::string &shown = entries_.at(section).text;
             const auto same = std::find_if(candidates.begin() + static_cast<std::ptrdiff_t>(begin), candidates.end(),
                                            [&](const CSectionDef *other) {

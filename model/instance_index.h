@@ -16,7 +16,7 @@ class CSectionDef;
 ///
 /// A name of constants and bound references is one text, so a look-up of that text finds it, whatever the case of its
 /// letters: which of the names found is meant is the match's to decide. Other names are patterns, and all instances of
-/// one definition have the same; one instance stands for them, unless the name publishes or shows a variable.
+/// one definition have the same; one instance is asked for all of them, unless the name publishes or shows a variable.
 class CInstanceIndex {
 public:
     void Add(CSectionDef &section);
@@ -46,7 +46,7 @@ private:
     std::unordered_map<const CSectionDef *, std::vector<CSectionDef *>> by_definition_;
     std::unordered_map<std::string, std::vector<CSectionDef *>> by_text_;
     std::unordered_map<const CSectionDef *, std::vector<CSectionDef *>> patterns_;
-    mutable std::unordered_map<const CSectionDef *, std::size_t> fresh_;  ///< ahead of it in patterns_ all were taken
+    mutable std::unordered_map<const CSectionDef *, std::size_t> fresh_;  ///< before it in patterns_ all were taken
     std::vector<CSectionDef *> singles_;
 };
 

@@ -12,7 +12,7 @@ namespace kq_pdt {
 
 class CVarRefItem;
 
-/// The part that an item plays in the definition of channels and of its line, as a set of bits.
+/// The part that an item plays in the definition of channels and in its value list, as a set of bits.
 enum TRole : std::uint32_t {
     roleChType = 1U << 1U,
     roleChFrom = 1U << 2U,
@@ -52,7 +52,7 @@ private:
 
 /// An entry of an `options` item.
 struct COptionEntry {
-    kq_base::TText text;   ///< what stands in the parameter file
+    kq_base::TText text;   ///< what the parameter file holds
     kq_base::TText label;  ///< what the sheet shows
 };
 

@@ -46,8 +46,8 @@ void CItemSeq::CloneInto(CItemSeq &target) const {
 
 void CItemSeq::CopyValues(const CItemSeq &source) {
     const std::size_t count = std::min(items_.size(), source.items_.size());
-    for (std::size_t place = 0; place < count; ++place) {
-        items_[place]->CopyValue(source.items_[place].get());
+    for (std::size_t index = 0; index < count; ++index) {
+        items_[index]->CopyValue(source.items_[index].get());
     }
 }
 
@@ -141,18 +141,18 @@ void CItemSeq::Clear() {
 CItemList::CItemList() = default;
 CItemList::~CItemList() = default;
 
-void CItemList::SetLineVariable(std::unique_ptr<CVarRefItem> variable) { line_variable_ = std::move(variable); }
+void CItemList::SetListVariable(std::unique_ptr<CVarRefItem> variable) { list_variable_ = std::move(variable); }
 
 void CItemList::BindVariable(CVariable &variable) {
-    if (line_variable_) {
-        line_variable_->BindVariable(variable);
+    if (list_variable_) {
+        list_variable_->BindVariable(variable);
     }
     items_.BindVariable(variable);
 }
 
 void CItemList::CapturedValueChanged(const TParValue &value, const CVariable *variable) {
-    if (line_variable_) {
-        line_variable_->CapturedValueChanged(value, variable);
+    if (list_variable_) {
+        list_variable_->CapturedValueChanged(value, variable);
     }
     items_.CapturedValueChanged(value, variable);
 }
@@ -165,8 +165,8 @@ std::unique_ptr<CItemList> CItemList::Clone(const CItemSeq *names) const {
 
 void CItemList::CloneInto(CItemList &target, const CItemSeq *names) const {
     (names != nullptr ? *names : items_).CloneInto(target.items_);
-    if (line_variable_) {
-        target.line_variable_ = line_variable_->CloneReference();
+    if (list_variable_) {
+        target.list_variable_ = list_variable_->CloneReference();
     }
 }
 

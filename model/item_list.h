@@ -9,7 +9,7 @@ namespace kq_pdt {
 
 class CDefNode;
 
-/// The value items of a name or of a `par` line, joined by `+`, in order.
+/// The value items of a name or of a `par` statement, joined by `+`, in order.
 class CItemSeq : public kq_base::CPooled {
 public:
     using TItems = kq_base::TPoolVector<std::unique_ptr<CItem>>;
@@ -36,12 +36,12 @@ public:
     void GetCell(std::uint32_t &index, kq_base::CTextBuffer &text, bool &disabled);
     void GetCellInfo(std::uint32_t &index, kq_base::CTextBuffer &text, TCellField field, bool &disabled);
     void OpenEditor(std::uint32_t &index, std::unique_ptr<TCellEditor> &editor);
-    /// True if the last item takes all further values of its line.
+    /// True if the last item takes all further values of its key.
     bool ReadsAll() const;
-    /// Gives text that is left over, with the separator ahead of it, to the last item.
+    /// Gives text that is left over, with the separator before it, to the last item.
     void AppendRaw(std::uint32_t separator_kind, std::string_view text);
 
-    /// The walks for channel attributes stop at the first item that answers.
+    /// Both ask the items in order and stop at the first that answers.
     bool GetChannelAttr(std::uint32_t keyword, std::uint32_t &value);
     bool SetChannelAttr(std::uint32_t keyword, std::uint32_t number, std::string_view text, bool &matched);
     bool HasUndefinedChannelNumber() const;
@@ -69,13 +69,13 @@ private:
     CDefNode *node_ = nullptr;
 };
 
-/// A value list as the template has it: the items and, optional, a variable for the line as a whole.
+/// A value list as the template has it: the items and, optionally, a variable for the list as a whole.
 class CItemList : public kq_base::CPooled {
 public:
     CItemSeq &Items() { return items_; }
     const CItemSeq &Items() const { return items_; }
-    const CVarRefItem *LineVariable() const { return line_variable_.get(); }
-    void SetLineVariable(std::unique_ptr<CVarRefItem> variable);
+    const CVarRefItem *ListVariable() const { return list_variable_.get(); }
+    void SetListVariable(std::unique_ptr<CVarRefItem> variable);
 
     CItemList();
     ~CItemList();
@@ -88,7 +88,7 @@ public:
 
 private:
     CItemSeq items_;
-    std::unique_ptr<CVarRefItem> line_variable_;
+    std::unique_ptr<CVarRefItem> list_variable_;
 };
 
 }  // namespace kq_pdt

@@ -14,26 +14,26 @@ namespace kq_pdt {
 
 class CSectionDef;
 
-/// A key: its name and its `par` lines.
+/// A key: its name and its values, one for each `par` statement.
 class CKeyDef final : public CDefNode {
 public:
     explicit CKeyDef(CParSheetData *sheet_data);
     ~CKeyDef() override;
 
-    /// A copy; with names given it shows these items as its name. deep clones the lines too. The caller sets the
+    /// A copy; with names given it shows these items as its name. deep clones the values too. The caller sets the
     /// section.
     std::unique_ptr<CKeyDef> Clone(bool deep, const CItemSeq *names) const;
     /// Publishes all items, name first.
     void PublishTree();
-    /// One for the label, and those of name and lines.
+    /// One for the label, and those of name and values.
     std::uint32_t GetCellCount();
-    /// Finds the line that holds a cell, counted from 1 over all lines; offset becomes the cell's place in it from 1.
+    /// Finds the value that holds a cell, counted from 1 over all values; offset becomes the cell's index in it from 1.
     CParDef *FindPar(std::uint32_t index, std::uint32_t &offset);
-    /// The text of a column: 1 is the label, behind it the cells of the name and of the lines.
+    /// The text of a column: 1 is the label, followed by the cells of the name and of the values.
     void GetCell(std::uint32_t index, kq_base::CTextBuffer &text, bool &disabled);
-    /// A field of a cell of name or lines, counted from 1.
+    /// A field of a cell of name or values, counted from 1.
     void GetCellInfo(std::uint32_t index, kq_base::CTextBuffer &text, TCellField field, bool &disabled);
-    /// Opens the editor of a cell of name or lines, counted from 1.
+    /// Opens the editor of a cell of name or values, counted from 1.
     void OpenEditor(std::uint32_t index, std::unique_ptr<TCellEditor> &editor);
     /// Raises the widths to what the key needs.
     void MeasureKey(CColumnWidths &widths);

@@ -1,7 +1,7 @@
-// Why merging is exact: candidates in the same item at the same place behave alike from there on, so of two the one
+// Why merging is exact: candidates in the same item at the same position behave alike from there on, so of two the one
 // that gets there in time first also wins first. "First" is the order of stepping, not that of joining the queue: a
-// fork is stepped in the walk that made it and so overtakes candidates that joined earlier. Two starts of the same item
-// at the same place join in the order in which they were made, so there the first start counts.
+// fork is stepped in the round that made it and so overtakes candidates that joined earlier. Two starts of the same
+// item at the same position join in the order in which they were made, so there the first start counts.
 
 #include "model/matcher.h"
 
@@ -84,7 +84,7 @@ inline bool CMatcher::Match(const TOperation &operation, std::uint32_t position,
     return operation.item->Match(text_, position, step);
 }
 
-/// True if nobody was here before; always for patterns whose candidates can't meet.
+/// True if no candidate was here before; always for patterns whose candidates can't meet.
 bool CMatcher::Mark(const TPattern &pattern, bool starting, std::uint32_t item, std::uint32_t position) {
     if (pattern.bits == kNone) {
         return true;
@@ -115,27 +115,27 @@ bool CMatcher::Run() {
 }
 
 bool CMatcher::Search() {
-    for (std::uint32_t place = 0; place < patterns_.size(); ++place) {
-        const TPattern &pattern = patterns_[place];
+    for (std::uint32_t pattern_index = 0; pattern_index < patterns_.size(); ++pattern_index) {
+        const TPattern &pattern = patterns_[pattern_index];
         const CScopeGuard outer(pattern.with_scopes ? pattern.scope1 : nullptr);
         const CScopeGuard inner(pattern.with_scopes ? pattern.scope2 : nullptr);
-        Start(place, 0, 0, kNone);
+        Start(pattern_index, 0, 0, kNone);
     }
     while (!queue_.empty()) {
         std::size_t kept = 0;
-        for (std::size_t place = 0; place < queue_.size(); ++place) {
-            const TStep step = Step(place);
+        for (std::size_t slot = 0; slot < queue_.size(); ++slot) {
+            const TStep step = Step(slot);
             if (step == TStep::kMatched) {
-                won_ = queue_[place];
+                won_ = queue_[slot];
                 return true;
             }
             if (overrun_) {
                 return false;
             }
             if (step == TStep::kGoesOn) {
-                queue_[kept++] = queue_[place];
+                queue_[kept++] = queue_[slot];
             } else {
-                Drop(queue_[place]);
+                Drop(queue_[slot]);
             }
         }
         queue_.resize(kept);
@@ -157,7 +157,7 @@ bool CMatcher::SkipEmpty(const TPattern &pattern, std::uint32_t &item, std::uint
     return false;
 }
 
-/// Clones what a candidate carries, and behind it the item that it goes on in.
+/// Clones what a candidate carries, and after it the item that it goes on in.
 std::uint32_t CMatcher::Carry(CItem &item, std::uint32_t from) {
     TLoad load{std::make_unique<CItemSeq>()};
     if (from != kNone) {
@@ -174,11 +174,11 @@ void CMatcher::Drop(const TCandidate &candidate) {
     }
 }
 
-/// Starts a candidate in an item. An item that may be empty leaves its place at once also to the one behind it, and
-/// that fork joins the queue ahead of the candidate that is being started; a chain of such forks is followed to its end
-/// before the first of them goes on. The forks carry the clones made so far, without what these are about to take.
-void CMatcher::Start(std::uint32_t pattern_place, std::uint32_t item, std::uint32_t position, std::uint32_t trace) {
-    const TPattern &pattern = patterns_[pattern_place];
+/// Starts a candidate in an item. Where an item may be empty, a candidate is started at once in the item after it, too,
+/// and that fork joins the queue before the candidate that is being started; a chain of such forks is followed to its
+/// end before the first of them goes on. The forks carry the clones made so far, without what these are about to take.
+void CMatcher::Start(std::uint32_t pattern_index, std::uint32_t item, std::uint32_t position, std::uint32_t trace) {
+    const TPattern &pattern = patterns_[pattern_index];
     const std::size_t begin = queue_.size();
     for (TMatchStep step; SkipEmpty(pattern, item, position, step); ++item) {
         const TOperation &operation = operations_[pattern.first + item];
@@ -191,14 +191,14 @@ void CMatcher::Start(std::uint32_t pattern_place, std::uint32_t item, std::uint3
             pieces_.push_back({trace, position, item, position});
             trace = static_cast<std::uint32_t>(pieces_.size() - 1);
         }
-        queue_.push_back({pattern_place, item, step.position, trace, step.complete});
+        queue_.push_back({pattern_index, item, step.position, trace, step.complete});
         if (!step.may_be_empty || item + 1 == pattern.count) {
             break;
         }
     }
     std::reverse(queue_.begin() + static_cast<std::ptrdiff_t>(begin), queue_.end());
-    for (std::size_t place = begin; pattern.publishes && place < queue_.size(); ++place) {
-        loads_[queue_[place].trace].Clone().ParseValue(text_, position, queue_[place].position);
+    for (std::size_t slot = begin; pattern.publishes && slot < queue_.size(); ++slot) {
+        loads_[queue_[slot].trace].Clone().ParseValue(text_, position, queue_[slot].position);
     }
 }
 
@@ -212,10 +212,10 @@ bool CMatcher::RestMayBeEmpty(const TPattern &pattern, std::uint32_t item) const
 }
 
 /// One step of a candidate, inside its pattern's scopes.
-CMatcher::TStep CMatcher::Step(std::size_t place) {
-    const TPattern &pattern = patterns_[queue_[place].pattern];
+CMatcher::TStep CMatcher::Step(std::size_t slot) {
+    const TPattern &pattern = patterns_[queue_[slot].pattern];
     if (!pattern.with_scopes) {
-        return StepInScope(pattern, place);
+        return StepInScope(pattern, slot);
     }
     if (pattern.publishes && (++steps_ > kMaxSteps || queue_.size() > kMaxWaiting)) {
         overrun_ = true;
@@ -223,11 +223,11 @@ CMatcher::TStep CMatcher::Step(std::size_t place) {
     }
     const CScopeGuard outer(pattern.scope1);
     const CScopeGuard inner(pattern.scope2);
-    return StepInScope(pattern, place);
+    return StepInScope(pattern, slot);
 }
 
-CMatcher::TStep CMatcher::StepInScope(const TPattern &pattern, std::size_t place) {
-    const TCandidate candidate = queue_[place];
+CMatcher::TStep CMatcher::StepInScope(const TPattern &pattern, std::size_t slot) {
+    const TCandidate candidate = queue_[slot];
     const bool has_next = candidate.item + 1 < pattern.count;
     if (candidate.position == text_.size()) {
         if (!has_next) {
@@ -255,8 +255,8 @@ CMatcher::TStep CMatcher::StepInScope(const TPattern &pattern, std::size_t place
     if (pattern.publishes) {
         loads_[candidate.trace].Clone().ParseValue(text_, candidate.position, step.position);
     }
-    queue_[place].position = step.position;
-    queue_[place].complete = step.complete;
+    queue_[slot].position = step.position;
+    queue_[slot].complete = step.complete;
     return TStep::kGoesOn;
 }
 
@@ -270,9 +270,9 @@ const std::vector<TCut> &CMatcher::Cuts() {
         return cuts_;
     }
     std::uint32_t end = won_.position;
-    for (std::uint32_t place = won_.trace; place != kNone; place = pieces_[place].previous) {
-        cuts_.push_back({pieces_[place].item, pieces_[place].first, end});
-        end = pieces_[place].previous_end;
+    for (std::uint32_t piece = won_.trace; piece != kNone; piece = pieces_[piece].previous) {
+        cuts_.push_back({pieces_[piece].item, pieces_[piece].first, end});
+        end = pieces_[piece].previous_end;
     }
     std::reverse(cuts_.begin(), cuts_.end());
     return cuts_;
@@ -290,19 +290,19 @@ std::unique_ptr<CItemSeq> CMatcher::BuildResults() {
     const auto &items = *pattern.items;
     auto results = std::make_unique<CItemSeq>();
     Cuts();
-    for (std::size_t place = 0; place < cuts_.size(); ++place) {
-        std::unique_ptr<CItem> clone = items[cuts_[place].item]->Clone();
-        clone->ParsePiece(Piece(place));
+    for (std::size_t index = 0; index < cuts_.size(); ++index) {
+        std::unique_ptr<CItem> clone = items[cuts_[index].item]->Clone();
+        clone->ParsePiece(Piece(index));
         results->Append(std::move(clone));
     }
     return results;
 }
 
 /// The piece of a cut.
-TMatchPiece CMatcher::Piece(std::size_t place) const {
-    const TCut &cut = cuts_[place];
+TMatchPiece CMatcher::Piece(std::size_t index) const {
+    const TCut &cut = cuts_[index];
     const bool ends_pattern = cut.item + 1 == patterns_[Winner()].items->size();
-    return {text_, cut.first, cut.end, place + 1 == cuts_.size(), ends_pattern};
+    return {text_, cut.first, cut.end, index + 1 == cuts_.size(), ends_pattern};
 }
 
 bool CMatcher::PutIntoPattern() {
@@ -314,8 +314,8 @@ bool CMatcher::PutIntoPattern() {
     if (cuts_.size() != items.size()) {
         return false;
     }
-    for (std::size_t place = 0; place < cuts_.size(); ++place) {
-        items[place]->TakePiece(Piece(place));
+    for (std::size_t index = 0; index < cuts_.size(); ++index) {
+        items[index]->TakePiece(Piece(index));
     }
     return true;
 }

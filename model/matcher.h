@@ -14,18 +14,18 @@ class CDefNode;
 /// Decides which pattern a text belongs to, and cuts it into the pieces of the pattern's items.
 ///
 /// A pattern is a chain of items. A number or a string may end at any character, so all ways of cutting are followed at
-/// once, in candidates that step together, one character a walk; the first candidate that reaches the end of the text
-/// wins. Candidates wait in a queue and are stepped from its head: those of the first pattern first, a fork behind all
-/// that wait, but a fork made at the start of an item ahead of the candidate that made it.
+/// once, in candidates that step together, one character a round; the first candidate that reaches the end of the text
+/// wins. Candidates wait in a queue and are stepped from its head: those of the first pattern first, a fork after all
+/// that wait, but a fork made at the start of an item before the candidate that made it.
 ///
 ///     matcher.Begin(text);
 ///     for (...) matcher.AddPattern(items, section, nullptr);
-///     if (matcher.Run()) { matcher.Winner(); matcher.TakeResults(results); }
+///     if (matcher.Run()) { matcher.Winner(); results = matcher.TakeResults(); }
 ///
 /// While an item takes characters its clone publishes what it has so far, so where something publishes or a variable
-/// shows, every way of cutting is followed step by step, up to kMaxSteps in all. Patterns that stand beside such ones
-/// without publishing themselves are followed without clones, and of candidates that stand in the same item at the same
-/// place only the one stepped first goes on: they would do the same from there on. Beyond kMaxSteps the publishing
+/// shows, every way of cutting is followed step by step, up to kMaxSteps in all. Patterns beside such ones that
+/// don't publish themselves are followed without clones, and of candidates in the same item at the same position only
+/// the one stepped first goes on: they would do the same from there on. Beyond kMaxSteps the publishing
 /// patterns, too, are followed this way, so that only the winner publishes. Where nothing publishes and no variable
 /// shows at all, CCutSearch finds the same winner without a step.
 ///
@@ -49,7 +49,7 @@ public:
     void AddPattern(const CItemSeq &items, CDefNode *scope1, CDefNode *scope2);
     /// Runs the match; true if a pattern matched the whole text.
     bool Run();
-    /// The place of the pattern that won, in the order of adding.
+    /// The index of the pattern that won, in the order of adding.
     std::size_t Winner() const { return stepped_ ? won_.pattern : search_.Winner(); }
     /// Where the winner was cut: a piece for each item that took part, in order. Empty if the winner's candidates
     /// carried clones.
@@ -112,15 +112,15 @@ private:
     bool Search();
     bool Match(const TOperation &operation, std::uint32_t position, TMatchStep &step) const;
     bool SkipEmpty(const TPattern &pattern, std::uint32_t &item, std::uint32_t position, TMatchStep &step);
-    void Start(std::uint32_t pattern, std::uint32_t item, std::uint32_t position, std::uint32_t trace);
+    void Start(std::uint32_t pattern_index, std::uint32_t item, std::uint32_t position, std::uint32_t trace);
     std::uint32_t Carry(CItem &item, std::uint32_t from);
-    TStep Step(std::size_t place);
-    TStep StepInScope(const TPattern &pattern, std::size_t place);
+    TStep Step(std::size_t slot);
+    TStep StepInScope(const TPattern &pattern, std::size_t slot);
     void Drop(const TCandidate &candidate);
     bool RestMayBeEmpty(const TPattern &pattern, std::uint32_t item) const;
     bool Mark(const TPattern &pattern, bool starting, std::uint32_t item, std::uint32_t position);
     std::unique_ptr<CItemSeq> BuildResults();
-    TMatchPiece Piece(std::size_t place) const;
+    TMatchPiece Piece(std::size_t index) const;
 
     std::string_view text_;
     CCutSearch search_;

@@ -117,7 +117,7 @@ bool CNumberItem::ParseValue(std::string_view text, std::uint32_t first, std::ui
     return true;
 }
 
-/// The digits come one at a time where they may not all fit, each behind a clone of what they made so far.
+/// The digits come one at a time where they may not all fit, each after a clone of what they made so far.
 void CNumberItem::ParsePiece(const TMatchPiece &piece) {
     constexpr std::uint32_t kSafeDigits = 9;
     if (piece.end - piece.first <= kSafeDigits) {

@@ -66,18 +66,18 @@ void COptionsItem::OpenEditor(std::uint32_t &index, std::unique_ptr<TCellEditor>
     for (const COptionEntry &entry : Entries()) {
         box->AppendEntry(entry.label.View());
     }
-    const std::size_t place = static_cast<std::size_t>(selected_index_) + (optional_ ? 2 : 1);
-    box->Select(undefined_ ? 1 : Selected() != nullptr ? place : 0);
+    const std::size_t row = static_cast<std::size_t>(selected_index_) + (optional_ ? 2 : 1);
+    box->Select(undefined_ ? 1 : Selected() != nullptr ? row : 0);
     editor->kind = TCellEditor::TControl::kComboBox;
     editor->control = std::move(box);
 }
 
 void COptionsItem::CloseEditor(std::unique_ptr<TCellEditor> &editor, bool accept) {
     if (editor && editor->control && CheckChannelEdit(*editor, accept)) {
-        const std::size_t place = editor->ComboBox().Selected();
-        const bool undefined = optional_ ? place == 1 : undefined_;
-        const std::size_t ahead = optional_ ? 2 : 1;
-        const std::size_t index = place >= ahead ? place - ahead : Entries().size();
+        const std::size_t row = editor->ComboBox().Selected();
+        const bool undefined = optional_ ? row == 1 : undefined_;
+        const std::size_t first_row = optional_ ? 2 : 1;
+        const std::size_t index = row >= first_row ? row - first_row : Entries().size();
         const bool known = index < Entries().size();
         const TParValue value = undefined ? TParValue::Undefined()
                                 : known   ? TParValue::Text(Entries()[index].text)
@@ -114,12 +114,12 @@ bool COptionsItem::FindEntry(std::string_view text, std::uint32_t position, TMat
     const bool case_sensitive = Attributes().case_sensitive;
     bool found = false;
     std::size_t length = 0;
-    for (std::size_t place = 0; place < entries.size(); ++place) {
-        const std::string_view entry = entries[place].text.View();
-        if ((!found || entry.size() >= length) && StandsAt(text, position, entry, case_sensitive)) {
+    for (std::size_t candidate = 0; candidate < entries.size(); ++candidate) {
+        const std::string_view entry = entries[candidate].text.View();
+        if ((!found || entry.size() >= length) && HasPartAt(text, position, entry, case_sensitive)) {
             found = true;
             length = entry.size();
-            index = static_cast<std::uint32_t>(place);
+            index = static_cast<std::uint32_t>(candidate);
         }
     }
     step.complete = true;

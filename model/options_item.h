@@ -10,10 +10,11 @@ public:
     COptionsItem();
 
     const std::vector<COptionEntry> &Entries() const { return Attributes().entries; }
-    /// The place of the selected entry from 0; 0xFFFFFFFF if the list is empty.
+    /// The index of the selected entry from 0; 0xFFFFFFFF if the list is empty.
     std::uint32_t SelectedIndex() const { return selected_index_; }
 
-    /// The entry whose text stands at a position: the longest one, of equally long ones the last. False without any.
+    /// The entry whose text the given text has at a position: the longest one, of equally long ones the last. False
+    /// without any.
     bool FindEntry(std::string_view text, std::uint32_t position, TMatchStep &step, std::uint32_t &index) const;
 
     void Publish() override;

@@ -8,7 +8,7 @@
 
 namespace kq_pdt {
 
-/// One `par` line of a key: the items of one value.
+/// One value of a key, as a `par` statement describes it: its items and the separator before it.
 class CParDef : public kq_base::CPooled {
 public:
     /// A separator's text is at most this long.
@@ -21,7 +21,7 @@ public:
     CItemSeq &Items() { return list_.Items(); }
     const CItemSeq &Items() const { return list_.Items(); }
 
-    /// What is written ahead of this value; "," unless the text that was read had something else.
+    /// What is written before this value; "," unless the text that was read had something else.
     const TSeparator &Separator() const { return separator_; }
     void SetSeparator(std::string_view text) { separator_ = text; }
 

@@ -25,11 +25,11 @@ void CParReader::Read(std::string_view text) {
             {std::string(scanner.SectionName()), scanner.GetActSectionHandle(), scanner.GetSectionLine()});
     }
     TPending retry;
-    bool placed = RunPass(pending, retry);
-    while (placed && !retry.empty()) {
+    bool any_read = RunPass(pending, retry);
+    while (any_read && !retry.empty()) {
         pending = std::move(retry);
         retry.clear();
-        placed = RunPass(pending, retry);
+        any_read = RunPass(pending, retry);
     }
     for (const TParSectionRef &section : retry) {
         AddUnknownSection(section);
@@ -39,20 +39,20 @@ void CParReader::Read(std::string_view text) {
     scanner.Done();
 }
 
-/// True if anything was placed.
+/// True if any section was read.
 bool CParReader::RunPass(const TPending &pending, TPending &retry) {
     sheet_data_.Assignments().SetReading(true);
-    bool placed = false;
+    bool any_read = false;
     for (const TParSectionRef &section : pending) {
         scanner_->SetActSectionHandle(section.handle);
-        if (PlaceSection(section)) {
-            placed = true;
+        if (ReadSection(section)) {
+            any_read = true;
         } else {
             retry.push_back(section);
         }
     }
     sheet_data_.Assignments().SetReading(false);
-    return placed;
+    return any_read;
 }
 
 CSectionDef *CParReader::MatchDefinition(std::string_view name, std::unique_ptr<CItemSeq> &results) {
@@ -98,7 +98,7 @@ CSectionDef *CParReader::MatchInstance(std::string_view name, std::unique_ptr<CI
 }
 
 /// False if neither a definition nor an instance has the name, so that a later pass may.
-bool CParReader::PlaceSection(const TParSectionRef &section) {
+bool CParReader::ReadSection(const TParSectionRef &section) {
     std::unique_ptr<CItemSeq> results;
     CSectionDef *definition = MatchDefinition(section.name, results);
     CSectionDef *instance = nullptr;
@@ -134,7 +134,7 @@ bool CParReader::PlaceSection(const TParSectionRef &section) {
 void CParReader::ReadKeys(CSectionDef &definition, CSectionDef &instance) {
     for (bool more = scanner_->FirstKey(); more; more = scanner_->NextKey()) {
         const std::string_view text = scanner_->KeyName();
-        if (CKeyDef *key = PlaceKey(text, definition, instance)) {
+        if (CKeyDef *key = KeyFor(text, definition, instance)) {
             ReadValues(text, instance, *key);
             key->SetRead();
             if (key->Has(nfChannels)) {
@@ -150,9 +150,9 @@ void CParReader::ReadKeys(CSectionDef &definition, CSectionDef &instance) {
     }
 }
 
-/// The instance key that a line belongs to: one of its own for a `multiple` key, otherwise the one that stands for the
+/// The instance key that a key of the text belongs to: one of its own for a `multiple` key, otherwise the clone of the
 /// definition. None for an unknown key.
-CKeyDef *CParReader::PlaceKey(std::string_view text, CSectionDef &definition, CSectionDef &instance) {
+CKeyDef *CParReader::KeyFor(std::string_view text, CSectionDef &definition, CSectionDef &instance) {
     const auto &keys = definition.Keys();
     std::vector<const CKeyDef *> patterns;
     patterns.reserve(keys.size());
@@ -172,12 +172,12 @@ CKeyDef *CParReader::PlaceKey(std::string_view text, CSectionDef &definition, CS
         return &instance.AddKey(found->Clone(true, results.get()));
     }
     const auto &instances = instance.Keys();
-    const auto place = std::find_if(instances.begin(), instances.end(),
-                                    [found](const auto &key) { return key->Definition() == found; });
-    if (place == instances.end()) {
+    const auto in_instance = std::find_if(instances.begin(), instances.end(),
+                                          [found](const auto &key) { return key->Definition() == found; });
+    if (in_instance == instances.end()) {
         return nullptr;
     }
-    CKeyDef &key = **place;
+    CKeyDef &key = **in_instance;
     if (key.Names() != nullptr) {
         const CScopeGuard section_scope(&instance);
         const CScopeGuard key_scope(&key);
@@ -186,16 +186,17 @@ CKeyDef *CParReader::PlaceKey(std::string_view text, CSectionDef &definition, CS
     return &key;
 }
 
-/// Values go to the lines in order. A line that is switched off is passed over, and one that may stay empty leaves a
-/// value that it doesn't accept to the next. A value is published as it is taken, so a line can switch later ones.
+/// The texts go to the values of the key in order. A value that is switched off is passed over, and one that may stay
+/// empty leaves a text that it doesn't accept to the next. A value is published as it is taken, so it can switch later
+/// ones.
 void CParReader::ReadValues(std::string_view key_text, CSectionDef &instance, CKeyDef &key) {
     const auto &pars = key.Pars();
-    std::size_t place = 0;
+    std::size_t next = 0;
     const auto skip_disabled = [&] {
         const CScopeGuard section_scope(&instance);
         const CScopeGuard key_scope(&key);
-        while (place < pars.size() && !pars[place]->AnyEnabled()) {
-            ++place;
+        while (next < pars.size() && !pars[next]->AnyEnabled()) {
+            ++next;
         }
     };
     std::string_view value;
@@ -207,15 +208,15 @@ void CParReader::ReadValues(std::string_view key_text, CSectionDef &instance, CK
         has_separator = true;
     };
     skip_disabled();
-    while (has_value && place < pars.size()) {
-        CParDef &par = *pars[place];
+    while (has_value && next < pars.size()) {
+        CParDef &par = *pars[next];
         if (TakeValue(value, has_separator, separator, instance, key, par)) {
             next_value();
         } else if (!par.AllOptional()) {
             ReportRefusedValue(key_text, value);
             next_value();
         }
-        ++place;
+        ++next;
         skip_disabled();
     }
     if (!has_value || pars.empty() || !pars.back()->Items().ReadsAll()) {

@@ -19,8 +19,8 @@ class CParSheetData;
 /// Reads the text of a parameter file into instances of a compiled template.
 ///
 /// It can't go from top to bottom: which definition a section belongs to may depend on a value further down, and a
-/// module that is chosen brings new definitions along. So it runs in passes; each places what it can and leaves the
-/// rest for the next. What no pass could place is kept as an unknown section. Nothing stops the reading; warnings and
+/// module that is chosen brings new definitions along. So it runs in passes; each reads what it can and leaves the
+/// rest for the next. What no pass could read is kept as an unknown section. Nothing stops the reading; warnings and
 /// errors go to the window.
 class CParReader {
 public:
@@ -29,7 +29,7 @@ public:
     void Read(std::string_view text);
 
 private:
-    /// A section of the text that waits to be placed.
+    /// A section of the text that waits to be read.
     struct TParSectionRef {
         std::string name;
         std::uint32_t handle = 0;
@@ -38,12 +38,12 @@ private:
     using TPending = std::vector<TParSectionRef>;
 
     bool RunPass(const TPending &pending, TPending &retry);
-    bool PlaceSection(const TParSectionRef &section);
+    bool ReadSection(const TParSectionRef &section);
     CSectionDef *MatchDefinition(std::string_view name, std::unique_ptr<CItemSeq> &results);
     CSectionDef *MatchCandidates(std::string_view name, std::unique_ptr<CItemSeq> &results);
     CSectionDef *MatchInstance(std::string_view name, std::unique_ptr<CItemSeq> &results);
     void ReadKeys(CSectionDef &definition, CSectionDef &instance);
-    CKeyDef *PlaceKey(std::string_view text, CSectionDef &definition, CSectionDef &instance);
+    CKeyDef *KeyFor(std::string_view text, CSectionDef &definition, CSectionDef &instance);
     void ReadValues(std::string_view key_text, CSectionDef &instance, CKeyDef &key);
     bool TakeValue(std::string_view value, bool has_separator, std::uint32_t separator, CSectionDef &instance,
                    CKeyDef &key, CParDef &par);

@@ -15,8 +15,8 @@ enum TWindowCommand : std::uint32_t {
     cmKeywordsChanged = 0x3EC  ///< the words to be coloured have changed
 };
 
-/// What the model sees of its window. Every operation has an empty body, so a session without a window takes as many as
-/// it cares for. Lines and columns count from 1; 0 and 0xFFFFFFFF mean that there is no place.
+/// What the model sees of its window. Every operation has an empty body, so a window overrides only those that it
+/// needs. Lines and columns count from 1; 0 and 0xFFFFFFFF mean that there is none.
 class CReportWindow : public CChannelRangeOwner {
 public:
     void AddWarning(std::string_view /*text1*/, std::string_view /*text2*/, std::uint32_t /*line*/) override {}

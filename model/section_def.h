@@ -10,7 +10,7 @@
 namespace kq_pdt {
 
 /// A section: its name and its keys. An instance holds first the clones of the definition's keys without `multiple`, in
-/// the template's order, then the keys that reading or the sheet added, in the order of their coming.
+/// the template's order, then the keys that reading or the sheet added, in the order in which they were added.
 class CSectionDef final : public CDefNode {
 public:
     explicit CSectionDef(CParSheetData *sheet_data);
@@ -46,7 +46,7 @@ public:
     void Done() override;
 
     const std::vector<std::unique_ptr<CKeyDef>> &Keys() const { return keys_; }
-    /// `depend_on`: the variable that brings instances to life; in definitions only.
+    /// `depend_on`: the variable whose values create instances; in definitions only.
     const CVarRefItem *DependOn() const { return depend_on_.get(); }
     void SetDependOn(std::unique_ptr<CVarRefItem> variable) { depend_on_ = std::move(variable); }
     /// In an instance, what it was cloned from; absent in a definition.
@@ -58,7 +58,7 @@ public:
     /// True once the reader has read a text into this instance.
     bool WasTaken() const { return taken_; }
     void SetTaken() { taken_ = true; }
-    /// Counts the instances in the order of their coming.
+    /// Numbers the instances in the order in which they were created.
     std::uint32_t Serial() const { return serial_; }
     void SetSerial(std::uint32_t serial) { serial_ = serial; }
 

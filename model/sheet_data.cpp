@@ -37,15 +37,15 @@ void CParSheetData::WriteParText(CTextOut &out) { instances_.Write(out); }
 void CParSheetData::FindByTable(std::uint32_t id, CSectionDef *&section, CKeyDef *&key) {
     section = nullptr;
     key = nullptr;
-    const auto place = tables_.find(id);
-    if (place == tables_.end()) {
+    const auto found = tables_.find(id);
+    if (found == tables_.end()) {
         return;
     }
-    if (place->second->Has(nfKey)) {
-        key = static_cast<CKeyDef *>(place->second);
+    if (found->second->Has(nfKey)) {
+        key = static_cast<CKeyDef *>(found->second);
         section = key->Section();
     } else {
-        section = static_cast<CSectionDef *>(place->second);
+        section = static_cast<CSectionDef *>(found->second);
     }
 }
 

@@ -16,7 +16,6 @@
 #include "model/section_def.h"
 
 class CTextOut;
-class CTextView;
 
 namespace kq_pdt {
 
@@ -34,45 +33,19 @@ public:
     CParSheetData(const CParSheetData &) = delete;
     CParSheetData &operator=(const CParSheetData &) = delete;
 
+    // The model as a whole: sheet_data.cpp
+
     /// Attaches the window that takes messages and commands, or none.
     void SetWindow(CReportWindow *window);
     CReportWindow *Window() const { return window_; }
-
-    /// Compiles the template at a path into a list of sections that share this model's variables, words and channels.
-    /// On failure what was read before the error stays.
-    bool CompileTemplate(std::string_view path, CSectionList &sections, TCompileResult &result);
-    /// The same for a template's text.
-    bool CompileTemplateText(std::string_view text, CSectionList &sections, TCompileResult &result);
-    /// Compiles a template into the model.
-    bool LoadTemplate(std::string_view path, TCompileResult &result);
-    bool LoadTemplateText(std::string_view text, TCompileResult &result);
+    void Post(TWindowCommand command, std::uint32_t parameter = 0);
+    /// Reports an error that no line of a text belongs to.
+    void ReportError(std::string_view text);
 
     /// Reads a parameter file into instances; the old ones go first. Whatever there is to say goes to the window.
     void ReadPar(std::string_view text);
     /// Writes all instances out.
     void WriteParText(CTextOut &out);
-
-    /// A module was chosen in a `dll` value: what the previous one brought along goes, and the module's own template is
-    /// loaded. An empty name only releases. A template that fails shows a box.
-    void LoadModuleTemplate(CSectionRefs &loaded, std::string_view name);
-
-    /// The table of channels through the sheet data, which keeps the window informed.
-    bool ChangeChannelParameter(std::uint32_t key, std::uint32_t keyword, const TParValue &old_value,
-                                const TParValue &new_value);
-    void RemoveChannelRange(std::uint32_t first);
-    void AppendChannelRange(std::uint32_t type, std::uint32_t direction, std::uint32_t &first, std::uint32_t &last,
-                            bool defined);
-    bool AddUnnamedChannelRange(std::uint32_t first, std::uint32_t last, std::uint32_t type, std::uint32_t direction);
-    bool AddChannelRangeIfFree(std::uint32_t first, std::uint32_t last, std::uint32_t type, std::uint32_t direction);
-    /// Reserves count channels behind all others, of no type and direction; gives the first number.
-    std::uint32_t NewChannelRange(bool defined, std::uint32_t count);
-    void SelectChannelRange(std::uint32_t first);
-
-    /// Tells the user that a channel number won't do.
-    void ShowBadChannel();
-    /// An error without a place.
-    void ReportError(std::string_view text);
-    void Post(TWindowCommand command, std::uint32_t parameter = 0);
 
     /// The next id for a table of the sheet. Ids count up from 2 and are used once.
     std::uint32_t AllocTableId() { return next_table_id_++; }
@@ -80,12 +53,18 @@ public:
     void FindByTable(std::uint32_t id, CSectionDef *&section, CKeyDef *&key);
     /// A node's table has another id now; 0 is none.
     void TableChanged(CDefNode &node, std::uint32_t old_id, std::uint32_t id);
+
     CSectionDef &AppendDefinition(std::unique_ptr<CSectionDef> section);
+    /// Releases all instances, and begins to count the ids of tables anew.
     void ClearInstances();
     /// Forgets template and instances.
     void ClearData();
     /// Releases everything.
     void Done();
+
+    void ReadVariable(std::string_view name, TParValue &value) override;
+    CVariable *FindVariable(std::string_view name) override;
+    std::uint32_t NewChannels(std::uint32_t count) override;
 
     CVarScope &RootScope() { return root_scope_; }
     CChannelRangeTable &Ranges() { return ranges_; }
@@ -97,11 +76,39 @@ public:
     bool CanAddMultiple() const { return can_add_multiple_; }
     bool NoChannels() const { return no_channels_; }
 
-    void ReadVariable(std::string_view name, TParValue &value) override;
-    CVariable *FindVariable(std::string_view name) override;
-    std::uint32_t NewChannels(std::uint32_t count) override;
+    // Templates: sheet_data_templates.cpp
+
+    /// Compiles the template at a path into a list of sections that share this model's variables, words and channels.
+    /// On failure what was read before the error stays.
+    bool CompileTemplate(std::string_view path, CSectionList &sections, TCompileResult &result);
+    /// The same for a template's text.
+    bool CompileTemplateText(std::string_view text, CSectionList &sections, TCompileResult &result);
+    /// Compiles a template into the model.
+    bool LoadTemplate(std::string_view path, TCompileResult &result);
+    bool LoadTemplateText(std::string_view text, TCompileResult &result);
+    /// A module was chosen in a `dll` value: what the previous one brought along goes, and the module's own template is
+    /// loaded. An empty name only releases. A template that fails shows a box.
+    void LoadModuleTemplate(CSectionRefs &loaded, std::string_view name);
+
+    // The table of channels through the sheet data, which keeps the window informed: sheet_data_channels.cpp
+
+    /// Changes a parameter of a range as CChannelRangeTable::ChangeParameter does; a refusal is shown to the user.
+    bool ChangeChannelParameter(std::uint32_t key, std::uint32_t keyword, const TParValue &old_value,
+                                const TParValue &new_value);
+    void RemoveChannelRange(std::uint32_t first);
+    /// Appends one channel after all others; gives its number as first and last.
+    void AppendChannelRange(std::uint32_t type, std::uint32_t direction, std::uint32_t &first, std::uint32_t &last,
+                            bool defined);
+    bool AddUnnamedChannelRange(std::uint32_t first, std::uint32_t last, std::uint32_t type, std::uint32_t direction);
+    bool AddChannelRangeIfFree(std::uint32_t first, std::uint32_t last, std::uint32_t type, std::uint32_t direction);
+    /// Reserves count channels after all others, of no type and direction; gives the first number.
+    std::uint32_t NewChannelRange(bool defined, std::uint32_t count);
+    void SelectChannelRange(std::uint32_t first);
+    /// Shows the user that a channel number won't do.
+    void ShowBadChannel();
 
 private:
+    // sheet_data_templates.cpp
     void ReleaseDefinition(const CSectionDef &definition);
     void TakeModuleSections(CSectionList &sections, CSectionRefs &loaded);
     void ShowTemplateBox(std::string_view path, const TCompileResult &result);
@@ -119,7 +126,7 @@ private:
     std::unordered_map<std::uint32_t, CDefNode *> tables_;  ///< instances and their keys by the id of their table
     std::uint32_t module_depth_ = 0;
     std::uint32_t module_loads_ = 0;
-    bool module_limit_told_ = false;  ///< one box tells of templates that load each other
+    bool module_limit_shown_ = false;  ///< a box about templates that load each other was shown
 };
 
 }  // namespace kq_pdt

@@ -1,4 +1,4 @@
-// The table of channels as the model reaches it: every change is told to the window.
+// The table of channels as the model reaches it: the window is informed of every change.
 
 #include "model/sheet_data.h"
 #include "model/texts.h"

@@ -75,13 +75,13 @@ void CParSheetData::LoadModuleTemplate(CSectionRefs &loaded, std::string_view na
 
     if (module_depth_ == 0) {
         module_loads_ = 0;
-        module_limit_told_ = false;
+        module_limit_shown_ = false;
     }
     CSectionList sections;
     TCompileResult result;
     if (module_depth_ >= kMaxModuleDepth || module_loads_ >= kMaxModuleLoads) {
-        if (!module_limit_told_) {
-            module_limit_told_ = true;
+        if (!module_limit_shown_) {
+            module_limit_shown_ = true;
             result.message = texts::kTemplateTooDeep;
             ShowTemplateBox(path.data(), result);
         }

@@ -6,7 +6,7 @@ namespace kq_pdt {
 
 CStringItem::CStringItem() : CTypedItem(TItemCode::kString) {}
 
-/// Unlike a number, a text takes its default at each publishing as long as nobody gave it a value, enabled or not.
+/// Unlike a number, a text takes its default at each publishing as long as it was given no value, enabled or not.
 void CStringItem::Publish() {
     if (Attributes().default_expression && !has_value_ && !undefined_) {
         TakeDefault();
@@ -79,7 +79,7 @@ bool CStringItem::ParseValue(std::string_view text, std::uint32_t first, std::ui
 
 void CStringItem::ParsePiece(const TMatchPiece &piece) {
     CItem::ParsePiece(piece);
-    // A clone doesn't count its text as given. So a default is laid over a string behind which the pattern goes on, and
+    // A clone doesn't count its text as given. So a default replaces a string after which the pattern goes on, and
     // not over one that ends it.
     has_value_ = has_value_ && piece.ends_text;
 }

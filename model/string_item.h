@@ -4,7 +4,7 @@
 
 namespace kq_pdt {
 
-/// A text of at most 255 characters, kept as it stands in the file, quotes included.
+/// A text of at most 255 characters, kept as it is in the file, quotes included.
 class CStringItem final : public CTypedItem {
 public:
     CStringItem();

@@ -2,7 +2,7 @@
 
 #include "platform/base/code_page.h"
 
-/// The texts for users that the model speaks.
+/// The model's texts for users.
 namespace kq_pdt::texts {
 
 using namespace kq_base::literals;

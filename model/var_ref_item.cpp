@@ -12,8 +12,8 @@ void CVarRefItem::Assign(const TParValue &value, bool &ok) {
     if (const auto section = dependent_.lock()) {
         ok = true;
         (*section)->CapturedValueChanged(value, Variable());
-    } else if (CSectionDef *born = scope_->Assign(name_.View(), value, ok)) {
-        dependent_ = born->Handle();
+    } else if (CSectionDef *created = scope_->Assign(name_.View(), value, ok)) {
+        dependent_ = created->Handle();
     }
 }
 
@@ -86,7 +86,7 @@ bool CVarRefItem::Match(std::string_view text, std::uint32_t position, TMatchSte
     if (!AppendShownText(shown)) {
         return false;
     }
-    step.complete = StandsAt(text, position, shown.View(), true);
+    step.complete = HasPartAt(text, position, shown.View(), true);
     if (step.complete) {
         step.position += static_cast<std::uint32_t>(shown.Length());
     }

@@ -8,8 +8,8 @@
 namespace kq_pdt {
 
 /// A reference to a variable by its name, which is looked up anew at each use: one reference can reach different
-/// variables at different times. It stands in a name or a line as `%name%`, and behind `id`, `ch_type`, `depend_on`
-/// and the tail of a list.
+/// variables at different times. It is written as `%name%` in a name or a value list, and after `id`, `ch_type`,
+/// `depend_on` and at the end of a list.
 ///
 /// In the name of a dependent section a reference is bound: it keeps the value for which the section was made, though
 /// the variable goes on to others.
@@ -22,10 +22,11 @@ public:
     CVariable *Variable() const { return scope_->Find(name_.View()); }
     bool IsCaptured() const { return captured_; }
 
-    /// Assigns to the variable. The first value that brings a section to life ties it to this reference; later values
-    /// only rename that section. ok becomes false if the value was refused.
+    /// Assigns to the variable. The first value that creates a section ties it to this reference; later values only
+    /// rename that section. ok becomes false if the value was refused.
     void Assign(const TParValue &value, bool &ok);
-    /// Goes on with the section that another reference brought to life, unless this one has its own. True if it did.
+    /// Goes on with the section that was created through another reference, unless this one has its own. True if it
+    /// did.
     bool AdoptDependent(const CVarRefItem &source);
     bool HasDependent() const { return !dependent_.expired(); }
     /// The same reference, tied to the same section.

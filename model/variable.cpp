@@ -61,23 +61,23 @@ void CVarScope::Pop() {
 
 CVariable &CVarScope::Declare(std::string_view name) {
     const kq_base::TText bounded(name);
-    auto place = variables_.find(bounded.View());
-    if (place == variables_.end()) {
-        place = variables_.emplace(bounded.View(), std::make_unique<CVariable>(*this, bounded.View())).first;
+    auto found = variables_.find(bounded.View());
+    if (found == variables_.end()) {
+        found = variables_.emplace(bounded.View(), std::make_unique<CVariable>(*this, bounded.View())).first;
     }
-    return *place->second;
+    return *found->second;
 }
 
 CVariable *CVarScope::Find(std::string_view name) const {
     for (std::size_t depth = stack_.size(); depth > 0; --depth) {
         const TVariables &variables = stack_[depth - 1]->variables_;
-        const auto place = variables.find(name);
-        if (place != variables.end()) {
-            return place->second.get();
+        const auto found = variables.find(name);
+        if (found != variables.end()) {
+            return found->second.get();
         }
     }
-    const auto place = variables_.find(name);
-    return place != variables_.end() ? place->second.get() : nullptr;
+    const auto found = variables_.find(name);
+    return found != variables_.end() ? found->second.get() : nullptr;
 }
 
 std::unique_ptr<CVarRefItem> CVarScope::Resolve(std::string_view name, bool declare_here) {

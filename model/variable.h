@@ -31,7 +31,7 @@ public:
     /// The value; pvUndefined if nothing was ever stored.
     void Read(TParValue &value);
     /// Stores a value and lets everything follow that depends on it. If something refuses, ok becomes false and the old
-    /// value is back everywhere. Gives the section that the value brought to life, or none.
+    /// value is back everywhere. Gives the section that was created, or none.
     CSectionDef *Assign(const TParValue &value, bool &ok);
     /// Stores a value that everything has followed already.
     void Replace(const TParValue &value) { value_ = value; }
@@ -55,7 +55,7 @@ public:
     void SetOwner(CParSheetData *owner) { owner_ = owner; }
     CParSheetData *Owner() const { return owner_; }
 
-    /// Puts a scope in force, ahead of all others.
+    /// Puts a scope in force, inside all others.
     void Push(CVarScope *scope);
     /// Ends the innermost one.
     void Pop();

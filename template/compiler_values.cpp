@@ -45,7 +45,7 @@ void CPdtCompiler::ParseListEnd() {
             return;
         }
         if (Kind() == kIdentifier) {
-            item_list_->SetLineVariable(scope_->Resolve(TokenText(), false));
+            item_list_->SetListVariable(scope_->Resolve(TokenText(), false));
         }
         Expect(kIdentifier);
         Expect(kPercent);

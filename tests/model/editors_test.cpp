@@ -6,7 +6,7 @@ using kq_pdt::TCellEditor;
 
 namespace {
 
-/// One key `k` with these lines and statements.
+/// One key `k` with these statements.
 std::string OneKey(const std::string &body) {
     return "def_section name = 'S'; def_key name = 'k'; multiple; var %v%, %w%; " + body + " end_key end_section";
 }
@@ -26,8 +26,8 @@ std::string Describe(const TCellEditor &editor) {
     }
     const CComboBox &box = editor.ComboBox();
     std::string text = box.Mode() == CComboBox::TMode::kList ? "list [" : "free [";
-    for (std::size_t place = 1; place <= box.EntryCount(); ++place) {
-        text += (place == 1 ? "" : "|") + std::string(box.Entry(place));
+    for (std::size_t row = 1; row <= box.EntryCount(); ++row) {
+        text += (row == 1 ? "" : "|") + std::string(box.Entry(row));
     }
     return kq_base::ToUtf8(text + "] " + std::to_string(box.Selected()) + " " + std::string(box.Text()));
 }
@@ -58,7 +58,7 @@ struct TEdit {
     const char *action;    ///< empty: the editor is only opened
     const char *written;   ///< the lines afterwards
     const char *channels;  ///< the table afterwards
-    unsigned boxes;        ///< how many refusals the user was told
+    unsigned boxes;        ///< how many refusals the user was shown
 };
 
 const char *const kNumber = "par = number { range_from = 1; range_to = 9; nedef = 'none' };";

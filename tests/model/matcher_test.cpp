@@ -21,7 +21,7 @@ using kq_pdt::CItemList;
 using kq_pdt::CItemSeq;
 using kq_pdt::CMatcher;
 
-/// Value lists of one model, as a template has them; the variables v and w stand in its root scope.
+/// Value lists of one model, as a template has them; the variables v and w are in its root scope.
 class CPatterns {
 public:
     CPatterns() { Reset(); }
@@ -152,7 +152,7 @@ public:
             }
         }
     }
-    /// Sets of up to four patterns of up to longest items, by chance.
+    /// Sets of up to four patterns of up to longest items, at random.
     void CompareSets(const std::vector<std::string> &items, std::size_t longest, const std::vector<std::string> &texts,
                      int sets) {
         std::mt19937 random(20241);
@@ -186,7 +186,7 @@ const std::vector<std::string> kItems = {
     "options { option = 'A'; option = ''; option = 'a'; no_case_sensitive }",
 };
 
-/// What takes part here tells a variable about each piece, or shows one.
+/// The patterns here hand each piece to a variable, or show one.
 const std::vector<std::string> kPublishing = {
     "number { id = %v% }",
     "string { id = %v%; optional }",

@@ -27,16 +27,16 @@ protected:
         EXPECT_TRUE(ok) << session_.TemplateResult().message.View() << session_.MessageLines();
         std::string names;
         session_.Edit(session_.SheetData(), session_.Key(0, 0), 1, [&](kq_pdt::TCellEditor &editor) {
-            for (std::size_t place = 1; place <= editor.ComboBox().EntryCount(); ++place) {
-                names += (place == 1 ? "" : "|") + std::string(editor.ComboBox().Entry(place));
+            for (std::size_t row = 1; row <= editor.ComboBox().EntryCount(); ++row) {
+                names += (row == 1 ? "" : "|") + std::string(editor.ComboBox().Entry(row));
             }
             return false;
         });
         return names;
     }
-    void Choose(std::size_t section, std::size_t key, std::uint32_t cell, std::size_t place) {
+    void Choose(std::size_t section, std::size_t key, std::uint32_t cell, std::size_t row) {
         session_.Edit(session_.SheetData(), session_.Key(section, key), cell,
-                      [&](kq_pdt::TCellEditor &editor) { return editor.ComboBox().UserSelect(place); });
+                      [&](kq_pdt::TCellEditor &editor) { return editor.ComboBox().UserSelect(row); });
     }
 
     CTemporaryDirectory directory_;
@@ -95,13 +95,13 @@ TEST_F(CModules, FileMayNameTheModuleInAnyCaseAndWithoutItsExtension) {
     EXPECT_EQ(host_.asked.back(), "Alpha.pdt");
 }
 
-TEST_F(CModules, SectionsOfTheModuleAreReadWhereverTheyStand) {
+TEST_F(CModules, SectionsOfTheModuleAreReadWhereverTheyAre) {
     AddModule("A.dll", "A.pdt",
               SectionOf("Of") + " def_section name = 'Free'; def_key name = 'x'; par = string; end_key end_section");
     ASSERT_TRUE(session_.Translate(kTemplate, "[Free]\nx = 1\n[Of]\nk = 7\n[S]\nm = A\n[Of]\nk = 9\n[Free]\nx = 2\n"))
         << session_.MessageLines();
     EXPECT_EQ(session_.MessageLines(), "");
-    // The section behind its source is placed by the first pass; the one ahead of it is read into the same instance.
+    // The section after its source is read by the first pass; the one before it is read into the same instance.
     EXPECT_EQ(session_.Written(), "[S]\n  m  = A.dll\n\n[Of]\n  k  = 7\n\n[Free]\n  x  = 1\n\n");
     EXPECT_TRUE(session_.SheetData().Instances().List()[1]->Has(kq_pdt::nfModule));
 }
@@ -174,9 +174,9 @@ TEST_F(CModules, SectionMayTakeItselfAway) {
     ASSERT_TRUE(session_.Translate(root + pdt, "[S]\na = A\n[Of]\nk = 2\n")) << session_.MessageLines();
     for (const char *number : {"3", "1", "0"}) {
         const auto &instances = session_.SheetData().Instances().List();
-        for (std::size_t place = 0; place < instances.size(); ++place) {
-            if (!instances[place]->Keys().empty() && session_.Cell(session_.Key(place, 0), 1) != "A.dll") {
-                session_.Edit(session_.SheetData(), session_.Key(place, 0), 1,
+        for (std::size_t index = 0; index < instances.size(); ++index) {
+            if (!instances[index]->Keys().empty() && session_.Cell(session_.Key(index, 0), 1) != "A.dll") {
+                session_.Edit(session_.SheetData(), session_.Key(index, 0), 1,
                               [&](kq_pdt::TCellEditor &editor) { return editor.CountBox().UserType(number); });
                 break;
             }

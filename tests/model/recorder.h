@@ -8,7 +8,7 @@
 #include "model/sheet_data.h"
 #include "platform/base/number_text.h"
 
-/// An item in an instance that notes every value that a variable takes, as it is told of it, and may act on it.
+/// An item in an instance that notes every value that a variable takes, and may act on it.
 class CRecorder final : public kq_pdt::CItem {
 public:
     using TAction = std::function<void(const std::string &name, const TParValue &value, bool &ok)>;

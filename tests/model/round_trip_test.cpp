@@ -2,7 +2,7 @@
 // and is written again as the same bytes, with the same channels, and the driver map made of it agrees with it.
 //
 // What docs/par.md names as exceptions doesn't occur in what is generated: texts without a default, optional values
-// ahead of others that could take what follows, conditions on what stands further down, unknown sections where a
+// before others that could take what follows, conditions on what comes further down, unknown sections where a
 // required one is missing, conditions and channels in dependent sections.
 
 #include <gtest/gtest.h>
@@ -22,7 +22,7 @@ using TWords = std::vector<std::string>;
 struct TParKind {
     std::string pdt;
     TWords values;
-    bool may_miss = false;  ///< it may be left out amid a line, since nothing else is like its values
+    bool may_miss = false;  ///< it may be left out between other values, since nothing else is like its values
 };
 
 const std::vector<TParKind> kInner = {
@@ -131,8 +131,8 @@ private:
 
     std::vector<TPar> MakePars(bool with_modes, bool marked) {
         std::vector<std::size_t> order(kInner.size());
-        for (std::size_t place = 0; place < order.size(); ++place) {
-            order[place] = place;
+        for (std::size_t index = 0; index < order.size(); ++index) {
+            order[index] = index;
         }
         std::shuffle(order.begin(), order.end(), random_);
         order.resize(1 + Below(4));
@@ -140,8 +140,8 @@ private:
         if (marked) {
             pars.push_back({&kMark, ' '});
         }
-        for (const std::size_t place : order) {
-            pars.push_back({&kInner[place], ' '});
+        for (const std::size_t index : order) {
+            pars.push_back({&kInner[index], ' '});
         }
         if (OneIn(2)) {
             pars.push_back({&Pick(kLast), ' '});
@@ -178,8 +178,8 @@ private:
                    (key.multiple ? "; multiple;" : ";");
             for (const TPar &par : key.pars) {
                 std::string list = par.kind->pdt;
-                if (const std::size_t place = list.find('@'); place != std::string::npos) {
-                    list.replace(place, 1, par.mode == ' ' ? "" : std::string("; enable_if %m% = '") + par.mode + "'");
+                if (const std::size_t at = list.find('@'); at != std::string::npos) {
+                    list.replace(at, 1, par.mode == ' ' ? "" : std::string("; enable_if %m% = '") + par.mode + "'");
                 }
                 pdt += " par = " + list + ";";
             }

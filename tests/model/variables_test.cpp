@@ -114,7 +114,7 @@ TEST(Variables, TakeANewChannelOnceWhenFirstRead) {
     const std::unique_ptr<CVarScope> clone = root.Clone();
     EXPECT_EQ(data.Ranges().RowCount(), 0U);
     const std::uint32_t first = data.NewChannelRange(false, 1);
-    const auto number = [first](std::uint32_t ahead) { return std::to_string(first + ahead); };
+    const auto number = [first](std::uint32_t offset) { return std::to_string(first + offset); };
     EXPECT_EQ(ValueOf(root, "c"), number(1));
     EXPECT_EQ(ValueOf(root, "c"), number(1));
     EXPECT_EQ(ValueOf(root, "d"), number(2));
@@ -224,7 +224,7 @@ TEST(Variables, RenamingsSetEachOtherOffAHundredDeep) {
     EXPECT_EQ(told, kq_pdt::CAssignments::kMaxDepth);
 }
 
-TEST(Variables, OneAssignmentBringsAHundredSectionsToLife) {
+TEST(Variables, OneAssignmentCreatesAHundredSections) {
     CParSheetData data;
     std::string text;
     for (int number = 0; number <= 100; ++number) {
