@@ -1,10 +1,14 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <memory>
 #include <random>
 
 #include "driver/channels/channel_range_table.h"
+#include "driver/channels/channel_transaction.h"
 #include "driver/channels/range_tree.h"
+#include "driver/channels/text_out.h"
+#include "platform/view/text_view.h"
 #include "tests/driver/channels/range_program.h"
 #include "tests/driver/channels/reference_table.h"
 
@@ -31,23 +35,26 @@ public:
     std::string Pick(std::vector<std::string> words) { return words[Below(static_cast<std::uint32_t>(words.size()))]; }
     std::string Statement() {
         const std::string kind = Type(true) + " " + Direction(true);
-        switch (Below(11)) {
+        switch (Below(12)) {
             case 0:
             case 1:
             case 2:
                 return "def " + Bounds() + " " + kind + Pick({"", " x", " y"});
             case 3:
-                return "free " + Bounds() + " " + kind;
+                return "fits " + Bounds() + " " + kind;
             case 4:
                 return "append " + kind + Pick({" 0 ", " 1 "}) + Pick({"0", "1", "3"});
             case 5:
                 return "remove " + Number();
             case 6:
-                return "to " + Number() + " " + Number() + " " + Number();
+                return Pick({"to ", "count "}) + Number() + " " + Number() + " " + Number();
             case 7:
                 return "all " + Number() + " " + Bounds();
             case 8:
-                return "type " + Number() + " " + Type(true);
+                return Pick({"type ", "direction "}) + Number() + " " + Type(true);
+            case 9:
+                // As a model does it, which knows what it defined.
+                return "def " + Bounds() + " real input";
             default:
                 return Pick({"from ", "number "}) + Number() + " " + Number();
         }
@@ -90,26 +97,102 @@ void CompareLookups(const CChannelRangeTable &table, const CReferenceTable &refe
     }
 }
 
+std::string DmfText(const CChannelRangeTable &table) {
+    CTextView view;
+    CTextOut out(&view);
+    table.WriteDmfText(out);
+    return std::string(view.Text());
+}
+
+/// A table and its reference, with transactions over the one and copies of the other.
+class CRandomRun {
+public:
+    explicit CRandomRun(std::uint32_t seed) : generator_(seed) {
+        table_.SetOwner(&our_owner_);
+        reference_.SetOwner(&their_owner_);
+        FillFromMap(generator_, table_, reference_, trace_);
+    }
+
+    void Run() {
+        for (int step = 0; step < 40; ++step) {
+            // Rows read on both sides of a change: nothing may be left of where the reading was.
+            CChannelRange range;
+            const std::uint32_t row = generator_.Below(8);
+            table_.GetRow(row, range);
+            Step();
+            CChannelRange wanted;
+            const bool there = reference_.GetRow(row + 1, wanted);
+            ASSERT_EQ(table_.GetRow(row + 1, range), there) << trace_;
+            ASSERT_TRUE(!there || RangeText(range) == RangeText(wanted)) << trace_;
+            ASSERT_EQ(TableText(table_), TableText(reference_)) << trace_;
+            ASSERT_EQ(our_owner_.reports, their_owner_.reports) << trace_;
+        }
+        while (!open_.empty()) {
+            End(false);
+        }
+        CompareLookups(table_, reference_);
+        ASSERT_FALSE(testing::Test::HasFatalFailure()) << trace_;
+    }
+
+private:
+    struct TOpen {
+        std::unique_ptr<CChannelTransaction> transaction;
+        CReferenceTable before;
+        std::string dmf;
+    };
+
+    void Step() {
+        const std::uint32_t choice = generator_.Below(10);
+        if (choice == 0 && open_.size() < 3) {
+            trace_ += "\nbegin";
+            open_.push_back({std::make_unique<CChannelTransaction>(table_), reference_, DmfText(table_)});
+        } else if (choice == 1 && !open_.empty()) {
+            End(generator_.Below(2) == 0);
+        } else if (choice == 2 && generator_.Below(10) == 0) {
+            trace_ += "\nload";
+            reference_ = {};
+            reference_.SetOwner(&their_owner_);
+            table_.LoadDmfText("begin 5 - 8 real input 9 - 10 buffer in");
+            CChannelRange range;
+            range.first = 5;
+            range.last = 8;
+            range.type = kwReal;
+            range.direction = kwInput;
+            reference_.Insert(range);
+        } else {
+            const std::string statement = generator_.Statement();
+            trace_ += "\n" + statement;
+            ASSERT_EQ(CRangeProgram(table_, statement).Run(), CRangeProgram(reference_, statement).Run()) << trace_;
+        }
+    }
+
+    void End(bool commit) {
+        TOpen open = std::move(open_.back());
+        open_.pop_back();
+        trace_ += commit ? "\ncommit" : "\nroll back";
+        if (commit) {
+            open.transaction->Commit();
+            return;
+        }
+        open.transaction->RollBack();
+        reference_ = open.before;
+        ASSERT_EQ(TableText(table_), TableText(reference_)) << trace_;
+        ASSERT_EQ(DmfText(table_), open.dmf) << trace_;
+    }
+
+    CGenerator generator_;
+    CRecordingOwner our_owner_;
+    CRecordingOwner their_owner_;
+    CChannelRangeTable table_;
+    CReferenceTable reference_;
+    std::string trace_;
+    std::vector<TOpen> open_;
+};
+
 TEST(ChannelRangeTableAgainstReference, RandomPrograms) {
     for (std::uint32_t seed = 0; seed < 1500; ++seed) {
-        CGenerator generator(seed);
-        CRecordingOwner our_owner;
-        CRecordingOwner their_owner;
-        CChannelRangeTable table;
-        CReferenceTable reference;
-        table.SetOwner(&our_owner);
-        reference.SetOwner(&their_owner);
-        std::string trace;
-        FillFromMap(generator, table, reference, trace);
-        for (int step = 0; step < 30; ++step) {
-            const std::string statement = generator.Statement();
-            trace += "\n" + statement;
-            ASSERT_EQ(CRangeProgram(table, statement).Run(), CRangeProgram(reference, statement).Run()) << trace;
-            ASSERT_EQ(TableText(table), TableText(reference)) << trace;
-            ASSERT_EQ(our_owner.reports, their_owner.reports) << trace;
-        }
-        CompareLookups(table, reference);
-        ASSERT_FALSE(HasFatalFailure()) << trace;
+        CRandomRun(seed).Run();
+        ASSERT_FALSE(HasFatalFailure()) << seed;
     }
 }
 
