@@ -148,22 +148,30 @@ private:
             open_.push_back({std::make_unique<CChannelTransaction>(table_), reference_, DmfText(table_)});
         } else if (choice == 1 && !open_.empty()) {
             End(generator_.Below(2) == 0);
-        } else if (choice == 2 && generator_.Below(10) == 0) {
-            trace_ += "\nload";
-            reference_ = {};
-            reference_.SetOwner(&their_owner_);
-            table_.LoadDmfText("begin 5 - 8 real input 9 - 10 buffer in");
-            CChannelRange range;
-            range.first = 5;
-            range.last = 8;
-            range.type = kwReal;
-            range.direction = kwInput;
-            reference_.Insert(range);
+        } else if (choice == 2 && generator_.Below(4) == 0) {
+            Reload();
         } else {
             const std::string statement = generator_.Statement();
             trace_ += "\n" + statement;
             ASSERT_EQ(CRangeProgram(table_, statement).Run(), CRangeProgram(reference_, statement).Run()) << trace_;
         }
+    }
+
+    void Reload() {
+        trace_ += "\nload";
+        reference_ = {};
+        reference_.SetOwner(&their_owner_);
+        CChannelRange range;
+        range.type = kwReal;
+        range.direction = kwInput;
+        std::string text = "begin";
+        for (std::uint32_t first = 2; first < 20; first += 3) {
+            range.first = first;
+            range.last = first + 1;
+            reference_.Insert(range);
+            text += " " + std::to_string(first) + " - " + std::to_string(first + 1) + " real input";
+        }
+        table_.LoadDmfText(text + " 90 - 91 buffer in");
     }
 
     void End(bool commit) {
@@ -192,6 +200,116 @@ private:
 TEST(ChannelRangeTableAgainstReference, RandomPrograms) {
     for (std::uint32_t seed = 0; seed < 1500; ++seed) {
         CRandomRun(seed).Run();
+        ASSERT_FALSE(HasFatalFailure()) << seed;
+    }
+}
+
+/// Definitions over a driver map as edits make and change them. Written and read again, and the definitions laid over
+/// it, the table must be the same and have nothing to say.
+class CEditRun {
+public:
+    explicit CEditRun(std::uint32_t seed) : generator_(seed) {
+        std::string map = "begin";
+        for (std::uint32_t first = generator_.Below(4); first < 30; first += 1 + generator_.Below(5)) {
+            const std::uint32_t last = first + generator_.Below(4);
+            map += " " + std::to_string(first) + " - " + std::to_string(last) + " " + generator_.Type(false) + " input";
+            first = last;
+        }
+        table_.LoadDmfText(map);
+        trace_ = map;
+    }
+
+    void Run() {
+        for (int step = 0; step < 30; ++step) {
+            const std::string before = TableText(table_);
+            const bool done = Step();
+            ASSERT_TRUE(done || TableText(table_) == before) << trace_;
+            const std::string text = DmfText(table_);
+            CRecordingOwner owner;
+            CChannelRangeTable fresh;
+            fresh.SetOwner(&owner);
+            fresh.LoadDmfText(text);
+            for (const TBlock &block : blocks_) {
+                fresh.AddDefinedUnnamed(block.first, block.last, block.type, kwInput);
+            }
+            ASSERT_EQ(owner.reports, "") << trace_ << "\n" << TableText(table_);
+            ASSERT_EQ(TableText(fresh), TableText(table_)) << trace_;
+        }
+    }
+
+private:
+    struct TBlock {
+        std::uint32_t first, last, type;
+    };
+
+    bool Step() {
+        const std::uint32_t first = generator_.Below(40);
+        const std::uint32_t last = first + generator_.Below(9);
+        const std::uint32_t type = generator_.Below(3) == 0 ? kwBoolean : kwReal;
+        trace_ += "\n" + std::to_string(first) + " " + std::to_string(last) + " " + std::to_string(type);
+        const std::uint32_t choice = blocks_.empty() ? 0 : generator_.Below(9);
+        if (choice < 2) {
+            const bool done = table_.DefineIfFits(first, last, type, kwInput);
+            if (done) {
+                blocks_.push_back({first, last, type});
+            }
+            return done;
+        }
+        const std::uint32_t index = generator_.Below(static_cast<std::uint32_t>(blocks_.size()));
+        TBlock &block = blocks_[index];
+        trace_ += " " + std::to_string(choice) + " of " + std::to_string(block.first);
+        if (choice == 2) {
+            table_.RemoveRange(block.first);
+            blocks_.erase(blocks_.begin() + index);
+            return true;
+        }
+        TBlock after = block;
+        const bool done = Change(choice, block, after, first, last);
+        if (done) {
+            block = after;
+        }
+        return done;
+    }
+
+    bool Change(std::uint32_t choice, const TBlock &block, TBlock &after, std::uint32_t first, std::uint32_t last) {
+        const auto change = [&](std::uint32_t keyword, std::uint32_t from, std::uint32_t to) {
+            return table_.ChangeParameter(block.first, keyword, TParValue::Number(from), TParValue::Number(to));
+        };
+        switch (choice) {
+            case 3:
+                after.first = first;
+                after.last = std::max(first, block.last);
+                return change(kwChFrom, block.first, first);
+            case 4:
+                after.last = last;
+                after.first = std::min(last, block.first);
+                return change(kwChTo, block.last, last);
+            case 5:
+                after.last = block.first + last - first;
+                return change(kwChCount, block.last - block.first + 1, last - first + 1);
+            case 6:
+                after.first = first;
+                after.last = first + block.last - block.first;
+                return change(kwChNumber, block.first, first);
+            case 7:
+                after.first = first;
+                after.last = last;
+                return change(kwAll, first, last);
+            default:
+                after.type = block.type == kwReal ? kwBoolean : kwReal;
+                return change(kwChType, block.type, after.type);
+        }
+    }
+
+    CGenerator generator_;
+    CChannelRangeTable table_;
+    std::vector<TBlock> blocks_;
+    std::string trace_;
+};
+
+TEST(ChannelRangeTable, EditsReadBackAsTheyWereWritten) {
+    for (std::uint32_t seed = 0; seed < 500; ++seed) {
+        CEditRun(seed).Run();
         ASSERT_FALSE(HasFatalFailure()) << seed;
     }
 }

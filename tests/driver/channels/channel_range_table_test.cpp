@@ -4,6 +4,7 @@
 
 #include <array>
 
+#include "driver/channels/channel_transaction.h"
 #include "tests/driver/channels/range_program.h"
 
 namespace {
@@ -339,6 +340,10 @@ TEST(ChannelRangeTable, RowsAndUndefinedRanges) {
     EXPECT_EQ(owner.selected, 1U);
     table.SelectRow(6);
     EXPECT_EQ(owner.selected, 1U);
+    CRangeProgram(table, "def 4 6 real input; from 4 5").Run();
+    table.SelectRow(5);
+    EXPECT_EQ(owner.selected, 3U);
+    table.LoadDmfText("begin 5 real input 5 real input 9 real output 7 integer input");
     CChannelRange range;
     for (const std::uint32_t row : {3U, 0U, 1U, 1U, 2U, 3U, 2U}) {
         ASSERT_TRUE(table.GetRow(row, range));
@@ -359,9 +364,11 @@ TEST(ChannelRangeTable, RowsAndUndefinedRanges) {
     CRangeProgram(table, "direction 7 input").Run();
     EXPECT_TRUE(table.FirstUndefinedRow(row));
     EXPECT_EQ(row, 3U);
+    ASSERT_TRUE(table.GetRow(0, range));
+    const CChannelTransaction keeps_what_was_read(table);
     table.Clear();
     EXPECT_EQ(table.RowCount(), 0U);
-    EXPECT_FALSE(table.GetRow(0, range));
+    EXPECT_FALSE(table.GetRow(1, range));
 }
 
 TEST(ChannelRangeTable, TellsWhatChanged) {
@@ -386,6 +393,35 @@ TEST(ChannelRangeTable, TellsWhatChanged) {
         CRangeProgram(table, step.program).Run();
         EXPECT_EQ(owner.changes != 0, step.news) << step.program;
     }
+}
+
+TEST(ChannelTransaction, EndsOnceAndTellsWhatItUndoes) {
+    CRecordingOwner owner;
+    CChannelRangeTable table;
+    table.SetOwner(&owner);
+    table.LoadDmfText("begin 5 - 8 real input 9 buffer in");
+    const auto run = [&](const char *program) { CRangeProgram(table, program).Run(); };
+    {
+        CChannelTransaction outer(table);
+        {
+            CChannelTransaction inner(table);
+            run("from 5 6");
+            owner.changes = 0;
+            inner.Commit();
+            inner.RollBack();
+            EXPECT_FALSE(inner.IsOpen());
+        }
+        EXPECT_EQ(owner.changes, 0U);
+        EXPECT_EQ(TableText(table), "6-8 real input");
+        table.LoadDmfText("begin 1 real input x");
+        EXPECT_EQ(table.DmfStopLine(), 0U);
+        owner.changes = 0;
+    }
+    EXPECT_EQ(owner.changes, 1U);
+    EXPECT_EQ(TableText(table), "5-8 real input");
+    EXPECT_EQ(table.DmfStopLine(), 1U);
+    { const CChannelTransaction nothing(table); }
+    EXPECT_EQ(owner.changes, 1U);
 }
 
 /// A definition over as many ranges as this takes as many steps; they must not pile up.
