@@ -1,6 +1,7 @@
 /// The table of channel ranges beside an interval map of the kind that libraries offer: laying definitions into an
 /// empty table, laying them into the middle of ranges that are there (each splits one in three), looking channels up
-/// and walking all rows. Everything comes in random order.
+/// and walking all rows. Everything comes in random order. Edits of single ranges have no peer: a change alone, in a
+/// transaction that is committed, and in one that is rolled back.
 
 #include <benchmark/benchmark.h>
 
@@ -13,12 +14,15 @@
 
 #include "bench/support/count_memory.h"
 #include "driver/channels/channel_range_table.h"
+#include "driver/channels/channel_transaction.h"
 
 namespace {
 
 using kq_pdt::CChannelRange;
 using kq_pdt::CChannelRangeTable;
+using kq_pdt::CChannelTransaction;
 using kq_pdt::kUndefinedCode;
+using kq_pdt::kwChTo;
 using kq_pdt::kwInput;
 using kq_pdt::kwReal;
 
@@ -177,6 +181,44 @@ void Rows(benchmark::State &state) {
     }
     CountItems(state);
 }
+
+bool ChangeLast(CChannelRangeTable &table, std::uint32_t range, std::uint32_t old_last, std::uint32_t last) {
+    const std::uint32_t first = range * kStride;
+    return table.ChangeParameter(first, kwChTo, TParValue::Number(first + old_last), TParValue::Number(first + last));
+}
+
+enum class TEnd : std::uint8_t { kNone, kCommit, kRollBack };
+
+/// Changes the last channel of one range after the other by one. Edits that stay are undone by a second one.
+template <TEnd kEnd>
+void Edit(benchmark::State &state) {
+    TOurs ours = Laid<TOurs>(Count(state));
+    const std::vector<std::uint32_t> order = Shuffled(Count(state));
+    std::size_t at = 0;
+    std::uint32_t last = 8;
+    bool changed = true;
+    for (auto _ : state) {
+        if constexpr (kEnd == TEnd::kNone) {
+            changed &= ChangeLast(ours.table, order[at], last, 17 - last);
+        } else {
+            CChannelTransaction transaction(ours.table);
+            changed &= ChangeLast(ours.table, order[at], last, 17 - last);
+            kEnd == TEnd::kCommit ? transaction.Commit() : transaction.RollBack();
+        }
+        if (++at == order.size()) {
+            at = 0;
+            last = kEnd == TEnd::kRollBack ? last : 17 - last;
+        }
+    }
+    if (!changed) {
+        state.SkipWithError("a change was refused");
+    }
+    state.SetItemsProcessed(state.iterations());
+}
+
+BENCHMARK_TEMPLATE(Edit, TEnd::kNone)->Arg(1000)->Arg(100000);
+BENCHMARK_TEMPLATE(Edit, TEnd::kCommit)->Arg(1000)->Arg(100000);
+BENCHMARK_TEMPLATE(Edit, TEnd::kRollBack)->Arg(1000)->Arg(100000);
 
 #define KQ_BESIDE(work)                                      \
     BENCHMARK_TEMPLATE(work, TOurs)->Arg(1000)->Arg(100000); \

@@ -52,7 +52,7 @@ bool CParSheetData::AddUnnamedChannelRange(std::uint32_t first, std::uint32_t la
 
 bool CParSheetData::AddChannelRangeIfFree(std::uint32_t first, std::uint32_t last, std::uint32_t type,
                                           std::uint32_t direction) {
-    return ranges_.AddIfFree(first, last, type, direction);
+    return ranges_.DefineIfFits(first, last, type, direction);
 }
 
 std::uint32_t CParSheetData::NewChannelRange(bool defined, std::uint32_t count) {

@@ -1,11 +1,12 @@
 #include <algorithm>
+#include <optional>
 
 #include "driver/channels/channel_range_note.h"
 #include "driver/channels/channel_range_table.h"
 
-// A changed parameter moves one bound of a definition's range, or both. What lies in the way goes only if no definition
-// has it: undefined ranges are deleted or lose the channels that the new bounds take. Nothing changes before it is
-// certain that everything can give way. Ranges are named by their rows here, since erasing makes positions invalid.
+// A changed parameter moves one bound of a definition's block, or both. What lies in the way goes only if no definition
+// has it: undefined ranges are deleted or lose the channels that the new bounds take. A change is first worked out as a
+// list of rows with what becomes of them, and carried out only when it is certain that everything can give way.
 namespace kq_pdt {
 namespace {
 
@@ -20,14 +21,37 @@ bool GivesWay(const TRangeRecord &range, const TRangeRecord &taker) {
 
 }  // namespace
 
+/// The ranges of a definition, ascending: one, or its pieces.
+struct CChannelRangeTable::TBlock {
+    struct TPiece {
+        std::uint32_t row;
+        TRecord range;
+    };
+    std::vector<TPiece> pieces;
+
+    const TRecord &Lowest() const { return pieces.front().range; }
+    std::uint32_t First() const { return Lowest().first; }
+    std::uint32_t Last() const { return pieces.back().range.last; }
+    bool HasRow(std::uint32_t row) const {
+        const auto below = [](const TPiece &piece, std::uint32_t wanted) { return piece.row < wanted; };
+        const auto piece = std::lower_bound(pieces.begin(), pieces.end(), row, below);
+        return piece != pieces.end() && piece->row == row;
+    }
+};
+
+/// What becomes of the range at a row; without a range it is deleted.
+struct CChannelRangeTable::TReplacement {
+    std::uint32_t row;
+    std::optional<TRecord> range;
+};
+
 bool CChannelRangeTable::ChangeParameter(std::uint32_t key, std::uint32_t keyword, const TParValue &old_value,
                                          const TParValue &new_value) {
-    next_row_ = kNoNumber;
     const std::uint32_t old_number = old_value.number;
     const std::uint32_t new_number = new_value.number;
-    CPosition position;
+    TBlock block;
     if (keyword == kwAll) {
-        return ranges_.FindByFirst(key, position) && MoveWhole(position, old_number, new_number);
+        return FindBlock(key, block) && MoveWhole(block, old_number, new_number);
     }
     const bool to_number = new_value.IsNumber();
     const bool between_numbers = old_value.IsNumber() && to_number;
@@ -36,152 +60,238 @@ bool CChannelRangeTable::ChangeParameter(std::uint32_t key, std::uint32_t keywor
     }
     switch (keyword) {
         case kwChNumber:
-            return !to_number || (ranges_.FindByFirst(old_number, position) && MoveStart(position, new_number));
+            return !to_number || (FindBlock(old_number, block) && MoveStart(block, new_number));
         case kwChType:
         case kwChDirection:
-            return !to_number || (ranges_.FindByFirst(key, position) && ChangeKind(position, keyword, new_number));
+            return !to_number || (FindBlock(key, block) && ChangeKind(block, keyword, new_number));
         case kwChFrom:
-            return !between_numbers || (ranges_.FindByFirst(old_number, position) && MoveFirst(position, new_number));
+            return !between_numbers || (FindBlock(old_number, block) && MoveFirst(block, new_number));
         case kwChTo:
-            return !between_numbers ||
-                   (ranges_.FindByFirst(key, position) && MoveLast(position, old_number, new_number));
+            return !between_numbers || (FindBlock(key, block) && MoveLast(block, old_number, new_number));
+        case kwChCount:
+            return !between_numbers || (FindBlock(key, block) && ChangeCount(block, old_number, new_number));
         default:
             return true;
     }
 }
 
-bool CChannelRangeTable::ChangeKind(const CPosition &position, std::uint32_t keyword, std::uint32_t code) {
-    TRecord range = ranges_.At(position);
-    (keyword == kwChType ? range.type : range.direction) = code;
-    ranges_.SetRest(position, range);
+void CChannelRangeTable::RemoveRange(std::uint32_t first) {
+    TBlock block;
+    if (!FindBlock(first, block)) {
+        return;
+    }
+    std::vector<TReplacement> changes;
+    for (const TBlock::TPiece &piece : block.pieces) {
+        changes.push_back({piece.row, std::nullopt});
+    }
+    Apply(changes);
+    Changed();
+}
+
+/// The block that starts at a number, and its pieces.
+bool CChannelRangeTable::FindBlock(std::uint32_t first, TBlock &block) const {
+    CPosition position;
+    if (!FindBlockStart(first, position)) {
+        return false;
+    }
+    do {
+        block.pieces.push_back({Ranges().RowOf(position), Ranges().At(position)});
+    } while (IsDefined(block.Lowest()) && block.Last() != kNoNumber && FindPiece(block.Last() + 1, position));
     return true;
 }
 
-/// The range keeps its length; bounds beyond the last channel number are refused.
-bool CChannelRangeTable::MoveStart(const CPosition &position, std::uint32_t first) {
-    const TRecord range = ranges_.At(position);
-    const std::uint32_t last = first + (range.last - range.first);
-    const bool wraps = range.first <= range.last && last < first;
-    return !wraps && MoveWhole(position, first, last);
+/// The range with which a block starts. Of several that start at a number it is the one that a definition has: others
+/// may lie inside a definition that was laid over them.
+bool CChannelRangeTable::FindBlockStart(std::uint32_t first, CPosition &position) const {
+    CPosition candidate;
+    bool found = false;
+    for (Ranges().FindByFirst(first, candidate); !Ranges().IsEnd(candidate) && Ranges().FirstAt(candidate) == first;
+         Ranges().Next(candidate)) {
+        const TRecord range = Ranges().At(candidate);
+        if (IsDefined(range) && !Continues(range)) {
+            position = candidate;
+            return true;
+        }
+        if (!found && !IsDefined(range)) {
+            position = candidate;
+            found = true;
+        }
+    }
+    return found;
 }
 
-bool CChannelRangeTable::MoveWhole(const CPosition &position, std::uint32_t first, std::uint32_t last) {
-    const TRecord taker = ranges_.At(position);
-    const std::uint32_t row = ranges_.RowOf(position);
-    std::vector<std::uint32_t> in_the_way;
-    std::uint32_t rows_below = 0;
-    CPosition other = ranges_.FirstEndingFrom(first);
-    for (std::uint32_t at = ranges_.RowOf(other); !ranges_.IsEnd(other) && ranges_.FirstAt(other) <= last;
-         ranges_.Next(other), ++at) {
-        if (at == row || ranges_.LastAt(other) < first) {
+/// The piece that starts at a number and continues a definition.
+bool CChannelRangeTable::FindPiece(std::uint32_t first, CPosition &position) const {
+    for (Ranges().FindByFirst(first, position); !Ranges().IsEnd(position) && Ranges().FirstAt(position) == first;
+         Ranges().Next(position)) {
+        if (Continues(Ranges().At(position))) {
+            return true;
+        }
+    }
+    return false;
+}
+
+bool CChannelRangeTable::ChangeKind(const TBlock &block, std::uint32_t keyword, std::uint32_t code) {
+    for (const TBlock::TPiece &piece : block.pieces) {
+        TRecord range = piece.range;
+        (keyword == kwChType ? range.type : range.direction) = code;
+        store_.SetRest(Ranges().AtRow(piece.row), range);
+    }
+    return true;
+}
+
+/// The block keeps its length.
+bool CChannelRangeTable::MoveStart(const TBlock &block, std::uint32_t first) {
+    const std::int64_t last = std::int64_t{block.Last()} - block.First() + first;
+    return last <= kHighestChannel && MoveWhole(block, first, static_cast<std::uint32_t>(last));
+}
+
+bool CChannelRangeTable::MoveWhole(const TBlock &block, std::uint32_t first, std::uint32_t last) {
+    if (first > last || last > kHighestChannel) {
+        return false;
+    }
+    std::vector<TReplacement> changes;
+    CPosition other = Ranges().FirstEndingFrom(first);
+    for (std::uint32_t row = Ranges().RowOf(other); !Ranges().IsEnd(other) && Ranges().FirstAt(other) <= last;
+         Ranges().Next(other), ++row) {
+        if (Ranges().LastAt(other) < first || block.HasRow(row)) {
             continue;
         }
-        if (!GivesWay(ranges_.At(other), taker)) {
+        if (!GivesWay(Ranges().At(other), block.Lowest())) {
             return false;
         }
-        in_the_way.push_back(at);
-        rows_below += at < row ? 1 : 0;
+        changes.push_back({row, std::nullopt});
     }
-    std::for_each(in_the_way.rbegin(), in_the_way.rend(),
-                  [this](std::uint32_t at) { ranges_.Erase(ranges_.AtRow(at)); });
-    SetBounds(row - rows_below, first, last);
+    Reshape(block, std::int64_t{first} - block.First(), first, last, changes);
     return true;
 }
 
-bool CChannelRangeTable::MoveFirst(const CPosition &position, std::uint32_t first) {
-    const TRecord range = ranges_.At(position);
-    std::uint32_t row = ranges_.RowOf(position);
-    if (first < range.first && !ClearDown(row, first)) {
-        return false;
+bool CChannelRangeTable::MoveFirst(const TBlock &block, std::uint32_t first) {
+    std::vector<TReplacement> changes;
+    const bool can = first <= kHighestChannel && (first >= block.First() || ClearDown(block, first, changes)) &&
+                     (first <= block.Last() || ClearUp(block, first, changes));
+    if (can) {
+        Reshape(block, 0, first, std::max(first, block.Last()), changes);
     }
-    if (first > range.last && !ClearUp(row, first)) {
-        return false;
-    }
-    SetBounds(row, first, first > range.last ? first : range.last);
-    return true;
+    return can;
 }
 
-/// The last number that the definition had need not be the range's: the direction of the move depends on it alone.
-bool CChannelRangeTable::MoveLast(const CPosition &position, std::uint32_t old_last, std::uint32_t last) {
-    const TRecord range = ranges_.At(position);
-    std::uint32_t row = ranges_.RowOf(position);
-    if (last > old_last) {
-        if (!ClearUp(row, last)) {
-            return false;
-        }
-        SetBounds(row, range.first, last);
-        return true;
-    }
-    if (last < range.first && !ClearDown(row, last)) {
+/// The last number that the definition had need not be the block's: the direction of the move depends on it alone.
+bool CChannelRangeTable::MoveLast(const TBlock &block, std::int64_t old_last, std::uint32_t last) {
+    const bool up = last > old_last;
+    if (last > kHighestChannel || (up && last < block.First())) {
         return false;
     }
-    SetBounds(row, last < range.first ? last : range.first, last);
-    return true;
+    std::vector<TReplacement> changes;
+    const bool can = up ? ClearUp(block, last, changes) : last >= block.First() || ClearDown(block, last, changes);
+    if (can) {
+        Reshape(block, 0, std::min(block.First(), last), last, changes);
+    }
+    return can;
 }
 
-/// Makes way for the range at a row from an edge below it on. The row follows what is deleted.
-bool CChannelRangeTable::ClearDown(std::uint32_t &row, std::uint32_t edge) {
-    const TRecord taker = ranges_.At(ranges_.AtRow(row));
-    std::uint32_t lowest = row;
-    for (; lowest > 0; --lowest) {
-        const CPosition position = ranges_.AtRow(lowest - 1);
-        const TRecord range = ranges_.At(position);
+bool CChannelRangeTable::ChangeCount(const TBlock &block, std::uint32_t old_count, std::uint32_t count) {
+    const std::int64_t last = std::int64_t{block.First()} + count - 1;
+    return count > 0 && last <= kHighestChannel &&
+           MoveLast(block, std::int64_t{block.First()} + old_count - 1, static_cast<std::uint32_t>(last));
+}
+
+/// Works out how way is made for a block from an edge below it on.
+bool CChannelRangeTable::ClearDown(const TBlock &block, std::uint32_t edge, std::vector<TReplacement> &changes) const {
+    const std::uint32_t end = block.pieces.front().row;
+    CPosition other = Ranges().FirstEndingFrom(edge);
+    for (std::uint32_t row = Ranges().RowOf(other); row < end; Ranges().Next(other), ++row) {
+        TRecord range = Ranges().At(other);
         if (range.last < edge) {
-            break;
+            continue;
         }
-        if (!GivesWay(range, taker)) {
+        if (!GivesWay(range, block.Lowest())) {
             return false;
         }
         if (range.first < edge) {
-            ranges_.SetLast(position, edge - 1);
-            break;
+            range.last = edge - 1;
+            changes.push_back({row, range});
+        } else {
+            changes.push_back({row, std::nullopt});
         }
     }
-    EraseRows(lowest, row);
-    row = lowest;
     return true;
 }
 
-/// Makes way for the range at a row up to an edge above it. Of what kind the ranges there are doesn't matter.
-bool CChannelRangeTable::ClearUp(std::uint32_t row, std::uint32_t edge) {
-    std::uint32_t highest = row + 1;
-    for (; highest < ranges_.Size(); ++highest) {
-        const CPosition position = ranges_.AtRow(highest);
-        TRecord range = ranges_.At(position);
-        if (edge < range.first) {
-            break;
+/// Works out how way is made for a block up to an edge. Of what kind the ranges there are doesn't matter.
+bool CChannelRangeTable::ClearUp(const TBlock &block, std::uint32_t edge, std::vector<TReplacement> &changes) const {
+    std::uint32_t row = block.pieces.front().row + 1;
+    CPosition other = Ranges().AtRow(row);
+    for (; !Ranges().IsEnd(other) && Ranges().FirstAt(other) <= edge; Ranges().Next(other), ++row) {
+        if (block.HasRow(row)) {
+            continue;
         }
+        TRecord range = Ranges().At(other);
         if (IsDefined(range)) {
             return false;
         }
         if (edge < range.last) {
             range.first = edge + 1;
-            ranges_.Erase(position);
-            ranges_.Insert(range);
-            break;
+            changes.push_back({row, range});
+        } else {
+            changes.push_back({row, std::nullopt});
         }
     }
-    EraseRows(row + 1, highest);
     return true;
 }
 
-void CChannelRangeTable::EraseRows(std::uint32_t from, std::uint32_t to) {
-    for (std::uint32_t row = to; row > from; --row) {
-        ranges_.Erase(ranges_.AtRow(row - 1));
+/// Carries a change out: the pieces are shifted, then cut or extended to the new bounds, and the changes join them.
+/// Pieces outside the bounds go; if all are, the lowest stays for the whole.
+void CChannelRangeTable::Reshape(const TBlock &block, std::int64_t shift, std::uint32_t first, std::uint32_t last,
+                                 std::vector<TReplacement> &changes) {
+    const auto stays = [&](const TBlock::TPiece &piece) {
+        return piece.range.first + shift <= last && piece.range.last + shift >= first;
+    };
+    const auto lowest = std::find_if(block.pieces.begin(), block.pieces.end(), stays);
+    const auto kept_from = lowest != block.pieces.end() ? lowest : block.pieces.begin();
+    std::uint32_t next_first = first;
+    std::size_t kept = changes.size();
+    for (auto piece = block.pieces.begin(); piece != block.pieces.end(); ++piece) {
+        if (piece != kept_from && !(piece > kept_from && stays(*piece))) {
+            changes.push_back({piece->row, std::nullopt});
+            continue;
+        }
+        TRecord range = piece->range;
+        range.first = next_first;
+        range.last = static_cast<std::uint32_t>(std::min<std::int64_t>(range.last + shift, last));
+        range.note = piece == kept_from ? range.note & ~kNoteContinues : range.note;
+        next_first = range.last + 1;
+        kept = changes.size();
+        changes.push_back({piece->row, range});
     }
+    changes[kept].range->last = last;
+    Apply(changes);
 }
 
-void CChannelRangeTable::SetBounds(std::uint32_t row, std::uint32_t first, std::uint32_t last) {
-    const CPosition position = ranges_.AtRow(row);
-    TRecord range = ranges_.At(position);
-    if (range.first == first) {
-        ranges_.SetLast(position, last);
-        return;
+/// Ranges that keep their first numbers change in their rows. The others leave theirs, and come in again where they
+/// belong.
+void CChannelRangeTable::Apply(std::vector<TReplacement> &changes) {
+    std::sort(changes.begin(), changes.end(),
+              [](const TReplacement &left, const TReplacement &right) { return left.row > right.row; });
+    std::vector<TRecord> moved;
+    for (const TReplacement &change : changes) {
+        const CPosition position = Ranges().AtRow(change.row);
+        if (change.range && change.range->first == Ranges().FirstAt(position)) {
+            const TRecord before = Ranges().At(position);
+            if (before.last != change.range->last) {
+                store_.SetLast(position, change.range->last);
+            }
+            if (before.note != change.range->note) {
+                store_.SetRest(position, *change.range);
+            }
+            continue;
+        }
+        store_.Erase(position);
+        if (change.range) {
+            moved.push_back(*change.range);
+        }
     }
-    range.first = first;
-    range.last = last;
-    ranges_.Erase(position);
-    ranges_.Insert(range);
+    std::for_each(moved.begin(), moved.end(), [this](const TRecord &range) { store_.Insert(range); });
 }
 
 }  // namespace kq_pdt

@@ -18,6 +18,12 @@ struct CChannelRangeTable::TDefinition {
     std::uint32_t type;
     std::uint32_t direction;
     std::string_view name;
+    bool continues = false;   ///< channels right below have been laid
+    bool fills_gaps = false;  ///< an unknown type or direction of a range that is taken over becomes the definition's
+
+    /// The range that is laid where there is none.
+    TRecord Whole() const { return {first, last, type, direction, Note()}; }
+    std::uint32_t Note() const { return NoteFlags(true, type, direction) | (continues ? kNoteContinues : 0); }
 };
 
 bool CChannelRangeTable::AddDefinedUnnamed(std::uint32_t first, std::uint32_t last, std::uint32_t type,
@@ -30,7 +36,6 @@ bool CChannelRangeTable::AddDefined(std::uint32_t first, std::uint32_t last, std
     if (first > last) {
         return true;
     }
-    next_row_ = kNoNumber;
     TDefinition rest = {first, last, type, direction, name};
     TStep step = TStep::kMore;
     while (step == TStep::kMore) {
@@ -38,50 +43,111 @@ bool CChannelRangeTable::AddDefined(std::uint32_t first, std::uint32_t last, std
     }
     if (step == TStep::kDone) {
         Changed();
+    } else if (rest.last < last) {
+        DetachPiece(rest.last + 1);
     }
     return step == TStep::kDone;
 }
 
+/// What was laid from a number on has lost the channels that it was to continue.
+void CChannelRangeTable::DetachPiece(std::uint32_t first) {
+    CPosition position;
+    if (FindPiece(first, position)) {
+        TRecord range = Ranges().At(position);
+        range.note &= ~kNoteContinues;
+        store_.SetRest(position, range);
+    }
+}
+
+bool CChannelRangeTable::DefineIfFits(std::uint32_t first, std::uint32_t last, std::uint32_t type,
+                                      std::uint32_t direction) {
+    TDefinition rest = {first, last, type, direction, {}};
+    rest.fills_gaps = true;
+    if (first > last || last > kHighestChannel || !Fits(rest)) {
+        return false;
+    }
+    while (LayUpward(rest) == TStep::kMore) {
+    }
+    Changed();
+    return true;
+}
+
+/// True if no range that holds one of the definition's channels is defined or of another kind.
+bool CChannelRangeTable::Fits(const TDefinition &wanted) const {
+    for (CPosition position = Ranges().FirstEndingFrom(wanted.first);
+         !Ranges().IsEnd(position) && Ranges().FirstAt(position) <= wanted.last; Ranges().Next(position)) {
+        const TRecord range = Ranges().At(position);
+        const bool shares_channels = range.last >= wanted.first && range.first <= range.last;
+        if (shares_channels &&
+            (IsDefined(range) || Differs(range.type, wanted.type) || Differs(range.direction, wanted.direction))) {
+            return false;
+        }
+    }
+    return true;
+}
+
+/// Lays the lowest part of what fits: the range that holds the first channel is taken over, or the gap up to the next
+/// range is filled. So ranges inside the definition become pieces of it.
+CChannelRangeTable::TStep CChannelRangeTable::LayUpward(TDefinition &rest) {
+    CPosition position;
+    if (Ranges().FindContaining(rest.first, position)) {
+        return LayFromFirst(position, rest);
+    }
+    CPosition next = position;
+    while (!Ranges().IsEnd(next) && Ranges().LastAt(next) < Ranges().FirstAt(next)) {
+        Ranges().Next(next);
+    }
+    TRecord laid = rest.Whole();
+    if (!Ranges().IsEnd(next)) {
+        laid.last = std::min(laid.last, Ranges().FirstAt(next) - 1);
+    }
+    store_.Insert(position, laid);
+    const bool done = laid.last == rest.last;
+    rest.first = laid.last + 1;
+    rest.continues = true;
+    return done ? TStep::kDone : TStep::kMore;
+}
+
 CChannelRangeTable::TStep CChannelRangeTable::LayStep(TDefinition &rest) {
     CPosition position;
-    if (ranges_.FindContaining(rest.first, position)) {
-        const TRecord range = ranges_.At(position);
+    if (Ranges().FindContaining(rest.first, position)) {
+        const TRecord range = Ranges().At(position);
         const bool refused = ReportConflict(range, rest) || ReportSecondDefinition(range, rest);
         return refused ? TStep::kRefused : LayFromFirst(position, rest);
     }
-    TRecord laid = {rest.first, rest.last, rest.type, rest.direction, NoteFlags(true, rest.type, rest.direction)};
-    if (ranges_.IsEnd(position) || ranges_.FirstAt(position) > rest.last) {
-        laid.note |= NameBits(rest.name);
-        ranges_.Insert(position, laid);
+    TRecord laid = rest.Whole();
+    if (Ranges().IsEnd(position) || Ranges().FirstAt(position) > rest.last) {
+        laid.note |= store_.NameBits(rest.name);
+        store_.Insert(position, laid);
         return TStep::kDone;
     }
-    if (ranges_.FindContaining(rest.last, position)) {
-        return ReportSecondDefinition(ranges_.At(position), rest) ? TStep::kRefused : LayFromLast(position, rest);
+    if (Ranges().FindContaining(rest.last, position)) {
+        return ReportSecondDefinition(Ranges().At(position), rest) ? TStep::kRefused : LayFromLast(position, rest);
     }
-    laid.note |= NameBits(rest.name);
-    ranges_.Insert(laid);
+    laid.note |= store_.NameBits(rest.name);
+    store_.Insert(laid);
     return TStep::kDone;
 }
 
 /// A range holds the first channel: it is taken over from there on.
 CChannelRangeTable::TStep CChannelRangeTable::LayFromFirst(CPosition &position, TDefinition &rest) {
-    const TRecord range = ranges_.At(position);
-    const std::uint32_t name = NameBits(rest.name);
+    const TRecord range = Ranges().At(position);
+    const std::uint32_t name = store_.NameBits(rest.name);
     const bool from_start = range.first == rest.first;
     TRecord taken = range;
     taken.first = rest.first;
     taken.last = std::min(range.last, rest.last);
-    taken.note = NoteFlags(true, rest.type, rest.direction) | name;
+    taken.note = rest.Note() | name;
+    if (rest.fills_gaps || (from_start && range.last == rest.last)) {
+        taken.type = rest.type != kUndefinedCode ? rest.type : range.type;
+        taken.direction = rest.direction != kUndefinedCode ? rest.direction : range.direction;
+    }
     if (from_start) {
-        if (range.last == rest.last) {
-            taken.type = rest.type != kUndefinedCode ? rest.type : range.type;
-            taken.direction = rest.direction != kUndefinedCode ? rest.direction : range.direction;
-        }
-        ranges_.SetLast(position, taken.last);
-        ranges_.SetRest(position, taken);
+        store_.SetLast(position, taken.last);
+        store_.SetRest(position, taken);
     } else {
-        ranges_.SetLast(position, rest.first - 1);
-        ranges_.Insert(position, taken);
+        store_.SetLast(position, rest.first - 1);
+        store_.Insert(position, taken);
     }
     if (rest.last < range.last) {
         TRecord rest_of_range = range;
@@ -89,58 +155,44 @@ CChannelRangeTable::TStep CChannelRangeTable::LayFromFirst(CPosition &position, 
         if (!from_start) {
             rest_of_range.note = WithName(range.note, name);
         }
-        ranges_.Insert(position, rest_of_range);
+        store_.Insert(position, rest_of_range);
     }
     if (rest.last <= range.last) {
         return TStep::kDone;
     }
     rest.first = range.last + 1;
+    rest.continues = true;
     rest.name = {};
     return TStep::kMore;
 }
 
-/// A range holds the last channel, none the first: the range is taken over up to there.
+/// A range holds the last channel, none the first: the range is taken over up to there, and continues what the next
+/// steps lay below.
 CChannelRangeTable::TStep CChannelRangeTable::LayFromLast(CPosition &position, TDefinition &rest) {
-    const TRecord range = ranges_.At(position);
-    const std::uint32_t name = NameBits(rest.name);
+    const TRecord range = Ranges().At(position);
+    const std::uint32_t name = store_.NameBits(rest.name);
     TRecord taken = range;
     taken.last = rest.last;
-    taken.note = NoteFlags(true, rest.type, rest.direction) | name;
+    taken.note = rest.Note() | kNoteContinues | name;
     TRecord rest_of_range = range;
     rest_of_range.first = rest.last + 1;
     if (rest.last == range.last) {
-        ranges_.SetRest(position, taken);
+        store_.SetRest(position, taken);
     } else if (rest.last == range.first) {
         // The one channel at the range's start only counts as defined; what was free in the range stays as it was.
-        taken.note = WithName(range.note, name) | kNoteDefined;
-        ranges_.Erase(position);
-        ranges_.Insert(taken);
-        ranges_.Insert(rest_of_range);
+        taken.note = WithName(range.note, name) | kNoteDefined | kNoteContinues;
+        store_.Erase(position);
+        store_.Insert(taken);
+        store_.Insert(rest_of_range);
     } else {
-        ranges_.SetLast(position, taken.last);
-        ranges_.SetRest(position, taken);
+        store_.SetLast(position, taken.last);
+        store_.SetRest(position, taken);
         rest_of_range.note = WithName(range.note, name);
-        ranges_.Insert(position, rest_of_range);
+        store_.Insert(position, rest_of_range);
     }
     rest.last = range.first - 1;
     rest.name = {};
     return TStep::kMore;
-}
-
-/// The bits of a note that stand for a name, which is kept if it is a new one.
-std::uint32_t CChannelRangeTable::NameBits(std::string_view name) {
-    constexpr std::uint32_t kMostNames = 0xFFFFFFFFU >> kNoteNameShift;
-    if (name.empty()) {
-        return 0;
-    }
-    const kq_base::TText text(name);
-    if (names_.empty() || names_.back() != text) {
-        if (names_.size() >= kMostNames) {
-            return 0;
-        }
-        names_.push_back(text);
-    }
-    return static_cast<std::uint32_t>(names_.size()) << kNoteNameShift;
 }
 
 bool CChannelRangeTable::ReportConflict(const TRecord &range, const TDefinition &rest) const {

@@ -41,16 +41,16 @@ bool CChannelRangeTable::LoadDmfText(std::string_view text) {
     CDmfTableReader reader(text);
     CDmfTableReader::TEntry entry;
     while (reader.Next(entry)) {
-        ranges_.Insert({entry.first, entry.last, entry.type, entry.direction, 0});
+        store_.Insert({entry.first, entry.last, entry.type, entry.direction, 0});
     }
     std::string error;  // nothing is reported about syntax
     if (reader.OtherBeginLine() != 0) {
-        kq_drv::CDmfMapReader(text, aside_).Read(error);
-        dmf_stop_line_ = aside_.IsEmpty() ? 0 : reader.OtherBeginLine();
+        kq_drv::CDmfMapReader(text, store_.Aside()).Read(error);
+        store_.SetDmfStopLine(store_.Aside().IsEmpty() ? 0 : reader.OtherBeginLine());
     }
     if (reader.Stopped()) {
-        kq_drv::CDmfMapReader(text, aside_).ReadFrom(reader.StopPosition(), error);
-        dmf_stop_line_ = dmf_stop_line_ != 0 ? dmf_stop_line_ : reader.StopLine();
+        kq_drv::CDmfMapReader(text, store_.Aside()).ReadFrom(reader.StopPosition(), error);
+        store_.SetDmfStopLine(DmfStopLine() != 0 ? DmfStopLine() : reader.StopLine());
     }
     CheckOverlaps();
     return true;
@@ -61,8 +61,8 @@ void CChannelRangeTable::WriteDmfText(CTextOut &out) const {
         return;
     }
     out.WriteLine("begin");
-    for (CPosition position = ranges_.Begin(); !ranges_.IsEnd(position); ranges_.Next(position)) {
-        const TRecord range = ranges_.At(position);
+    for (CPosition position = Ranges().Begin(); !Ranges().IsEnd(position); Ranges().Next(position)) {
+        const TRecord range = Ranges().At(position);
         if (IsChannelType(range.type) && IsDirection(range.direction)) {
             WriteEntry(out, range.first, range.last, KeywordText(range.type), KeywordText(range.direction));
         }
@@ -75,21 +75,21 @@ void CChannelRangeTable::WriteDmfText(CTextOut &out) const {
 /// ranges that start up to `at` have been passed, and together they hold the channels from `at` up to but not including
 /// `held`.
 void CChannelRangeTable::WriteAside(CTextOut &out) const {
-    CPosition position = ranges_.Begin();
+    CPosition position = Ranges().Begin();
     std::uint64_t held = 0;
     std::uint64_t at = 0;
-    aside_.ForEach([&](const kq_drv::CChannelBlock &block) {
+    store_.Aside().ForEach([&](const kq_drv::CChannelBlock &block) {
         const std::uint64_t end = std::uint64_t{block.Last()} + 1;
         at = std::max<std::uint64_t>(at, block.first);
         while (at < end) {
-            for (; !ranges_.IsEnd(position) && ranges_.FirstAt(position) <= at; ranges_.Next(position)) {
-                held = std::max(held, std::uint64_t{ranges_.LastAt(position)} + 1);
+            for (; !Ranges().IsEnd(position) && Ranges().FirstAt(position) <= at; Ranges().Next(position)) {
+                held = std::max(held, std::uint64_t{Ranges().LastAt(position)} + 1);
             }
             if (held > at) {
                 at = held;
                 continue;
             }
-            const std::uint64_t next = ranges_.IsEnd(position) ? end : ranges_.FirstAt(position);
+            const std::uint64_t next = Ranges().IsEnd(position) ? end : Ranges().FirstAt(position);
             const std::uint64_t stop = std::min(end, next);
             WriteEntry(out, static_cast<std::uint32_t>(at), static_cast<std::uint32_t>(stop - 1),
                        kq_drv::TypeWord(block.type), kq_drv::DirectionWord(block.direction));
@@ -106,19 +106,18 @@ bool CChannelRangeTable::SaveDmf(std::string_view path, std::string &error) cons
 }
 
 void CChannelRangeTable::CheckOverlaps() {
-    next_row_ = kNoNumber;
-    CPosition lower = ranges_.Begin();
+    CPosition lower = Ranges().Begin();
     CPosition upper = lower;
-    for (; !ranges_.IsEnd(upper); ranges_.Next(lower)) {
-        ranges_.Next(upper);
-        if (ranges_.IsEnd(upper) || ranges_.FirstAt(upper) > ranges_.LastAt(lower)) {
+    for (; !Ranges().IsEnd(upper); Ranges().Next(lower)) {
+        Ranges().Next(upper);
+        if (Ranges().IsEnd(upper) || Ranges().FirstAt(upper) > Ranges().LastAt(lower)) {
             continue;
         }
-        const bool alike = ReportOverlap(ranges_.At(lower), ranges_.At(upper));
-        const std::uint32_t start = ranges_.FirstAt(upper);
+        const bool alike = ReportOverlap(Ranges().At(lower), Ranges().At(upper));
+        const std::uint32_t start = Ranges().FirstAt(upper);
         // Below 0 there is no number at which the lower one could end: then it stays as it is.
         if (!alike && start > 0) {
-            ranges_.SetLast(lower, start - 1);
+            store_.SetLast(lower, start - 1);
         }
     }
     Changed();

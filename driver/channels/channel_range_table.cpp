@@ -24,49 +24,28 @@ constexpr std::uint32_t kBackgroundHighlight = 0xFF;
 
 }  // namespace
 
-void CChannelRangeTable::Clear() {
-    ranges_.Clear();
-    names_.clear();
-    aside_.Clear();
-    dmf_stop_line_ = 0;
-    next_row_ = kNoNumber;
-}
-
-bool CChannelRangeTable::AddIfFree(std::uint32_t first, std::uint32_t last, std::uint32_t type,
-                                   std::uint32_t direction) {
-    CPosition position = ranges_.FirstEndingFrom(first);
-    if (first > last || (!ranges_.IsEnd(position) && last >= ranges_.FirstAt(position))) {
+bool CChannelRangeTable::AppendRange(std::uint32_t type, std::uint32_t direction, std::uint32_t &first,
+                                     std::uint32_t &last, bool defined, std::uint32_t count) {
+    const std::uint32_t highest = Ranges().IsEmpty() ? 0 : Ranges().LastAt(Ranges().AtRow(Ranges().Size() - 1));
+    if (count == 0 || std::uint64_t{highest} + count > kHighestChannel) {
+        first = last = kNoNumber;
         return false;
     }
-    ranges_.Insert(position, {first, last, type, direction, NoteFlags(true, type, direction)});
+    first = highest + 1;
+    last = highest + count;
+    store_.Insert({first, last, type, direction, NoteFlags(defined, type, direction)});
     Changed();
     return true;
 }
 
-void CChannelRangeTable::AppendRange(std::uint32_t type, std::uint32_t direction, std::uint32_t &first,
-                                     std::uint32_t &last, bool defined, std::uint32_t count) {
-    first = ranges_.IsEmpty() ? 1 : ranges_.LastAt(ranges_.AtRow(ranges_.Size() - 1)) + 1;
-    last = first + count - 1;
-    ranges_.Insert({first, last, type, direction, NoteFlags(defined, type, direction)});
-    Changed();
-}
-
-void CChannelRangeTable::AppendChannel(std::uint32_t type, std::uint32_t direction, std::uint32_t &first,
+bool CChannelRangeTable::AppendChannel(std::uint32_t type, std::uint32_t direction, std::uint32_t &first,
                                        std::uint32_t &last, bool defined) {
-    AppendRange(type, direction, first, last, defined, 1);
-}
-
-void CChannelRangeTable::RemoveRange(std::uint32_t first) {
-    CPosition position;
-    if (ranges_.FindByFirst(first, position)) {
-        ranges_.Erase(position);
-        Changed();
-    }
+    return AppendRange(type, direction, first, last, defined, 1);
 }
 
 bool CChannelRangeTable::FindContaining(std::uint32_t number, CChannelRange &range) const {
     TRecord record;
-    const bool found = ranges_.FindContaining(number, record);
+    const bool found = Ranges().FindContaining(number, record);
     if (found) {
         Show(record, range);
     }
@@ -75,9 +54,9 @@ bool CChannelRangeTable::FindContaining(std::uint32_t number, CChannelRange &ran
 
 bool CChannelRangeTable::FindByFirst(std::uint32_t first, CChannelRange &range) const {
     CPosition position;
-    const bool found = ranges_.FindByFirst(first, position);
+    const bool found = Ranges().FindByFirst(first, position);
     if (found) {
-        Show(ranges_.At(position), range);
+        Show(Ranges().At(position), range);
     }
     return found;
 }
@@ -89,8 +68,8 @@ bool CChannelRangeTable::HasUndefined() const {
 
 bool CChannelRangeTable::FirstUndefinedRow(std::uint32_t &row) const {
     std::uint32_t at = 0;
-    for (CPosition position = ranges_.Begin(); !ranges_.IsEnd(position); ranges_.Next(position), ++at) {
-        const TRecord record = ranges_.At(position);
+    for (CPosition position = Ranges().Begin(); !Ranges().IsEnd(position); Ranges().Next(position), ++at) {
+        const TRecord record = Ranges().At(position);
         if (!IsChannelType(record.type) || !IsDirection(record.direction)) {
             row = at;
             return true;
@@ -100,11 +79,11 @@ bool CChannelRangeTable::FirstUndefinedRow(std::uint32_t &row) const {
 }
 
 bool CChannelRangeTable::GetRow(std::uint32_t row, CChannelRange &range) const {
-    if (!GoToRow(row)) {
-        return false;
+    const CPosition *position = store_.GoToRow(row);
+    if (position != nullptr) {
+        Show(Ranges().At(*position), range);
     }
-    Show(ranges_.At(row_position_), range);
-    return true;
+    return position != nullptr;
 }
 
 bool CChannelRangeTable::GetCellText(std::uint32_t row, std::uint32_t column, kq_base::TText &text,
@@ -155,22 +134,24 @@ bool CChannelRangeTable::IsCellEditable(std::uint32_t row, std::uint32_t column)
 
 void CChannelRangeTable::SetCellText(std::uint32_t row, std::uint32_t column, std::string_view text) {
     const std::uint32_t keyword = FindKeyword(text);
-    if (keyword == 0 || !GoToRow(row)) {
+    const CPosition *cursor = keyword != 0 ? store_.GoToRow(row) : nullptr;
+    if (cursor == nullptr) {
         return;
     }
-    TRecord record = ranges_.At(row_position_);
+    const CPosition position = *cursor;
+    TRecord record = Ranges().At(position);
     if (column == kColumnType) {
         record.type = keyword;
     } else if (column == kColumnDirection) {
         record.direction = keyword;
     }
-    ranges_.SetRest(row_position_, record);
+    store_.SetRest(position, record);
 }
 
 void CChannelRangeTable::SelectRow(std::uint32_t first) const {
     CPosition position;
-    if (owner_ != nullptr && ranges_.FindByFirst(first, position)) {
-        owner_->SelectChannelRow(ranges_.RowOf(position) + 1);
+    if (owner_ != nullptr && FindBlockStart(first, position)) {
+        owner_->SelectChannelRow(Ranges().RowOf(position) + 1);
     }
 }
 
@@ -182,26 +163,12 @@ void CChannelRangeTable::Show(const TRecord &record, CChannelRange &range) const
     range.defined = IsDefined(record);
     range.typeFree = (record.note & kNoteTypeFree) != 0;
     range.directionFree = (record.note & kNoteDirectionFree) != 0;
-    if (const std::uint32_t name = record.note >> kNoteNameShift; name != 0) {
-        range.name = names_[name - 1];
+    range.continues = Continues(record);
+    if (const kq_base::TText *name = store_.Name(record.note)) {
+        range.name = *name;
     } else if (!range.name.IsEmpty()) {
         range.name.Clear();
     }
-}
-
-bool CChannelRangeTable::GoToRow(std::uint32_t row) const {
-    if (row == next_row_ && ranges_.NextInLeaf(row_position_)) {
-        ++next_row_;
-        return true;
-    }
-    if (row >= ranges_.Size()) {
-        return false;
-    }
-    if (row + 1 != next_row_) {
-        row_position_ = ranges_.AtRow(row);
-        next_row_ = row + 1;
-    }
-    return true;
 }
 
 void CChannelRangeTable::ReportWarning(std::string_view text1, std::string_view text2) const {
@@ -217,7 +184,6 @@ void CChannelRangeTable::ReportError(std::string_view text1, std::string_view te
 }
 
 void CChannelRangeTable::Changed() {
-    next_row_ = kNoNumber;
     if (owner_ != nullptr) {
         owner_->ChannelsChanged();
     }

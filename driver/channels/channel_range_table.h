@@ -5,10 +5,9 @@
 #include <string_view>
 #include <vector>
 
-#include "driver/channels/channel_block_set.h"
 #include "driver/channels/channel_range.h"
 #include "driver/channels/channel_range_owner.h"
-#include "driver/channels/range_tree.h"
+#include "driver/channels/channel_range_store.h"
 #include "platform/base/bounded_text.h"
 #include "platform/base/par_value.h"
 
@@ -22,67 +21,103 @@ namespace kq_pdt {
 /// map says is there first, undefined; definitions are laid over it. Disagreements go to the owner.
 ///
 /// Types and directions are keyword codes, kUndefinedCode where open. Ranges are disjoint, but for two cases: ranges of
-/// equal type and direction that overlap in a driver map stay so, and a new definition may cover whole ranges. Of
-/// several ranges that hold a number, or start at one, the lowest in the list counts.
+/// equal type and direction that overlap in a driver map stay so, and AddDefined may cover whole ranges. Of several
+/// ranges that hold a number, or start at one, the lowest in the list counts, except where a definition is meant.
 ///
-/// The members lie in four files: channel_range_table.cpp (single ranges, look-ups, rows), channel_range_dmf.cpp
-/// (driver maps), channel_range_define.cpp (AddDefined) and channel_range_change.cpp (ChangeParameter).
+/// A definition's block is one range or several. Where the driver map splits it (several entries, or one that ends
+/// inside the block) it lies in pieces: adjoining defined ranges, of which all but the lowest have `continues` set.
+/// Rows and the written driver map show each piece by itself. What changes or removes a definition names the block by
+/// its first channel and acts on all pieces; a piece that continues can't be named, and no range that a definition has
+/// is found through it. The flag is set by AddDefined and DefineIfFits. A piece loses it when it becomes the lowest one
+/// of its block: because the first channel moved into it, or because the definition was refused before it came down
+/// to the channels below the piece. The flag isn't written: reading the written driver map and defining the same
+/// blocks again gives the same pieces.
+///
+/// An open CChannelTransaction journals every change and can take all back.
+///
+/// The members lie in four files: channel_range_table.cpp (appending, look-ups, rows), channel_range_dmf.cpp (driver
+/// maps), channel_range_define.cpp (new definitions) and channel_range_change.cpp (changed and removed definitions).
+/// The elementary changes are CChannelRangeStore's.
 class CChannelRangeTable {
 public:
     /// Sets who gets reports and news, not owned; without an owner they are dropped.
     void SetOwner(CChannelRangeOwner *owner) { owner_ = owner; }
     /// Forgets all channels, those kept aside as well.
-    void Clear();
+    void Clear() { store_.Clear(); }
 
     // Driver maps: channel_range_dmf.cpp.
 
-    /// Replaces the table by what a driver map's text says, then runs CheckOverlaps. The first entry that the table
+    /// Replaces the table by what a driver map's text says, then compares neighbours: equal ones that overlap give a
+    /// warning and stay; of unlike ones the lower gives way and an error is reported. The first entry that the table
     /// can't hold ends the reading: from there on the entries are read by the rules of kq_drv::CChannelMap and kept
     /// aside for WriteDmfText. Nothing is reported about syntax; the result is always true.
     bool LoadDmfText(std::string_view text);
     bool LoadDmfText(const CTextView &view);
     /// The line of the entry at which the last LoadDmfText stopped filling the table, counted from 1; 0 if it read the
     /// whole text.
-    std::uint32_t DmfStopLine() const { return dmf_stop_line_; }
+    std::uint32_t DmfStopLine() const { return store_.DmfStopLine(); }
     /// Writes the driver map: the ranges of known type and direction, then those channels kept aside that the table
     /// doesn't hold. Nothing without a text view.
     void WriteDmfText(CTextOut &out) const;
     /// Writes the driver map to a file. False gives the reason.
     bool SaveDmf(std::string_view path, std::string &error) const;
-    /// Compares neighbours: equal ones that overlap give a warning and stay; of unlike ones the lower gives way and an
-    /// error is reported.
-    void CheckOverlaps();
 
-    // Definitions: channel_range_define.cpp.
+    // New definitions: channel_range_define.cpp.
 
     /// Lays a definition over the table. It takes over the channels of ranges from the driver map, which it splits at
     /// its own bounds but whose type and direction it can't change. False after a report: a channel is defined already
-    /// or of another kind; pieces laid before that stay. Nothing, and true, if first is above last.
+    /// or of another kind; pieces laid before that stay. Nothing, and true, if first is above last. Ranges wholly
+    /// inside the definition that hold neither its ends nor the ends of its rests aren't looked for.
     bool AddDefined(std::uint32_t first, std::uint32_t last, std::uint32_t type, std::uint32_t direction,
                     std::string_view name);
     bool AddDefinedUnnamed(std::uint32_t first, std::uint32_t last, std::uint32_t type, std::uint32_t direction);
-    // Single ranges: channel_range_table.cpp.
+    /// Lays the block of a definition that gets its numbers in an edit, as AddDefinedUnnamed does, but all or nothing
+    /// and without a report. False, and nothing changed, if first is above last, last above kHighestChannel, or some
+    /// range that shares channels with the block is defined or has a known type or direction that differs from a known
+    /// one of the block. Otherwise the block is laid from below: each undefined range in it becomes a piece, split at
+    /// the block's bounds, also one that lies wholly inside, and each gap between them becomes one; what isn't known of
+    /// a range's type or direction is taken from the block.
+    bool DefineIfFits(std::uint32_t first, std::uint32_t last, std::uint32_t type, std::uint32_t direction);
 
-    /// Adds a defined range if none of its channels is in the table; false otherwise.
-    bool AddIfFree(std::uint32_t first, std::uint32_t last, std::uint32_t type, std::uint32_t direction);
-    /// Adds a range of count channels after the highest and gives its bounds.
-    void AppendRange(std::uint32_t type, std::uint32_t direction, std::uint32_t &first, std::uint32_t &last,
-                     bool defined, std::uint32_t count);
-    /// The same with a count of 1.
-    void AppendChannel(std::uint32_t type, std::uint32_t direction, std::uint32_t &first, std::uint32_t &last,
-                       bool defined);
-    /// Takes out the range that starts at a number, if there is one.
+    // Changed and removed definitions: channel_range_change.cpp.
+
+    /// Takes out the block that starts at a number, with all its pieces. Without a definition that starts there it
+    /// takes out the lowest undefined range that does; nothing if there is none, nor for a piece that continues.
     void RemoveRange(std::uint32_t first);
-    // Changed parameters: channel_range_change.cpp.
-
-    /// Applies one changed parameter of a definition, named by its keyword: `ch_from`, `ch_to`, `ch_number`, `ch_type`,
-    /// `ch_direction`, or `all` for a group whose bounds both moved. The key is the first number of the range where the
-    /// values don't say it: for `ch_to`, `ch_type`, `ch_direction` and `all`. Undefined ranges in the way are deleted
-    /// or trimmed; if the change runs into a range that can't give way, nothing changes and the result is false.
+    /// Applies one changed parameter of a definition to its block. The block is found by its first channel as in
+    /// RemoveRange; if none starts there the result is false. All or nothing: false means an unchanged table. Nothing
+    /// is reported and the owner isn't told. By keyword:
+    ///
+    /// - kwChFrom: the first channel moves from old to new. Above the last one the block becomes the one channel new.
+    /// - kwChTo: the last channel of the block at key moves from old to new; below the first one the block becomes the
+    ///   one channel new. Only the order of old and new counts: a new above old may run over ranges above, a new not
+    ///   above old only over those below the block's first channel. A new above old, but below the first, is refused.
+    /// - kwChCount: the block at key gets new channels instead of old ones: kwChTo with first + count - 1. A count of 0
+    ///   is refused.
+    /// - kwChNumber: the block at old moves to new and keeps its length. Its pieces move with it.
+    /// - kwAll: the block at key gets the bounds old to new, also if they are equal. Its pieces move with its first
+    ///   channel; the highest that is left is cut or extended.
+    /// - kwChType, kwChDirection: all pieces of the block at key get the code new; old doesn't count.
+    ///
+    /// Any other keyword, and values that aren't numbers where the keyword needs them (old for kwChFrom, kwChTo and
+    /// kwChCount), change nothing and give true; so do equal values, but for kwAll.
+    ///
+    /// Pieces outside new bounds go. Undefined ranges in the way are deleted, or at the far edge trimmed (kwChFrom,
+    /// kwChTo, kwChCount). Refused is: a defined range in the way; an undefined one of another known type or direction
+    /// than the block's lowest piece, unless the block grows upwards; a channel above kHighestChannel; first above
+    /// last.
     bool ChangeParameter(std::uint32_t key, std::uint32_t keyword, const TParValue &old_value,
                          const TParValue &new_value);
 
-    // Look-ups and rows: channel_range_table.cpp.
+    // Appending, look-ups and rows: channel_range_table.cpp.
+
+    /// Adds a range of count channels after the highest range and gives its bounds. False, with kNoNumber for both
+    /// bounds and nothing changed, if count is 0 or the last one would be above kHighestChannel.
+    bool AppendRange(std::uint32_t type, std::uint32_t direction, std::uint32_t &first, std::uint32_t &last,
+                     bool defined, std::uint32_t count);
+    /// The same with a count of 1.
+    bool AppendChannel(std::uint32_t type, std::uint32_t direction, std::uint32_t &first, std::uint32_t &last,
+                       bool defined);
 
     /// The range that holds a number, or starts at one; false without one.
     bool FindContaining(std::uint32_t number, CChannelRange &range) const;
@@ -92,7 +127,7 @@ public:
     /// The row of the first such range, from 0.
     bool FirstUndefinedRow(std::uint32_t &row) const;
 
-    std::uint32_t RowCount() const { return ranges_.Size(); }
+    std::uint32_t RowCount() const { return Ranges().Size(); }
     /// The range at a row, counted from 0; false after the last. Ascending rows are read at the cost of a step each.
     bool GetRow(std::uint32_t row, CChannelRange &range) const;
     /// What the channels sheet shows in columns 1 to 5: first, last, type, direction, name. The background is only set
@@ -107,33 +142,47 @@ public:
     void SelectRow(std::uint32_t first) const;
 
 private:
-    using CPosition = kq_drv::CRangeTree::CPosition;
-    using TRecord = kq_drv::TRangeRecord;
+    friend class CChannelTransaction;
+
+    using CPosition = CChannelRangeStore::CPosition;
+    using TRecord = CChannelRangeStore::TRecord;
     /// What is still to be laid of a definition.
     struct TDefinition;
     /// How a step of laying a definition ends.
     enum class TStep : std::uint8_t { kDone, kMore, kRefused };
+    struct TBlock;
+    struct TReplacement;
+
+    const kq_drv::CRangeTree &Ranges() const { return store_.Ranges(); }
 
     // channel_range_define.cpp
     TStep LayStep(TDefinition &rest);
+    TStep LayUpward(TDefinition &rest);
     TStep LayFromFirst(CPosition &position, TDefinition &rest);
     TStep LayFromLast(CPosition &position, TDefinition &rest);
-    std::uint32_t NameBits(std::string_view name);
+    void DetachPiece(std::uint32_t first);
+    bool Fits(const TDefinition &wanted) const;
     bool ReportConflict(const TRecord &range, const TDefinition &rest) const;
     bool ReportSecondDefinition(const TRecord &range, const TDefinition &rest) const;
 
     // channel_range_change.cpp
-    bool ChangeKind(const CPosition &position, std::uint32_t keyword, std::uint32_t code);
-    bool MoveStart(const CPosition &position, std::uint32_t first);
-    bool MoveWhole(const CPosition &position, std::uint32_t first, std::uint32_t last);
-    bool MoveFirst(const CPosition &position, std::uint32_t first);
-    bool MoveLast(const CPosition &position, std::uint32_t old_last, std::uint32_t last);
-    bool ClearDown(std::uint32_t &row, std::uint32_t edge);
-    bool ClearUp(std::uint32_t row, std::uint32_t edge);
-    void EraseRows(std::uint32_t from, std::uint32_t to);
-    void SetBounds(std::uint32_t row, std::uint32_t first, std::uint32_t last);
+    bool FindBlock(std::uint32_t first, TBlock &block) const;
+    bool FindBlockStart(std::uint32_t first, CPosition &position) const;
+    bool FindPiece(std::uint32_t first, CPosition &position) const;
+    bool ChangeKind(const TBlock &block, std::uint32_t keyword, std::uint32_t code);
+    bool MoveStart(const TBlock &block, std::uint32_t first);
+    bool MoveWhole(const TBlock &block, std::uint32_t first, std::uint32_t last);
+    bool MoveFirst(const TBlock &block, std::uint32_t first);
+    bool MoveLast(const TBlock &block, std::int64_t old_last, std::uint32_t last);
+    bool ChangeCount(const TBlock &block, std::uint32_t old_count, std::uint32_t count);
+    bool ClearDown(const TBlock &block, std::uint32_t edge, std::vector<TReplacement> &changes) const;
+    bool ClearUp(const TBlock &block, std::uint32_t edge, std::vector<TReplacement> &changes) const;
+    void Reshape(const TBlock &block, std::int64_t shift, std::uint32_t first, std::uint32_t last,
+                 std::vector<TReplacement> &changes);
+    void Apply(std::vector<TReplacement> &changes);
 
     // channel_range_dmf.cpp
+    void CheckOverlaps();
     void WriteAside(CTextOut &out) const;
     bool ReportOverlap(const TRecord &lower, const TRecord &upper) const;
 
@@ -141,20 +190,10 @@ private:
     void ReportWarning(std::string_view text1, std::string_view text2) const;
     void ReportError(std::string_view text1, std::string_view text2) const;
     void Show(const TRecord &record, CChannelRange &range) const;
-    bool GoToRow(std::uint32_t row) const;
     void Changed();
 
-    kq_drv::CRangeTree ranges_;
-    /// The names of ranges: a range's note holds a number into this list. Few ranges have one.
-    std::vector<kq_base::TText> names_;
-    kq_drv::CChannelBlockSet aside_;
-    std::uint32_t dmf_stop_line_ = 0;
+    CChannelRangeStore store_;
     CChannelRangeOwner *owner_ = nullptr;
-
-    // The row that was read last is the one before this one, so that the next one is a step away. Any change of the
-    // ranges forgets it.
-    mutable std::uint32_t next_row_ = kNoNumber;
-    mutable CPosition row_position_;
 };
 
 }  // namespace kq_pdt

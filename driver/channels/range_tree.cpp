@@ -174,6 +174,11 @@ void CRangeTree::Insert(CPosition &near, const TRangeRecord &record) {
     }
 }
 
+void CRangeTree::InsertAtRow(std::uint32_t row, const TRangeRecord &record) {
+    CPosition position = AtRow(row);
+    InsertAt(position, record);
+}
+
 void CRangeTree::InsertAt(CPosition &position, const TRangeRecord &record) {
     if (height_ == 0) {
         root_.reset(new TRangeLeaf);

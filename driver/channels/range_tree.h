@@ -75,6 +75,9 @@ public:
     /// The same, faster if the position is where the range belongs or right before it. The position goes to the new
     /// range.
     void Insert(CPosition &near, const TRangeRecord &record);
+    /// Inserts a range so that it is the one at a row, counted from 0 and not above Size. Its first number must fit
+    /// between those of its new neighbours; among equal ones any row will do.
+    void InsertAtRow(std::uint32_t row, const TRangeRecord &record);
     void Erase(const CPosition &position);
 
 private:

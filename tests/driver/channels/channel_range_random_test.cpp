@@ -1,10 +1,14 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <memory>
 #include <random>
 
 #include "driver/channels/channel_range_table.h"
+#include "driver/channels/channel_transaction.h"
 #include "driver/channels/range_tree.h"
+#include "driver/channels/text_out.h"
+#include "platform/view/text_view.h"
 #include "tests/driver/channels/range_program.h"
 #include "tests/driver/channels/reference_table.h"
 
@@ -31,23 +35,26 @@ public:
     std::string Pick(std::vector<std::string> words) { return words[Below(static_cast<std::uint32_t>(words.size()))]; }
     std::string Statement() {
         const std::string kind = Type(true) + " " + Direction(true);
-        switch (Below(11)) {
+        switch (Below(12)) {
             case 0:
             case 1:
             case 2:
                 return "def " + Bounds() + " " + kind + Pick({"", " x", " y"});
             case 3:
-                return "free " + Bounds() + " " + kind;
+                return "fits " + Bounds() + " " + kind;
             case 4:
                 return "append " + kind + Pick({" 0 ", " 1 "}) + Pick({"0", "1", "3"});
             case 5:
                 return "remove " + Number();
             case 6:
-                return "to " + Number() + " " + Number() + " " + Number();
+                return Pick({"to ", "count "}) + Number() + " " + Number() + " " + Number();
             case 7:
                 return "all " + Number() + " " + Bounds();
             case 8:
-                return "type " + Number() + " " + Type(true);
+                return Pick({"type ", "direction "}) + Number() + " " + Type(true);
+            case 9:
+                // As a model does it, which knows what it defined.
+                return "def " + Bounds() + " real input";
             default:
                 return Pick({"from ", "number "}) + Number() + " " + Number();
         }
@@ -90,26 +97,220 @@ void CompareLookups(const CChannelRangeTable &table, const CReferenceTable &refe
     }
 }
 
+std::string DmfText(const CChannelRangeTable &table) {
+    CTextView view;
+    CTextOut out(&view);
+    table.WriteDmfText(out);
+    return std::string(view.Text());
+}
+
+/// A table and its reference, with transactions over the one and copies of the other.
+class CRandomRun {
+public:
+    explicit CRandomRun(std::uint32_t seed) : generator_(seed) {
+        table_.SetOwner(&our_owner_);
+        reference_.SetOwner(&their_owner_);
+        FillFromMap(generator_, table_, reference_, trace_);
+    }
+
+    void Run() {
+        for (int step = 0; step < 40; ++step) {
+            // Rows read on both sides of a change: nothing may be left of where the reading was.
+            CChannelRange range;
+            const std::uint32_t row = generator_.Below(8);
+            table_.GetRow(row, range);
+            Step();
+            CChannelRange wanted;
+            const bool there = reference_.GetRow(row + 1, wanted);
+            ASSERT_EQ(table_.GetRow(row + 1, range), there) << trace_;
+            ASSERT_TRUE(!there || RangeText(range) == RangeText(wanted)) << trace_;
+            ASSERT_EQ(TableText(table_), TableText(reference_)) << trace_;
+            ASSERT_EQ(our_owner_.reports, their_owner_.reports) << trace_;
+        }
+        while (!open_.empty()) {
+            End(false);
+        }
+        CompareLookups(table_, reference_);
+        ASSERT_FALSE(testing::Test::HasFatalFailure()) << trace_;
+    }
+
+private:
+    struct TOpen {
+        std::unique_ptr<CChannelTransaction> transaction;
+        CReferenceTable before;
+        std::string dmf;
+    };
+
+    void Step() {
+        const std::uint32_t choice = generator_.Below(10);
+        if (choice == 0 && open_.size() < 3) {
+            trace_ += "\nbegin";
+            open_.push_back({std::make_unique<CChannelTransaction>(table_), reference_, DmfText(table_)});
+        } else if (choice == 1 && !open_.empty()) {
+            End(generator_.Below(2) == 0);
+        } else if (choice == 2 && generator_.Below(4) == 0) {
+            Reload();
+        } else {
+            const std::string statement = generator_.Statement();
+            trace_ += "\n" + statement;
+            ASSERT_EQ(CRangeProgram(table_, statement).Run(), CRangeProgram(reference_, statement).Run()) << trace_;
+        }
+    }
+
+    void Reload() {
+        trace_ += "\nload";
+        reference_ = {};
+        reference_.SetOwner(&their_owner_);
+        CChannelRange range;
+        range.type = kwReal;
+        range.direction = kwInput;
+        std::string text = "begin";
+        for (std::uint32_t first = 2; first < 20; first += 3) {
+            range.first = first;
+            range.last = first + 1;
+            reference_.Insert(range);
+            text += " " + std::to_string(first) + " - " + std::to_string(first + 1) + " real input";
+        }
+        table_.LoadDmfText(text + " 90 - 91 buffer in");
+    }
+
+    void End(bool commit) {
+        TOpen open = std::move(open_.back());
+        open_.pop_back();
+        trace_ += commit ? "\ncommit" : "\nroll back";
+        if (commit) {
+            open.transaction->Commit();
+            return;
+        }
+        open.transaction->RollBack();
+        reference_ = open.before;
+        ASSERT_EQ(TableText(table_), TableText(reference_)) << trace_;
+        ASSERT_EQ(DmfText(table_), open.dmf) << trace_;
+    }
+
+    CGenerator generator_;
+    CRecordingOwner our_owner_;
+    CRecordingOwner their_owner_;
+    CChannelRangeTable table_;
+    CReferenceTable reference_;
+    std::string trace_;
+    std::vector<TOpen> open_;
+};
+
 TEST(ChannelRangeTableAgainstReference, RandomPrograms) {
     for (std::uint32_t seed = 0; seed < 1500; ++seed) {
-        CGenerator generator(seed);
-        CRecordingOwner our_owner;
-        CRecordingOwner their_owner;
-        CChannelRangeTable table;
-        CReferenceTable reference;
-        table.SetOwner(&our_owner);
-        reference.SetOwner(&their_owner);
-        std::string trace;
-        FillFromMap(generator, table, reference, trace);
-        for (int step = 0; step < 30; ++step) {
-            const std::string statement = generator.Statement();
-            trace += "\n" + statement;
-            ASSERT_EQ(CRangeProgram(table, statement).Run(), CRangeProgram(reference, statement).Run()) << trace;
-            ASSERT_EQ(TableText(table), TableText(reference)) << trace;
-            ASSERT_EQ(our_owner.reports, their_owner.reports) << trace;
+        CRandomRun(seed).Run();
+        ASSERT_FALSE(HasFatalFailure()) << seed;
+    }
+}
+
+/// Definitions over a driver map as edits make and change them. Written and read again, and the definitions laid over
+/// it, the table must be the same and have nothing to say.
+class CEditRun {
+public:
+    explicit CEditRun(std::uint32_t seed) : generator_(seed) {
+        std::string map = "begin";
+        for (std::uint32_t first = generator_.Below(4); first < 30; first += 1 + generator_.Below(5)) {
+            const std::uint32_t last = first + generator_.Below(4);
+            map += " " + std::to_string(first) + " - " + std::to_string(last) + " " + generator_.Type(false) + " input";
+            first = last;
         }
-        CompareLookups(table, reference);
-        ASSERT_FALSE(HasFatalFailure()) << trace;
+        table_.LoadDmfText(map);
+        trace_ = map;
+    }
+
+    void Run() {
+        for (int step = 0; step < 30; ++step) {
+            const std::string before = TableText(table_);
+            const bool done = Step();
+            ASSERT_TRUE(done || TableText(table_) == before) << trace_;
+            const std::string text = DmfText(table_);
+            CRecordingOwner owner;
+            CChannelRangeTable fresh;
+            fresh.SetOwner(&owner);
+            fresh.LoadDmfText(text);
+            for (const TBlock &block : blocks_) {
+                fresh.AddDefinedUnnamed(block.first, block.last, block.type, kwInput);
+            }
+            ASSERT_EQ(owner.reports, "") << trace_ << "\n" << TableText(table_);
+            ASSERT_EQ(TableText(fresh), TableText(table_)) << trace_;
+        }
+    }
+
+private:
+    struct TBlock {
+        std::uint32_t first, last, type;
+    };
+
+    bool Step() {
+        const std::uint32_t first = generator_.Below(40);
+        const std::uint32_t last = first + generator_.Below(9);
+        const std::uint32_t type = generator_.Below(3) == 0 ? kwBoolean : kwReal;
+        trace_ += "\n" + std::to_string(first) + " " + std::to_string(last) + " " + std::to_string(type);
+        const std::uint32_t choice = blocks_.empty() ? 0 : generator_.Below(9);
+        if (choice < 2) {
+            const bool done = table_.DefineIfFits(first, last, type, kwInput);
+            if (done) {
+                blocks_.push_back({first, last, type});
+            }
+            return done;
+        }
+        const std::uint32_t index = generator_.Below(static_cast<std::uint32_t>(blocks_.size()));
+        TBlock &block = blocks_[index];
+        trace_ += " " + std::to_string(choice) + " of " + std::to_string(block.first);
+        if (choice == 2) {
+            table_.RemoveRange(block.first);
+            blocks_.erase(blocks_.begin() + index);
+            return true;
+        }
+        TBlock after = block;
+        const bool done = Change(choice, block, after, first, last);
+        if (done) {
+            block = after;
+        }
+        return done;
+    }
+
+    bool Change(std::uint32_t choice, const TBlock &block, TBlock &after, std::uint32_t first, std::uint32_t last) {
+        const auto change = [&](std::uint32_t keyword, std::uint32_t from, std::uint32_t to) {
+            return table_.ChangeParameter(block.first, keyword, TParValue::Number(from), TParValue::Number(to));
+        };
+        switch (choice) {
+            case 3:
+                after.first = first;
+                after.last = std::max(first, block.last);
+                return change(kwChFrom, block.first, first);
+            case 4:
+                after.last = last;
+                after.first = std::min(last, block.first);
+                return change(kwChTo, block.last, last);
+            case 5:
+                after.last = block.first + last - first;
+                return change(kwChCount, block.last - block.first + 1, last - first + 1);
+            case 6:
+                after.first = first;
+                after.last = first + block.last - block.first;
+                return change(kwChNumber, block.first, first);
+            case 7:
+                after.first = first;
+                after.last = last;
+                return change(kwAll, first, last);
+            default:
+                after.type = block.type == kwReal ? kwBoolean : kwReal;
+                return change(kwChType, block.type, after.type);
+        }
+    }
+
+    CGenerator generator_;
+    CChannelRangeTable table_;
+    std::vector<TBlock> blocks_;
+    std::string trace_;
+};
+
+TEST(ChannelRangeTable, EditsReadBackAsTheyWereWritten) {
+    for (std::uint32_t seed = 0; seed < 500; ++seed) {
+        CEditRun(seed).Run();
+        ASSERT_FALSE(HasFatalFailure()) << seed;
     }
 }
 

@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
+
+#include "driver/channels/channel_transaction.h"
 #include "tests/driver/channels/range_program.h"
 
 namespace {
@@ -37,8 +40,9 @@ protected:
 };
 
 using CAddDefined = CTableCases;
+using CDefineIfFits = CTableCases;
 using CChangeParameter = CTableCases;
-using CAppendAndFree = CTableCases;
+using CAppendAndRemove = CTableCases;
 
 TEST_F(CAddDefined, WhereARangeHoldsTheFirstChannel) {
     Check({
@@ -51,14 +55,14 @@ TEST_F(CAddDefined, WhereARangeHoldsTheFirstChannel) {
         {"1 - 10 real input", "def 4 6 real input x", "+", "1-3 real input; 4-6 real input D 'x'; 7-10 real input 'x'",
          ""},
         {"1 - 10 real input", "def 8 10 real - x", "+", "1-7 real input; 8-10 real input Dd 'x'", ""},
-        {"1 - 10 real input", "def 8 12 real input x", "+", "1-7 real input; 8-10 real input D 'x'; 11-12 real input D",
-         ""},
-        {"4 - 6 real input", "def 4 9 - - x", "+", "4-6 real input Dtd 'x'; 7-9 - - Dtd", ""},
+        {"1 - 10 real input", "def 8 12 real input x", "+",
+         "1-7 real input; 8-10 real input D 'x'; 11-12 real input Dc", ""},
+        {"4 - 6 real input", "def 4 9 - - x", "+", "4-6 real input Dtd 'x'; 7-9 - - Dtdc", ""},
         // The rest goes the same way again, through whatever it meets.
         {"1 - 2 real input 4 - 5 real input 7 real input", "def 1 9 real input x", "+",
-         "1-2 real input D 'x'; 3-9 real input D; 4-5 real input; 7-7 real input", ""},
+         "1-2 real input D 'x'; 3-9 real input Dc; 4-5 real input; 7-7 real input", ""},
         {"1 - 2 real input 3 - 5 real input 6 - 8 real input", "def 2 7 real input x", "+",
-         "1-1 real input; 2-2 real input D 'x'; 3-5 real input D; 6-7 real input D; 8-8 real input", ""},
+         "1-1 real input; 2-2 real input D 'x'; 3-5 real input Dc; 6-7 real input Dc; 8-8 real input", ""},
         {"4294967290 - 4294967295 real input", "def 4294967293 4294967295 real input", "+",
          "4294967290-4294967292 real input; 4294967293-4294967295 real input D", ""},
         {"", "append - - 0 4; def 1 4 real input", "1-4 +", "1-4 real input D", ""},
@@ -70,13 +74,13 @@ TEST_F(CAddDefined, WhereARangeHoldsOnlyTheLastChannel) {
     Check({
         // No comparison on this way.
         {"5 - 8 real input", "def 3 6 boolean input x", "+",
-         "3-4 boolean input D; 5-6 real input D 'x'; 7-8 real input 'x'", ""},
-        {"5 - 8 real input", "def 3 8 boolean - x", "+", "3-4 boolean - Dd; 5-8 real input Dd 'x'", ""},
+         "3-4 boolean input D; 5-6 real input Dc 'x'; 7-8 real input 'x'", ""},
+        {"5 - 8 real input", "def 3 8 boolean - x", "+", "3-4 boolean - Dd; 5-8 real input Ddc 'x'", ""},
         // The channel at the range's start becomes defined, but not free.
-        {"5 - 8 real input", "def 3 5 - - x", "+", "3-4 - - Dtd; 5-5 real input D 'x'; 6-8 real input", ""},
-        {"5 real input", "def 3 5 - - x", "+", "3-4 - - Dtd; 5-5 real input Dtd 'x'", ""},
+        {"5 - 8 real input", "def 3 5 - - x", "+", "3-4 - - Dtd; 5-5 real input Dc 'x'; 6-8 real input", ""},
+        {"5 real input", "def 3 5 - - x", "+", "3-4 - - Dtd; 5-5 real input Dtdc 'x'", ""},
         {"2 - 3 real input 5 - 8 real input", "def 1 6 real input x", "+",
-         "1-4 real input D; 2-3 real input; 5-6 real input D 'x'; 7-8 real input 'x'", ""},
+         "1-4 real input D; 2-3 real input; 5-6 real input Dc 'x'; 7-8 real input 'x'", ""},
         {"3 real input", "def 1 5 boolean output x", "+", "1-5 boolean output D 'x'; 3-3 real input", ""},
     });
 }
@@ -102,18 +106,98 @@ TEST_F(CAddDefined, Refuses) {
     });
 }
 
-TEST_F(CAppendAndFree, Cases) {
+TEST_F(CAppendAndRemove, Cases) {
     Check({
         {"", "append real input 1 1; append - - 0 3; append real - 1 1", "1-1 2-4 5-5",
          "1-1 real input D; 2-4 - - td; 5-5 real - Dd", ""},
         {"2 real input 10 real input", "append real input 1 2", "11-12",
          "2-2 real input; 10-10 real input; 11-12 real input D", ""},
-        {"5 - 6 real input", "free 1 4 - input; free 7 7 real -; free 8 9 real input", "+ + +",
-         "1-4 - input Dt; 5-6 real input; 7-7 real - Dd; 8-9 real input D", ""},
-        {"5 - 6 real input",
-         "free 1 5 real input; free 6 6 real input; free 6 9 real input; free 1 9 real input; free 9 8 real input",
-         "- - - - -", "5-6 real input", ""},
+        {"4294967290 real input", "append real input 1 5; append real input 1 4; append - - 1 1; append - - 1 0",
+         "- 4294967291-4294967294 - -", "4294967290-4294967290 real input; 4294967291-4294967294 real input D", ""},
+        {"4294967295 real input", "append - - 1 1", "-", "4294967295-4294967295 real input", ""},
         {"5 real input 7 real input", "remove 6; remove 5", "+ +", "7-7 real input", ""},
+    });
+}
+
+/// Numbers given in an edit: over undefined ranges that fit, else nothing and no report.
+TEST_F(CDefineIfFits, Cases) {
+    Check({
+        {"", "fits 1 4 - input; fits 5 5 real -", "+ +", "1-4 - input Dt; 5-5 real - Dd", ""},
+        {"1 - 10 real input", "fits 4 6 real input", "+", "1-3 real input; 4-6 real input D; 7-10 real input", ""},
+        {"1 - 4 real input 6 boolean input", "fits 3 6 - input", "+",
+         "1-2 real input; 3-4 real input Dt; 5-5 - input Dtc; 6-6 boolean input Dtc", ""},
+        // One inside becomes a piece, so that no written ranges overlap.
+        {"3 real input", "fits 1 5 real input; remove 3; to 1 5 6; remove 1", "+ + + +", "", ""},
+        {"3 real input", "fits 1 5 real input", "+", "1-2 real input D; 3-3 real input Dc; 4-5 real input Dc", ""},
+        {"1 - 2 real input", "append - - 0 4; fits 2 4 real input", "3-6 +",
+         "1-1 real input; 2-2 real input D; 3-4 real input Dc; 5-6 - - td", ""},
+        {"8 - 5 real input 2 real input", "fits 1 9 real input", "+",
+         "1-1 real input D; 2-2 real input Dc; 3-9 real input Dc; 8-5 real input", ""},
+        {"5 boolean input", "fits 1 9 real input; fits 5 5 - output; fits 1 4 - -; fits 3 6 - -; fits 6 9 - -",
+         "- - + - +", "1-4 - - Dtd; 5-5 boolean input; 6-9 - - Dtd", ""},
+        {"", "def 5 5 - -; fits 1 9 real input; fits 4 3 - -", "+ - -", "5-5 - - Dtd", ""},
+        {"", "fits 4294967295 4294967295 - -; fits 0 4294967294 real input", "- +", "0-4294967294 real input D", ""},
+    });
+}
+
+/// A block that the driver map splits is changed and removed as a whole.
+TEST_F(CChangeParameter, APiecedBlock) {
+    const char *const kMap = "1 - 2 real input 3 - 4 real input 9 real input 11 boolean input";
+    const std::string upper = "; 9-9 real input; 11-11 boolean input";
+    const auto table = [&](const char *pieces) { return pieces + upper; };
+    const std::vector<std::array<std::string, 3>> cases = {
+        {"type 1 boolean; direction 1 output", "+ +",
+         table("1-2 boolean output D; 3-4 boolean output Dc; 5-6 boolean output Dc")},
+        {"remove 3; remove 5", "+ +", table("1-2 real input D; 3-4 real input Dc; 5-6 real input Dc")},
+        {"remove 1", "+", upper.substr(2)},
+        // Nobody reaches a block through a piece that continues.
+        {"type 3 boolean; to 3 6 7; from 3 4; number 5 20; all 5 20 21", "- - - - -",
+         table("1-2 real input D; 3-4 real input Dc; 5-6 real input Dc")},
+        {"to 1 6 7", "+", table("1-2 real input D; 3-4 real input Dc; 5-7 real input Dc")},
+        {"to 1 6 9", "+", "1-2 real input D; 3-4 real input Dc; 5-9 real input Dc; 11-11 boolean input"},
+        {"to 1 6 5", "+", table("1-2 real input D; 3-4 real input Dc; 5-5 real input Dc")},
+        {"to 1 6 4; to 1 4 1", "+ +", table("1-1 real input D")},
+        {"count 1 6 3; count 1 3 7", "+ +", table("1-2 real input D; 3-7 real input Dc")},
+        {"to 1 6 0", "+", table("0-0 real input D")},
+        {"from 1 0", "+", table("0-2 real input D; 3-4 real input Dc; 5-6 real input Dc")},
+        {"from 1 2", "+", table("2-2 real input D; 3-4 real input Dc; 5-6 real input Dc")},
+        {"from 1 3; from 3 5", "+ +", table("5-6 real input D")},
+        {"from 1 8", "+", table("8-8 real input D")},
+        {"from 1 9", "+", "9-9 real input D; 11-11 boolean input"},
+        {"number 1 2", "+", table("2-3 real input D; 4-5 real input Dc; 6-7 real input Dc")},
+        {"number 1 5", "+", "5-6 real input D; 7-8 real input Dc; 9-10 real input Dc; 11-11 boolean input"},
+        {"number 1 6; number 1 11", "- -", table("1-2 real input D; 3-4 real input Dc; 5-6 real input Dc")},
+        {"all 1 3 5", "+", table("3-4 real input D; 5-5 real input Dc")},
+        {"all 1 20 29", "+", upper.substr(2) + "; 20-21 real input D; 22-23 real input Dc; 24-29 real input Dc"},
+        {"all 1 0 0", "+", table("0-0 real input D")},
+        {"all 1 4294967293 4294967294", "+", upper.substr(2) + "; 4294967293-4294967294 real input D"},
+    };
+    for (const auto &[program, results, wanted] : cases) {
+        Check({{kMap, ("def 1 6 real input; " + program).c_str(), ("+ " + results).c_str(), wanted.c_str(), ""}});
+    }
+    Check({
+        // What was laid above the place of a refusal doesn't continue anything.
+        {"5 - 6 real input 7 - 8 real input", "def 3 4 real input; def 2 8 real input; remove 7", "+ - +",
+         "3-4 real input D; 5-6 real input D; 7-8 real input Dc", kTwice + std::string("2 do:|4\n")},
+        {"5 - 6 real input", "def 3 4 real input; def 2 5 real input; to 5 5 6", "+ - +",
+         "3-4 real input D; 5-6 real input D", kTwice + std::string("2 do:|4\n")},
+        // A definition laid over a range keeps its hold when both come to start at one number.
+        {"3 real input", "def 1 5 real input; from 1 3; from 3 4; remove 4", "+ + + +", "3-3 real input", ""},
+    });
+}
+
+/// Numbers that can't be leave everything as it was, undefined ranges on the way as well.
+TEST_F(CChangeParameter, BoundsThatCannotBe) {
+    for (const char *const program :
+         {"count 5 4 0", "count 5 4 4294967291", "to 5 8 4294967295", "to 5 3 4", "from 5 4294967295", "all 5 9 8",
+          "all 5 1 4294967295", "number 5 4294967292", "count 6 1 2"}) {
+        Check({{"1 real input 5 - 8 real input 9 real input", program, "-",
+                "1-1 real input; 5-8 real input; 9-9 real input", ""}});
+    }
+    Check({
+        {"5 - 8 real input", "to 5 8 4294967294; count 5 4294967290 4294967289", "+ +", "5-4294967293 real input", ""},
+        {"0 real input", "count 0 0 2; count 0 2 1", "+ +", "0-0 real input", ""},
+        {"0 real input", "def 1 1 real input; count 0 0 2", "+ -", "0-0 real input; 1-1 real input D", ""},
     });
 }
 
@@ -158,8 +242,8 @@ TEST_F(CChangeParameter, TheWholeRange) {
         {kRow, "number 12 13", "+", "5-8 real input; 13-15 real input", ""},
         {kRow, "def 12 14 real input; number 5 10", "+ -", "5-8 real input; 12-14 real input D; 15-16 real input", ""},
         {"5 real input 9 boolean input", "number 5 9", "-", "5-5 real input; 9-9 boolean input", ""},
-        {kRow, "number 5 4294967294", "-", "5-8 real input; 12-14 real input; 15-16 real input", ""},
-        {kRow, "number 5 4294967292", "+", "12-14 real input; 15-16 real input; 4294967292-4294967295 real input", ""},
+        {kRow, "number 5 4294967292", "-", "5-8 real input; 12-14 real input; 15-16 real input", ""},
+        {kRow, "number 5 4294967291", "+", "12-14 real input; 15-16 real input; 4294967291-4294967294 real input", ""},
         {kRow, "number 6 20", "-", "5-8 real input; 12-14 real input; 15-16 real input", ""},
         // A group that moved both bounds; equal values don't stop it.
         {kRow, "all 12 7 15", "+", "7-15 real input", ""},
@@ -256,6 +340,10 @@ TEST(ChannelRangeTable, RowsAndUndefinedRanges) {
     EXPECT_EQ(owner.selected, 1U);
     table.SelectRow(6);
     EXPECT_EQ(owner.selected, 1U);
+    CRangeProgram(table, "def 4 6 real input; from 4 5").Run();
+    table.SelectRow(5);
+    EXPECT_EQ(owner.selected, 3U);
+    table.LoadDmfText("begin 5 real input 5 real input 9 real output 7 integer input");
     CChannelRange range;
     for (const std::uint32_t row : {3U, 0U, 1U, 1U, 2U, 3U, 2U}) {
         ASSERT_TRUE(table.GetRow(row, range));
@@ -276,9 +364,11 @@ TEST(ChannelRangeTable, RowsAndUndefinedRanges) {
     CRangeProgram(table, "direction 7 input").Run();
     EXPECT_TRUE(table.FirstUndefinedRow(row));
     EXPECT_EQ(row, 3U);
+    ASSERT_TRUE(table.GetRow(0, range));
+    const CChannelTransaction keeps_what_was_read(table);
     table.Clear();
     EXPECT_EQ(table.RowCount(), 0U);
-    EXPECT_FALSE(table.GetRow(0, range));
+    EXPECT_FALSE(table.GetRow(1, range));
 }
 
 TEST(ChannelRangeTable, TellsWhatChanged) {
@@ -291,8 +381,8 @@ TEST(ChannelRangeTable, TellsWhatChanged) {
     } steps[] = {
         {"def 1 3 real input", true},
         {"def 3 5 real input", false},
-        {"free 5 6 real input", true},
-        {"free 5 6 real input", false},
+        {"fits 5 6 real input", true},
+        {"fits 5 6 real input", false},
         {"append real input 1 1", true},
         {"remove 5", true},
         {"remove 5", false},
@@ -303,6 +393,35 @@ TEST(ChannelRangeTable, TellsWhatChanged) {
         CRangeProgram(table, step.program).Run();
         EXPECT_EQ(owner.changes != 0, step.news) << step.program;
     }
+}
+
+TEST(ChannelTransaction, EndsOnceAndTellsWhatItUndoes) {
+    CRecordingOwner owner;
+    CChannelRangeTable table;
+    table.SetOwner(&owner);
+    table.LoadDmfText("begin 5 - 8 real input 9 buffer in");
+    const auto run = [&](const char *program) { CRangeProgram(table, program).Run(); };
+    {
+        CChannelTransaction outer(table);
+        {
+            CChannelTransaction inner(table);
+            run("from 5 6");
+            owner.changes = 0;
+            inner.Commit();
+            inner.RollBack();
+            EXPECT_FALSE(inner.IsOpen());
+        }
+        EXPECT_EQ(owner.changes, 0U);
+        EXPECT_EQ(TableText(table), "6-8 real input");
+        table.LoadDmfText("begin 1 real input x");
+        EXPECT_EQ(table.DmfStopLine(), 0U);
+        owner.changes = 0;
+    }
+    EXPECT_EQ(owner.changes, 1U);
+    EXPECT_EQ(TableText(table), "5-8 real input");
+    EXPECT_EQ(table.DmfStopLine(), 1U);
+    { const CChannelTransaction nothing(table); }
+    EXPECT_EQ(owner.changes, 1U);
 }
 
 /// A definition over as many ranges as this takes as many steps; they must not pile up.

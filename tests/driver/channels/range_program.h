@@ -42,12 +42,12 @@ inline std::string CodeText(std::uint32_t code) {
     return code == kq_pdt::kUndefinedCode ? "-" : std::string(kq_pdt::KeywordText(code));
 }
 
-/// `4-6 real input D 'x'`: D defined, t type free, d direction free, the name only if there is one.
+/// `4-6 real input D 'x'`: D defined, t type free, d direction free, c continues, the name only if there is one.
 inline std::string RangeText(const kq_pdt::CChannelRange &range) {
     std::string text = std::to_string(range.first) + "-" + std::to_string(range.last) + " " + CodeText(range.type) +
                        " " + CodeText(range.direction);
-    std::string flags =
-        std::string(range.defined ? "D" : "") + (range.typeFree ? "t" : "") + (range.directionFree ? "d" : "");
+    std::string flags = std::string(range.defined ? "D" : "") + (range.typeFree ? "t" : "") +
+                        (range.directionFree ? "d" : "") + (range.continues ? "c" : "");
     text += flags.empty() ? "" : " " + flags;
     return range.name.IsEmpty() ? text : text + " '" + std::string(range.name.View()) + "'";
 }
@@ -64,10 +64,10 @@ std::string TableText(const TTable &table) {
 }
 
 /// Runs statements separated by `;`, a code of `-` meaning undefined:
-///     def FIRST LAST TYPE DIRECTION [NAME]     free FIRST LAST TYPE DIRECTION     append TYPE DIRECTION DEFINED COUNT
+///     def FIRST LAST TYPE DIRECTION [NAME]     fits FIRST LAST TYPE DIRECTION     append TYPE DIRECTION DEFINED COUNT
 ///     remove FIRST     from OLD NEW     to KEY OLD NEW     number OLD NEW     all KEY FIRST LAST
-///     type KEY WORD     direction KEY WORD
-/// Gives the results in a row: `+` true, `-` false, for append the bounds.
+///     count KEY OLD NEW     type KEY WORD     direction KEY WORD
+/// Gives the results in a row: `+` true, `-` false, for append the bounds if it is true.
 template <class TTable>
 class CRangeProgram {
 public:
@@ -86,13 +86,13 @@ public:
 private:
     std::string RunStatement() {
         const std::string verb = Word();
-        if (verb == "def" || verb == "free") {
+        if (verb == "def" || verb == "fits") {
             const std::uint32_t first = Number();
             const std::uint32_t last = Number();
             const std::uint32_t type = Code();
             const std::uint32_t direction = Code();
             return Truth(verb == "def" ? table_.AddDefined(first, last, type, direction, Word())
-                                       : table_.AddIfFree(first, last, type, direction));
+                                       : table_.DefineIfFits(first, last, type, direction));
         }
         if (verb == "append") {
             return Append();
@@ -110,7 +110,9 @@ private:
         const bool defined = Number() != 0;
         std::uint32_t first = 0;
         std::uint32_t last = 0;
-        table_.AppendRange(type, direction, first, last, defined, Number());
+        if (!table_.AppendRange(type, direction, first, last, defined, Number())) {
+            return first == last && first == kNoNumber ? "-" : "bounds of nothing";
+        }
         return std::to_string(first) + "-" + std::to_string(last);
     }
 
@@ -121,10 +123,11 @@ private:
             return table_.ChangeParameter(key, verb == "type" ? kq_pdt::kwChType : kq_pdt::kwChDirection,
                                           TParValue::Number(0), TParValue::Number(Code()));
         }
-        const std::uint32_t keyword = verb == "from"  ? kq_pdt::kwChFrom
-                                      : verb == "to"  ? kq_pdt::kwChTo
-                                      : verb == "all" ? kq_pdt::kwAll
-                                                      : kq_pdt::kwChNumber;
+        const std::uint32_t keyword = verb == "from"    ? kq_pdt::kwChFrom
+                                      : verb == "to"    ? kq_pdt::kwChTo
+                                      : verb == "all"   ? kq_pdt::kwAll
+                                      : verb == "count" ? kq_pdt::kwChCount
+                                                        : kq_pdt::kwChNumber;
         const TParValue old_value = TParValue::Number(Number());
         return table_.ChangeParameter(key, keyword, old_value, TParValue::Number(Number()));
     }

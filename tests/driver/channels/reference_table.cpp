@@ -43,6 +43,24 @@ bool CReferenceTable::ReportClash(const CRange &range, std::uint32_t first, bool
 
 bool CReferenceTable::AddDefined(std::uint32_t first, std::uint32_t last, std::uint32_t type, std::uint32_t direction,
                                  std::string_view name) {
+    const bool laid = Lay(first, last, type, direction, name);
+    MarkPieces();
+    return laid;
+}
+
+void CReferenceTable::MarkPieces() {
+    for (CRange &range : ranges_) {
+        const auto is_below = [&](const CRange &other) { return other.laid && other.last + 1 == range.first; };
+        range.continues =
+            range.continues || (range.laid && range.first > 0 && std::any_of(ranges_.begin(), ranges_.end(), is_below));
+    }
+    for (CRange &range : ranges_) {
+        range.laid = false;
+    }
+}
+
+bool CReferenceTable::Lay(std::uint32_t first, std::uint32_t last, std::uint32_t type, std::uint32_t direction,
+                          std::string_view name) {
     if (first > last) {
         return true;
     }
@@ -94,7 +112,7 @@ bool CReferenceTable::LayFromFirst(std::size_t at, std::uint32_t first, std::uin
         }
         Insert(upper);
     }
-    return last <= old.last || AddDefined(old.last + 1, last, type, direction, {});
+    return last <= old.last || Lay(old.last + 1, last, type, direction, {});
 }
 
 bool CReferenceTable::LayFromLast(std::size_t at, std::uint32_t first, std::uint32_t last, std::uint32_t type,
@@ -102,19 +120,20 @@ bool CReferenceTable::LayFromLast(std::size_t at, std::uint32_t first, std::uint
     const CRange old = ranges_[at];
     if (last == old.last) {
         TakeOver(ranges_[at], type, direction, name);
-        return AddDefined(first, old.first - 1, type, direction, {});
+        return Lay(first, old.first - 1, type, direction, {});
     }
     if (last == old.first) {
         CRange single = old;
         single.last = last;
         single.name = name;
         single.defined = true;
+        single.laid = true;
         Erase(at);
         Insert(single);
         CRange rest = old;
         rest.first = last + 1;
         Insert(rest);
-        return AddDefined(first, last - 1, type, direction, {});
+        return Lay(first, last - 1, type, direction, {});
     }
     ranges_[at].last = last;
     TakeOver(ranges_[at], type, direction, name);
@@ -122,178 +141,216 @@ bool CReferenceTable::LayFromLast(std::size_t at, std::uint32_t first, std::uint
     upper.first = last + 1;
     upper.name = name;
     Insert(upper);
-    return AddDefined(first, old.first - 1, type, direction, {});
+    return Lay(first, old.first - 1, type, direction, {});
 }
 
-bool CReferenceTable::AddIfFree(std::uint32_t first, std::uint32_t last, std::uint32_t type, std::uint32_t direction) {
-    if (first > last) {
+bool CReferenceTable::DefineIfFits(std::uint32_t first, std::uint32_t last, std::uint32_t type,
+                                   std::uint32_t direction) {
+    const auto in_the_way = [&](const CRange &range) {
+        return std::max(range.first, first) <= std::min(range.last, last) &&
+               (range.defined || Clash(type, range.type) || Clash(direction, range.direction));
+    };
+    if (first > last || last == kNone || std::any_of(ranges_.begin(), ranges_.end(), in_the_way)) {
         return false;
     }
-    for (const CRange &range : ranges_) {
-        if (range.last >= first) {
-            if (last >= range.first) {
-                return false;
+    for (std::uint32_t from = first; from <= last;) {
+        std::uint32_t to = last;
+        if (const std::size_t at = Containing(from); at < ranges_.size()) {
+            to = std::min(last, ranges_[at].last);
+            LayFromFirst(at, from, to, type, direction, {});
+            // Of those that start here the piece is the only one that is defined.
+            CRange &piece = *std::find_if(ranges_.begin(), ranges_.end(),
+                                          [&](const CRange &range) { return range.first == from && range.defined; });
+            piece.type = type != kNone ? type : piece.type;
+            piece.direction = direction != kNone ? direction : piece.direction;
+        } else {
+            for (const CRange &range : ranges_) {
+                if (range.first > from && range.first <= range.last) {
+                    to = std::min(to, range.first - 1);
+                }
             }
-            break;
+            CRange piece;
+            piece.first = from;
+            piece.last = to;
+            piece.type = type;
+            piece.direction = direction;
+            TakeOver(piece, type, direction, {});
+            Insert(piece);
         }
+        from = to + 1;
     }
-    CRange range;
-    range.first = first;
-    range.last = last;
-    range.type = type;
-    range.direction = direction;
-    TakeOver(range, type, direction, {});
-    Insert(range);
+    MarkPieces();
     return true;
 }
 
-void CReferenceTable::AppendRange(std::uint32_t type, std::uint32_t direction, std::uint32_t &first,
+bool CReferenceTable::AppendRange(std::uint32_t type, std::uint32_t direction, std::uint32_t &first,
                                   std::uint32_t &last, bool defined, std::uint32_t count) {
+    const std::uint64_t highest = ranges_.empty() ? 0 : ranges_.back().last;
+    first = last = kNoNumber;
+    if (count == 0 || highest + count >= kNoNumber) {
+        return false;
+    }
     CRange range;
-    range.first = first = ranges_.empty() ? 1 : ranges_.back().last + 1;
-    range.last = last = first + count - 1;
+    range.first = first = static_cast<std::uint32_t>(highest + 1);
+    range.last = last = static_cast<std::uint32_t>(highest + count);
     range.type = type;
     range.direction = direction;
     TakeOver(range, type, direction, {});
     range.defined = defined;
+    range.laid = false;
     Insert(range);
+    return true;
+}
+
+std::size_t CReferenceTable::BlockStart(std::uint32_t first) const {
+    std::size_t start = ranges_.size();
+    for (std::size_t at = ranges_.size(); at-- > 0;) {
+        const CRange &range = ranges_[at];
+        const bool other_is_better = start < ranges_.size() && ranges_[start].defined && !range.defined;
+        if (range.first == first && !range.continues && !other_is_better) {
+            start = at;
+        }
+    }
+    return start;
+}
+
+std::vector<bool> CReferenceTable::Block(std::size_t start) const {
+    std::vector<bool> block(ranges_.size(), false);
+    block[start] = true;
+    std::uint32_t last = ranges_[start].last;
+    for (std::size_t at = start + 1; at < ranges_.size() && ranges_[start].defined; ++at) {
+        if (ranges_[at].continues && ranges_[at].first == last + 1) {
+            block[at] = true;
+            last = ranges_[at].last;
+        }
+    }
+    return block;
+}
+
+void CReferenceTable::RemoveRange(std::uint32_t first) {
+    const std::size_t start = BlockStart(first);
+    if (start == ranges_.size()) {
+        return;
+    }
+    const std::vector<bool> block = Block(start);
+    for (std::size_t at = block.size(); at-- > 0;) {
+        if (block[at]) {
+            ranges_.erase(ranges_.begin() + static_cast<std::ptrdiff_t>(at));
+        }
+    }
 }
 
 bool CReferenceTable::ChangeParameter(std::uint32_t key, std::uint32_t keyword, const TParValue &old_value,
                                       const TParValue &new_value) {
-    const std::uint32_t from = old_value.number;
-    const std::uint32_t to = new_value.number;
+    const std::int64_t from = old_value.number;
+    const std::int64_t to = new_value.number;
     const bool by_key = keyword != kwChNumber && keyword != kwChFrom;
     if (keyword != kwAll && old_value == new_value) {
         return true;
     }
-    const std::size_t at = ByFirst(by_key ? key : from);
-    if (at == ranges_.size()) {
+    const std::size_t start = BlockStart(by_key ? key : old_value.number);
+    if (start == ranges_.size()) {
         return false;
     }
-    CRange &range = ranges_[at];
+    const std::vector<bool> block = Block(start);
+    const std::int64_t first = ranges_[start].first;
+    std::int64_t last = first;
+    for (std::size_t at = 0; at < block.size(); ++at) {
+        last = block[at] ? ranges_[at].last : last;
+    }
     switch (keyword) {
         case kwAll:
-            return MoveWhole(at, from, to);
-        case kwChNumber: {
-            const std::uint64_t length = std::uint64_t{range.last} - range.first;
-            const std::uint64_t last = to + length;
-            return (range.first > range.last || last <= 0xFFFFFFFF) &&
-                   MoveWhole(at, to, static_cast<std::uint32_t>(last));
-        }
+            return Move(start, TWay::kWithin, true, from, to);
+        case kwChNumber:
+            return Move(start, TWay::kWithin, true, to, to + last - first);
         case kwChType:
-            range.type = to;
-            return true;
         case kwChDirection:
-            range.direction = to;
+            for (std::size_t at = 0; at < block.size(); ++at) {
+                CRange &range = ranges_[at];
+                if (block[at]) {
+                    (keyword == kwChType ? range.type : range.direction) = new_value.number;
+                }
+            }
             return true;
         case kwChFrom:
-            if (to < from) {
-                return MoveBound(at, false, to, to, range.last);
-            }
-            if (to > range.last) {
-                return MoveBound(at, true, to, to, to);
-            }
-            break;
+            return Move(start,
+                        to < first  ? TWay::kDown
+                        : to > last ? TWay::kUp
+                                    : TWay::kNone,
+                        false, to, std::max(to, last));
+        case kwChCount:
+            return to > 0 && ChangeLast(start, first + from - 1, first + to - 1);
         default:
-            if (to > from) {
-                return MoveBound(at, true, to, range.first, to);
-            }
-            if (to < range.first) {
-                return MoveBound(at, false, to, to, to);
-            }
+            return ChangeLast(start, from, to);
     }
-    CRange moved = range;
-    (keyword == kwChFrom ? moved.first : moved.last) = to;
-    Erase(at);
-    if (keyword == kwChTo) {
-        ranges_.insert(ranges_.begin() + static_cast<std::ptrdiff_t>(at), moved);
-    } else {
-        Insert(moved);
-    }
-    return true;
 }
 
-bool CReferenceTable::MoveWhole(std::size_t at, std::uint32_t first, std::uint32_t last) {
-    std::vector<CRange> kept;
-    CRange moved = ranges_[at];
-    for (std::size_t other = 0; other < ranges_.size(); ++other) {
-        const CRange &range = ranges_[other];
-        if (other == at) {
-            continue;
-        }
-        if (range.last < first || range.first > last) {
-            kept.push_back(range);
-        } else if (Unlike(range, moved)) {
-            return false;
-        }
+bool CReferenceTable::ChangeLast(std::size_t start, std::int64_t old_last, std::int64_t last) {
+    const std::int64_t first = ranges_[start].first;
+    if (last > old_last) {
+        return last >= first && Move(start, TWay::kUp, false, first, last);
     }
-    const bool stays = moved.first == first;
-    moved.first = first;
-    moved.last = last;
-    if (stays) {
-        // Only the upper bound moves, so the range keeps its position among those of equal first.
-        std::size_t below = 0;
-        for (std::size_t other = 0; other < at; ++other) {
-            below += ranges_[other].last < first || ranges_[other].first > last ? 1 : 0;
-        }
-        kept.insert(kept.begin() + static_cast<std::ptrdiff_t>(below), moved);
-        ranges_ = kept;
-        return true;
-    }
-    ranges_ = kept;
-    Insert(moved);
-    return true;
+    return Move(start, last < first ? TWay::kDown : TWay::kNone, false, std::min(first, last), last);
 }
 
-bool CReferenceTable::MoveBound(std::size_t at, bool up, std::uint32_t edge, std::uint32_t first, std::uint32_t last) {
-    std::vector<CRange> ranges = ranges_;
-    CRange moved = ranges_[at];
-    ranges_.clear();
-    std::vector<CRange> reinserted;
-    std::vector<bool> gone(ranges.size(), false);
-    std::size_t other = at;
-    bool refused = false;
-    while (up ? ++other < ranges.size() : other-- > 0) {
-        CRange &range = ranges[other];
-        if (up ? edge < range.first : range.last < edge) {
-            break;
-        }
-        if (up ? range.defined : Unlike(range, moved)) {
-            refused = true;
-            break;
-        }
-        if (up && edge < range.last) {
-            range.first = edge + 1;
-            reinserted.push_back(range);
-            gone[other] = true;
-            break;
-        }
-        if (!up && range.first < edge) {
-            range.last = edge - 1;
-            break;
-        }
-        gone[other] = true;
-    }
-    const bool stays = moved.first == first;
-    for (std::size_t row = 0; row < ranges.size(); ++row) {
-        if (row == at && stays && !refused) {
-            ranges[row].last = last;
-        }
-        if (refused || (!gone[row] && (row != at || stays))) {
-            ranges_.push_back(ranges[row]);
-        }
-    }
-    if (refused) {
+bool CReferenceTable::Move(std::size_t start, TWay way, bool shifts, std::int64_t first, std::int64_t last) {
+    if (first > last || last > 0xFFFFFFFE) {
         return false;
     }
-    for (const CRange &range : reinserted) {
-        Insert(range);
+    const std::vector<bool> block = Block(start);
+    std::vector<CRange> stay;
+    std::vector<CRange> leave;
+    const std::int64_t shift = shifts ? first - ranges_[start].first : 0;
+    std::vector<CRange> pieces;
+    for (std::size_t at = 0; at < ranges_.size(); ++at) {
+        const bool within = ranges_[at].last + shift >= first && ranges_[at].first + shift <= last;
+        if (block[at] && within) {
+            pieces.push_back(ranges_[at]);
+        }
     }
-    moved.first = first;
-    moved.last = last;
-    if (!stays) {
-        Insert(moved);
+    if (pieces.empty()) {
+        pieces.push_back(ranges_[start]);
+    }
+    const CRange lowest = pieces.front();
+    const CRange highest = pieces.back();
+    for (std::size_t at = 0; at < ranges_.size(); ++at) {
+        CRange range = ranges_[at];
+        if (block[at]) {
+            const bool kept = std::any_of(pieces.begin(), pieces.end(),
+                                          [&](const CRange &piece) { return piece.first == range.first; });
+            if (!kept) {
+                continue;
+            }
+            range.continues = range.continues && range.first != lowest.first;
+            range.first = static_cast<std::uint32_t>(range.first == lowest.first ? first : range.first + shift);
+            range.last = static_cast<std::uint32_t>(range.last == highest.last ? last : range.last + shift);
+        } else if (way == TWay::kDown && at < start && range.last >= first) {
+            if (Unlike(range, ranges_[start])) {
+                return false;
+            }
+            if (range.first >= first) {
+                continue;
+            }
+            range.last = static_cast<std::uint32_t>(first - 1);
+        } else if (way == TWay::kUp && at > start && range.first <= last) {
+            if (range.defined) {
+                return false;
+            }
+            if (range.last <= last) {
+                continue;
+            }
+            range.first = static_cast<std::uint32_t>(last + 1);
+        } else if (way == TWay::kWithin && range.first <= last && range.last >= first) {
+            if (Unlike(range, ranges_[start])) {
+                return false;
+            }
+            continue;
+        }
+        (range.first == ranges_[at].first ? stay : leave).push_back(range);
+    }
+    ranges_ = stay;
+    for (const CRange &range : leave) {
+        Insert(range);
     }
     return true;
 }
