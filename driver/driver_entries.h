@@ -18,8 +18,8 @@ public:
     /// An entry, null for an absent one. Where its form depends on the text width, the character is to be the module's.
     template <TEntry Entry, typename TCharacter = char>
     auto *Get() const {
-        using TGeneration = typename TEntryForm<Entry, TCharacter>::Type;
-        return reinterpret_cast<TGeneration *>(addresses_[static_cast<std::size_t>(Entry)]);
+        using TForm = typename TEntryForm<Entry, TCharacter>::Type;
+        return reinterpret_cast<TForm *>(addresses_[static_cast<std::size_t>(Entry)]);
     }
 
 private:

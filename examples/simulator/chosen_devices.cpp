@@ -8,7 +8,7 @@
 #include "channel_numbers.h"
 #include "key_values.h"
 #include "platform/base/file_system_name.h"
-#include "scanner/par_scanner.h"
+#include "scanner/file_par_scanner.h"
 #include "texts.h"
 
 namespace simulator {
