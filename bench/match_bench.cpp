@@ -12,6 +12,7 @@
 
 #include "model/matcher.h"
 #include "model/sheet_data.h"
+#include "template/compiler.h"
 
 namespace {
 

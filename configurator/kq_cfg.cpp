@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "configurator/describe.h"
+#include "configurator/place_edit.h"
 #include "configurator/session.h"
 #include "model/matcher.h"
 #include "platform/base/bounded_text.h"
@@ -105,14 +106,17 @@ struct CConfiguration::TState {
     void FinishReport(bool template_ok) {
         const kq_pdt::TCompileResult &compiled = session.TemplateResult();
         report.result = {template_ok, std::string(compiled.message.View()), compiled.line, compiled.position};
-        const kq_pdt::CMessageList &messages = session.Messages();
-        for (std::size_t row = 0; row < messages.Rows().size(); ++row) {
-            report.messages.push_back(DescribeRow(messages.Rows()[row], messages.Records()[row]));
-            ++(report.messages.back().severity == TSeverity::kError ? report.errors : report.warnings);
-        }
+        ReportNewMessages();
         const std::uint32_t stop = session.SheetData().Ranges().DmfStopLine();
         if (stop != 0) {
             report.dmf_end = stop;
+        }
+    }
+    void ReportNewMessages() {
+        const kq_pdt::CMessageList &messages = session.Messages();
+        for (std::size_t row = report.messages.size(); row < messages.Rows().size(); ++row) {
+            report.messages.push_back(DescribeRow(messages.Rows()[row], messages.Records()[row]));
+            ++(report.messages.back().severity == TSeverity::kError ? report.errors : report.warnings);
         }
     }
 
@@ -145,6 +149,30 @@ void CConfiguration::TranslateForRepair(std::string_view template_text, std::str
 }
 
 const TReport &CConfiguration::Report() const { return state_->report; }
+
+TEditOutcome CConfiguration::Set(std::string_view place, std::string_view value) {
+    const TState::CWork work(*state_);
+    TEditOutcome outcome;
+    outcome.ok = kq_pdt::CPlaceEdit(state_->session.SheetData()).Set(place, value, outcome.message);
+    state_->ReportNewMessages();
+    return outcome;
+}
+
+TEditOutcome CConfiguration::Add(std::string_view place) {
+    const TState::CWork work(*state_);
+    TEditOutcome outcome;
+    outcome.ok = kq_pdt::CPlaceEdit(state_->session.SheetData()).Add(place, outcome.added, outcome.message);
+    state_->ReportNewMessages();
+    return outcome;
+}
+
+TEditOutcome CConfiguration::Remove(std::string_view place) {
+    const TState::CWork work(*state_);
+    TEditOutcome outcome;
+    outcome.ok = kq_pdt::CPlaceEdit(state_->session.SheetData()).Remove(place, outcome.message);
+    state_->ReportNewMessages();
+    return outcome;
+}
 
 std::string CConfiguration::ParText() const {
     const TState::CWork work(*state_);

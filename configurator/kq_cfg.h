@@ -9,8 +9,8 @@
 ///
 ///     kq_cfg::CConfiguration configuration(options);
 ///     configuration.Translate(template_text, par_text, dmf_text);
-///     if (configuration.Report().Good()) {
-///         const std::string formatted = configuration.ParText();
+///     if (configuration.Report().Good() && configuration.Set("Line1/Timing:2", "3").ok) {
+///         const std::string edited = configuration.ParText();
 ///     }
 ///
 /// A configuration belongs to one thread, and one thread uses one configuration at a time.
@@ -202,6 +202,13 @@ struct TTemplate {
     std::vector<TSection> sections;
 };
 
+/// The result of an edit.
+struct TEditOutcome {
+    bool ok = false;
+    std::string message;  ///< why it was refused; empty if ok
+    std::string added;    ///< the place of what Add added, if ok
+};
+
 /// The result of evaluating an expression.
 struct TEvaluation {
     bool ok = false;
@@ -240,6 +247,24 @@ public:
     void TranslateForRepair(std::string_view template_text, std::string_view par_text);
     /// What the last translation or compile reported; an empty report before the first one.
     const TReport &Report() const;
+
+    /// The edits below change what the last translation read, as a person does in the sheet: limits, conditions and
+    /// channels are judged, and everything that depends on a value follows. A refused edit changes nothing. Report()
+    /// gets the messages and boxes of the edits, too.
+    ///
+    /// A place is made of the names that the parameter file shows. SECTION:M is a cell of a section's name,
+    /// SECTION/KEY:M a value of a line, SECTION/KEY@M a cell of a line's name; :M may be left out if M is 1. #N after a
+    /// name is the N-th of those that show the same name, and has to be given if there are several. M and N count from
+    /// 1. A backslash makes the next character a part of the name.
+
+    /// Enters a value into a cell. An entry of a list is given by the text that the parameter file holds, or by its
+    /// label; the text for a missing value, or an empty one, takes an optional value away.
+    TEditOutcome Set(std::string_view place, std::string_view value);
+    /// Adds the section SECTION, or the line SECTION/KEY to a section, at the end. What is added is named by what a new
+    /// one shows, or the constant at the beginning of its name, or the name of one that exists, or the key's label.
+    TEditOutcome Add(std::string_view place);
+    /// Removes a section or a line.
+    TEditOutcome Remove(std::string_view place);
 
     /// The model written out as a parameter file. Empty before a translation. After errors it holds what was read
     /// without them, so check Report() before you save it.

@@ -2,7 +2,10 @@
 
 #include <algorithm>
 
+#include "model/edit_state.h"
+#include "model/reference_index.h"
 #include "model/sheet_data.h"
+#include "model/var_ref_item.h"
 
 namespace kq_pdt {
 
@@ -22,75 +25,120 @@ private:
     CAssignments &assignments_;
 };
 
-CSectionDef *CAssignments::Assign(CVariable &variable, const TParValue &value, bool &ok) {
-    if (depth_ >= kMaxDepth) {
+CSectionDef *CAssignments::Assign(CVariable &variable, const TParValue &value, bool creates, bool &ok) {
+    TEditState *edit = sheet_data_.Edit();
+    if (depth_ >= kMaxDepth ||
+        (edit != nullptr && (edit->refused || ++edit->assignments > TEditState::kMaxAssignments))) {
         ok = false;
+        sheet_data_.Refuse();
         return nullptr;
     }
     const CGuard guard(*this);
     const TParValue old_value = variable.Stored();
     variable.Replace(value);
-    CSectionDef *created = Follow(&variable, value, ok);
+    NotifyReaders(variable, value, ok);
+    sheet_data_.Post(cmRebuildSheets);
+    if (edit != nullptr) {
+        if (!ok) {
+            sheet_data_.Refuse();
+        }
+        return nullptr;
+    }
+    CSectionDef *created = ok && creates ? CreateDependent(variable, nullptr, ok) : nullptr;
     if (!ok) {
         variable.Replace(old_value);
         bool ignored = true;
-        NotifyInstances(&variable, old_value, ignored);
-        sheet_data_.Post(cmRebuildSheets);
+        NotifyReaders(variable, old_value, ignored);
         created = nullptr;
     }
     return created;
 }
 
-CSectionDef *CAssignments::Follow(CVariable *variable, const TParValue &value, bool &ok) {
-    if (variable == nullptr) {
-        if (depth_ < kMaxDepth) {
-            const CGuard guard(*this);
-            NotifyInstances(nullptr, value, ok);
-            sheet_data_.Post(cmRebuildSheets);
-        }
+/// Creates the section that depends on a variable, if there is one; it is bound to the variable's value or another one.
+/// While a file is read its text may still come, so it is published and gets its channels at the end.
+CSectionDef *CAssignments::CreateDependent(CVariable &variable, const TParValue *value, bool &ok) {
+    CSectionDef *definition =
+        variable.Scope().Node() == nullptr ? sheet_data_.References().Dependent(variable.Name()) : nullptr;
+    if (definition == nullptr) {
         return nullptr;
     }
-    NotifyInstances(variable, value, ok);
-    if (!ok) {
-        sheet_data_.Post(cmRebuildSheets);
-        return nullptr;
-    }
-    const auto dependent = std::find_if(dependents_.begin(), dependents_.end(), [variable](CSectionDef *definition) {
-        const CVarRefItem *depend_on = definition->DependOn();
-        return depend_on->Name() == variable->Name() && depend_on->Variable() == variable;
-    });
-    if (dependent == dependents_.end()) {
-        sheet_data_.Post(cmRebuildSheets);
-        return nullptr;
-    }
-    if (sections_created_ >= kMaxSections) {
+    TEditState *edit = sheet_data_.Edit();
+    std::uint32_t &created = edit != nullptr ? edit->sections_created : sections_created_;
+    if (created >= kMaxSections) {
         ok = false;
         return nullptr;
     }
-    ++sections_created_;
-    CSectionDef &section = sheet_data_.Instances().Append((*dependent)->Clone(true));
-    section.BindVariable(*variable);
-    return &section;
+    ++created;
+    const CScopeIsolation isolation(sheet_data_.RootScope());
+    const CInstances::CHold hold(sheet_data_.Instances());
+    CSectionDef &section = sheet_data_.Instances().Append(definition->Clone(true));
+    section.BindVariable(variable);
+    if (value != nullptr) {
+        section.CapturedValueChanged(*value, &variable);
+    }
+    if (sheet_data_.IsReadingPar()) {
+        return &section;
+    }
+    section.PublishTree();
+    if (!section.CommitChannels()) {
+        ok = false;
+        sheet_data_.Instances().Release(section);
+        return nullptr;
+    }
+    return section.IsReleased() ? nullptr : &section;
 }
 
-void CAssignments::NotifyInstances(const CVariable *variable, const TParValue &value, bool &ok) {
-    if (!reading_) {
+/// Instances follow in the order of the list; those created on the way follow, too.
+void CAssignments::NotifyReaders(const CVariable &variable, const TParValue &value, bool &ok) {
+    if (reading_) {
+        return;
+    }
+    if (sheet_data_.Edit() == nullptr) {
         ok = true;
-        sheet_data_.Instances().ParameterChanged(variable, value, ok);
+    }
+    const CScopeIsolation isolation(sheet_data_.RootScope());
+    const CInstances::CHold hold(sheet_data_.Instances());
+    CDefNode *node = variable.Scope().Node();
+    if (node != nullptr && node->IsReleased()) {
+        return;
+    }
+    if (node != nullptr && node->Has(nfKey)) {
+        auto *key = static_cast<CKeyDef *>(node);
+        const CScopeGuard scope(key->Section());
+        key->ParameterChanged(&variable, value, ok);
+        return;
+    }
+    const std::shared_ptr<const TVariableUses> uses = UsesOf(variable);
+    if (node != nullptr) {
+        for (const TSectionUse &use : uses->readers) {
+            static_cast<CSectionDef *>(node)->FollowVariable(use, &variable, value, ok);
+        }
+        return;
+    }
+    const CInstanceIndex &index = sheet_data_.Instances().Index();
+    std::uint32_t serial = 0;
+    while (true) {
+        CSectionDef *next = nullptr;
+        const TSectionUse *next_use = nullptr;
+        for (const TSectionUse &use : uses->readers) {
+            CSectionDef *candidate = index.NextOf(use.section, serial);
+            if (candidate != nullptr && (next == nullptr || candidate->Serial() < next->Serial())) {
+                next = candidate;
+                next_use = &use;
+            }
+        }
+        if (next == nullptr) {
+            return;
+        }
+        serial = next->Serial();
+        next->FollowVariable(*next_use, &variable, value, ok);
     }
 }
 
-void CAssignments::FindDependents(const CSectionList &definitions) {
-    dependents_.clear();
-    for (const auto &definition : definitions) {
-        AddDependent(*definition);
-    }
-}
-
-void CAssignments::AddDependent(CSectionDef &definition) {
-    if (definition.DependOn() != nullptr) {
-        dependents_.push_back(&definition);
-    }
+std::shared_ptr<const TVariableUses> CAssignments::UsesOf(const CVariable &variable) const {
+    const CDefNode *node = variable.Scope().Node();
+    const CSectionDef *section = node != nullptr ? static_cast<const CSectionDef *>(node)->Definition() : nullptr;
+    return sheet_data_.References().Find(section, variable.Name());
 }
 
 }  // namespace kq_pdt

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <vector>
 
 #include "model/section_def.h"
@@ -8,39 +9,54 @@
 namespace kq_pdt {
 
 class CParSheetData;
+struct TVariableUses;
 
 /// Carries out assignments to variables, and lets follow what depends on them: instances adjust themselves, and a
-/// dependent section is created. Either may assign in turn, so both the depth and the number of sections are bounded. A
-/// new value for the bound references of a section has the same effects and counts as an assignment.
+/// dependent section is created. Either may assign in turn, so both the depth and the number of sections are bounded.
+///
+/// While a parameter file is read a variable has the value that came last, and the first value of each item creates a
+/// section. An edit comes at any time and anywhere, yet has to leave what a reading of the written file would give. So
+/// in an edit a variable keeps the value of the item that comes last in the file (Publish), and which items have a
+/// dependent section is settled at the end (Settle): assignments.cpp and settlement.cpp.
 class CAssignments {
 public:
     /// How deep assignments may set each other off.
     static constexpr std::uint32_t kMaxDepth = 100;
-    /// How many sections one assignment may create, with all that it sets off.
+    /// How many sections one assignment, or one edit, may create with all that it sets off.
     static constexpr std::uint32_t kMaxSections = 100;
 
     explicit CAssignments(CParSheetData &sheet_data) : sheet_data_(sheet_data) {}
 
     /// Stores the value and lets everything follow that depends on the variable. Gives the section that was created, or
-    /// none. If anything refuses, the old value comes back and ok is false.
-    CSectionDef *Assign(CVariable &variable, const TParValue &value, bool &ok);
-    /// Lets instances and dependent sections follow a changed value; variable is null if a bound value has changed.
-    CSectionDef *Follow(CVariable *variable, const TParValue &value, bool &ok);
+    /// none; with creates false, and in an edit, none is. If anything refuses, ok is false: outside an edit the old
+    /// value comes back then.
+    CSectionDef *Assign(CVariable &variable, const TParValue &value, bool creates, bool &ok);
+    /// In an edit: an item hands its value to its variable.
+    void Publish(const CItem &item, CVarRefItem &reference, const TParValue &value, bool &ok);
+    /// At the end of an edit: gives the variables that were touched the values, and the items the dependent sections,
+    /// that a reading of the written file would give them.
+    void Settle();
+    /// Is the value still there for which a dependent section was created?
+    bool HasSource(const CSectionDef &section) const;
 
-    /// Finds the definitions with `depend_on` anew, after a change of the list of definitions.
-    void FindDependents(const CSectionList &definitions);
-    /// A definition was put at the end of the list.
-    void AddDependent(CSectionDef &definition);
-    /// While a parameter file is read instances don't follow changed variables.
+    /// While a text is read instances don't follow changed variables.
     void SetReading(bool reading) { reading_ = reading; }
 
 private:
     class CGuard;
+    struct TPublisher;
 
-    void NotifyInstances(const CVariable *variable, const TParValue &value, bool &ok);
+    CSectionDef *CreateDependent(CVariable &variable, const TParValue *value, bool &ok);
+    void NotifyReaders(const CVariable &variable, const TParValue &value, bool &ok);
+    CItem *LastPublisher(const CVariable &variable) const;
+    std::shared_ptr<const TVariableUses> UsesOf(const CVariable &variable) const;
+    TParValue SettledValue(const CVariable &variable) const;
+    void SettleVariable(CVariable &variable);
+    void SettleDependents(CVariable &variable);
+    std::vector<TPublisher> Publishers(const CVariable &variable) const;
+    static void FindCreators(std::vector<TPublisher> &publishers);
 
     CParSheetData &sheet_data_;
-    std::vector<CSectionDef *> dependents_;  ///< definitions with `depend_on`, in order
     bool reading_ = false;
     std::uint32_t depth_ = 0;             ///< assignments under way
     std::uint32_t sections_created_ = 0;  ///< by the outermost of them

@@ -1,5 +1,8 @@
 #include "model/cell_item.h"
 
+#include "model/def_node.h"
+#include "model/item_list.h"
+
 namespace kq_pdt {
 
 void CCellItem::GetCell(std::uint32_t &index, kq_base::CTextBuffer &text, TCellField field, bool &disabled) {
@@ -50,6 +53,21 @@ bool CCellItem::BeginEditor(std::uint32_t &index, std::unique_ptr<TCellEditor> &
     }
     editor->item = this;
     return true;
+}
+
+/// An item that is switched on or off gives its variable its value, or takes it away, and its node's channels follow.
+void CCellItem::ParameterChanged(const CVariable *variable, const TParValue &value, bool &ok) {
+    CItem::ParameterChanged(variable, value, ok);
+    const CEnableIf *condition = Attributes().enable_if.get();
+    if (condition == nullptr || !condition->DependsOn(variable)) {
+        return;
+    }
+    if (Code() != TItemCode::kDll) {
+        ok = AssignToVariable(PublishedValue()) && ok;
+    }
+    if ((Attributes().roles & ~roleReadAll) != 0 && AskedNode() != nullptr) {
+        AskedNode()->FollowChannels(ok);
+    }
 }
 
 TParValue CCellItem::EditedValue(const TCellEditor & /*editor*/) const { return {}; }

@@ -14,6 +14,8 @@ public:
     void GetCell(std::uint32_t &index, kq_base::CTextBuffer &text, TCellField field, bool &disabled) final;
     void SetAttribute(std::uint32_t keyword, std::uint32_t form, std::string_view text, CVarScope *scope) override;
 
+    void ParameterChanged(const CVariable *variable, const TParValue &value, bool &ok) override;
+
 protected:
     explicit CCellItem(TItemCode code) : CItem(code) {}
 
@@ -29,10 +31,15 @@ protected:
 
 private:
     struct TChannelEdit;
-    bool EditChannelNumber(const TChannelEdit &edit, bool &decided);
+    bool EditChannels(TCellEditor &editor);
+    bool EditChannelNumber(const TChannelEdit &edit);
+    bool EditFirst(const TChannelEdit &edit, bool by_count);
+    bool EditCount(const TChannelEdit &edit);
+    bool EditLast(const TChannelEdit &edit);
     bool EditChannelWord(std::uint32_t keyword, const TValueMap &map, TCellEditor &editor);
     void TellNode(std::uint32_t keyword, std::uint32_t value);
-    void AddIfFree(std::uint32_t first, std::uint32_t last);
+    bool DefineRange(std::uint64_t first, std::uint64_t last);
+    bool RefuseChannel();
 };
 
 }  // namespace kq_pdt

@@ -25,75 +25,116 @@ void CCellItem::TellNode(std::uint32_t keyword, std::uint32_t value) {
     }
 }
 
-/// A range for numbers that a node gets for the first time. An edit isn't refused because it isn't free.
-void CCellItem::AddIfFree(std::uint32_t first, std::uint32_t last) {
-    CParSheetData *data = SheetData();
-    if (data != nullptr && first <= last) {
-        data->AddChannelRangeIfFree(first, last, AskNode(kwChType), AskNode(kwChDirection));
-    }
+bool CCellItem::RefuseChannel() {
+    SheetData()->Refuse(true);
+    return false;
 }
 
-/// Decides an edit of a channel number by the first role that the item has; decided stays false where the number has
-/// no say, and the edit goes on to the words.
-bool CCellItem::EditChannelNumber(const TChannelEdit &edit, bool &decided) {
-    const TParValue old_value = TParValue::Number(edit.old_number);
-    const std::uint32_t number = edit.new_value.number;
-    decided = edit.HadNumber() || edit.new_value.IsNumber();
-    if (HasRole(roleChNumber) || (!HasRole(roleChCount) && HasRole(roleChFrom))) {
-        const bool by_count = HasRole(roleChNumber);
-        if (edit.HadNumber() && edit.TakenAway()) {
-            if (CParSheetData *data = SheetData()) {
-                data->RemoveChannelRange(edit.old_number);
-            }
-            return true;
-        }
-        const std::uint32_t other = AskNode(by_count ? kwChCount : kwChTo);
-        if (!edit.HadNumber()) {
-            if (edit.new_value.IsNumber()) {
-                const std::uint32_t count = other == kNoNumber ? 1 : other;
-                const std::uint32_t last = other == kNoNumber ? number : std::max(other, number);
-                if (!by_count || count != 0) {
-                    AddIfFree(number, by_count ? number + count - 1 : last);
-                }
-                if (!by_count && other != kNoNumber && number > other) {
-                    TellNode(kwChTo, number);
-                }
-            }
-            return true;
-        }
-        const bool moved = ChangeChannels(kNoNumber, by_count ? kwChNumber : kwChFrom, old_value, edit.new_value);
-        if (moved && !by_count && edit.new_value.IsNumber() && number > other) {
-            TellNode(kwChTo, number);
-        }
-        return moved;
+/// Lays the block of a node that has none yet.
+bool CCellItem::DefineRange(std::uint64_t first, std::uint64_t last) {
+    if (first > last || last >= kNoNumber) {
+        return RefuseChannel();
     }
-    if (HasRole(roleChCount)) {
-        const std::uint32_t first = AskNode(kwChNumber);
-        if (edit.HadNumber() && edit.TakenAway()) {
-            return false;
-        }
-        if (first == kNoNumber || !edit.new_value.IsNumber()) {
-            return true;
-        }
-        if (!edit.HadNumber()) {
-            if (number != 0) {
-                AddIfFree(first, first + number - 1);
-            }
-            return true;
-        }
-        return ChangeChannels(first, kwChTo, TParValue::Number(first + edit.old_number - 1),
-                              TParValue::Number(first + number - 1));
-    }
-    decided = true;
-    const std::uint32_t first = AskNode(kwChFrom);
-    if (first == kNoNumber || edit.TakenAway()) {
+    const auto number = static_cast<std::uint32_t>(first);
+    if (!SheetData()->DefineChannelRange(number, static_cast<std::uint32_t>(last), AskNode(kwChType),
+                                         AskNode(kwChDirection))) {
         return false;
     }
-    const bool moved = ChangeChannels(first, kwChTo, old_value, edit.new_value);
-    if (moved && edit.new_value.IsNumber() && number < first) {
+    AskedNode()->SetRangeFirst(number);
+    return true;
+}
+
+/// `ch_number` and `ch_from`. A bound that is moved past the other takes it along. As long as another number of the
+/// block is missing there is nothing to lay.
+bool CCellItem::EditFirst(const TChannelEdit &edit, bool by_count) {
+    CDefNode &node = *AskedNode();
+    const std::uint32_t number = edit.new_value.number;
+    if (edit.TakenAway()) {
+        node.RemoveRange();
+        return true;
+    }
+    const std::uint32_t other = AskNode(by_count ? kwChCount : kwChTo);
+    const bool takes_along = !by_count && other != kNoNumber && number > other;
+    if (node.RangeFirst() != kNoNumber) {
+        if (!ChangeChannels(kNoNumber, by_count ? kwChNumber : kwChFrom, TParValue::Number(node.RangeFirst()),
+                            edit.new_value)) {
+            return false;
+        }
+        node.SetRangeFirst(number);
+    } else if (other != kNoNumber) {
+        const std::uint64_t last = by_count ? std::uint64_t{number} + other - 1 : std::max(number, other);
+        if ((by_count && other == 0) || !DefineRange(number, last)) {
+            return RefuseChannel();
+        }
+    }
+    if (takes_along) {
+        TellNode(kwChTo, number);
+    }
+    return true;
+}
+
+bool CCellItem::EditCount(const TChannelEdit &edit) {
+    const std::uint32_t count = edit.new_value.number;
+    if (edit.TakenAway()) {
+        return !edit.HadNumber();
+    }
+    if (count == 0) {
+        return RefuseChannel();
+    }
+    const std::uint32_t first = AskNode(kwChNumber);
+    if (first == kNoNumber) {
+        return true;
+    }
+    const std::uint64_t last = std::uint64_t{first} + count - 1;
+    if (last >= kNoNumber) {
+        return RefuseChannel();
+    }
+    if (AskedNode()->RangeFirst() == kNoNumber) {
+        return DefineRange(first, last);
+    }
+    return ChangeChannels(first, kwChCount, TParValue::Number(edit.old_number), edit.new_value);
+}
+
+/// Of a pair of bounds that may both be missing, the one that is given second lays the block.
+bool CCellItem::EditLast(const TChannelEdit &edit) {
+    const std::uint32_t number = edit.new_value.number;
+    if (edit.TakenAway()) {
+        return !edit.HadNumber();
+    }
+    CDefNode &node = *AskedNode();
+    const std::uint32_t first = AskNode(kwChFrom);
+    if (first == kNoNumber) {
+        return node.HasUndefinedChannelNumber();
+    }
+    if (node.RangeFirst() == kNoNumber) {
+        if (!DefineRange(std::min(first, number), number)) {
+            return false;
+        }
+    } else if (!ChangeChannels(first, kwChTo, TParValue::Number(edit.old_number), edit.new_value)) {
+        return false;
+    }
+    if (number < first) {
+        node.SetRangeFirst(number);
         TellNode(kwChFrom, number);
     }
-    return moved;
+    return true;
+}
+
+/// The first role that the item has decides. Text that is no number is refused.
+bool CCellItem::EditChannelNumber(const TChannelEdit &edit) {
+    if (edit.new_value.kind == TParKind::pvNone) {
+        return false;
+    }
+    if (AskedNode() == nullptr || !AskedNode()->Has(nfChannels)) {
+        return true;
+    }
+    if (HasRole(roleChNumber)) {
+        return EditFirst(edit, true);
+    }
+    if (HasRole(roleChCount)) {
+        return EditCount(edit);
+    }
+    return HasRole(roleChFrom) ? EditFirst(edit, false) : EditLast(edit);
 }
 
 /// The selection's text has to have a row, and the node channels.
@@ -102,18 +143,15 @@ bool CCellItem::EditChannelWord(std::uint32_t keyword, const TValueMap &map, TCe
     if (!MapValue(map, TParValue::Text(editor.ComboBox().Text()), code)) {
         return false;
     }
-    const std::uint32_t first = AskFirstChannel();
-    TParValue old_value;
-    GetValue(old_value);
-    return first != kNoNumber && ChangeChannels(first, keyword, old_value, TParValue::Number(code));
+    const CDefNode *node = AskedNode();
+    if (node == nullptr || node->RangeFirst() == kNoNumber) {
+        return node != nullptr && node->Has(nfChannels) && node->HasUndefinedChannelNumber();
+    }
+    return ChangeChannels(node->RangeFirst(), keyword, TParValue(), TParValue::Number(code));
 }
 
-bool CCellItem::CheckChannelEdit(TCellEditor &editor, bool accept) {
-    if (!accept || Owner() == nullptr) {
-        return accept;
-    }
+bool CCellItem::EditChannels(TCellEditor &editor) {
     const TItemAttributes &attributes = Attributes();
-    const bool is_combo_box = editor.kind == TCellEditor::TControl::kComboBox;
     if ((attributes.roles & (roleChNumber | roleChCount | roleChFrom | roleChTo)) != 0) {
         TChannelEdit edit;
         TParValue old_value;
@@ -122,21 +160,30 @@ bool CCellItem::CheckChannelEdit(TCellEditor &editor, bool accept) {
             edit.old_number = old_value.number;
         }
         edit.new_value = EditedValue(editor);
-        bool decided = false;
-        const bool result = EditChannelNumber(edit, decided);
-        if (decided) {
-            return result;
+        if (!EditChannelNumber(edit)) {
+            return false;
+        }
+        if (edit.HadNumber() || edit.TakenAway()) {
+            return true;
         }
     }
     const TChannelAttributes *channel = attributes.channel.get();
-    if (channel != nullptr && is_combo_box && HasRole(roleChDirection) &&
-        !EditChannelWord(kwChDirection, channel->direction_map, editor)) {
-        return false;
+    if (channel == nullptr || editor.kind != TCellEditor::TControl::kComboBox) {
+        return true;
     }
-    if (channel != nullptr && is_combo_box && HasRole(roleChType)) {
-        return EditChannelWord(kwChType, channel->type_map, editor);
+    return (!HasRole(roleChDirection) || EditChannelWord(kwChDirection, channel->direction_map, editor)) &&
+           (!HasRole(roleChType) || EditChannelWord(kwChType, channel->type_map, editor));
+}
+
+bool CCellItem::CheckChannelEdit(TCellEditor &editor, bool accept) {
+    if (!accept || SheetData() == nullptr) {
+        return accept;
     }
-    return true;
+    const bool taken = EditChannels(editor);
+    if (!taken) {
+        SheetData()->Refuse();
+    }
+    return taken;
 }
 
 }  // namespace kq_pdt

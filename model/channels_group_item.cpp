@@ -1,7 +1,11 @@
 #include "model/channels_group_item.h"
 
+#include <algorithm>
+
+#include "model/journal.h"
 #include "model/sheet_data.h"
 #include "model/texts.h"
+#include "model/var_ref_item.h"
 
 namespace kq_pdt {
 
@@ -89,6 +93,7 @@ bool CChannelsGroupItem::Define() {
     if (!from.IsNumber()) {
         return from.kind == TParKind::pvUndefined;
     }
+    CJournal::Keep(from_, to_, type_, direction_, defined_);
     from_ = from;
     const TParValue to = Evaluate(to_expression_);
     if (!to.IsNumber()) {
@@ -122,21 +127,20 @@ bool CChannelsGroupItem::FollowWord(const CChannelCondList *rows, std::uint32_t 
                                              TParValue::Number(word))) {
         return false;
     }
+    CJournal::Keep(stored);
     stored = word;
     return true;
 }
 
-/// Moves the range to the bounds' new values; ok becomes false, with the old bounds kept, if that can't be. A bound
-/// that isn't known any more is no refusal, and says so whatever was said before.
+/// Moves the range to the bounds' new values; ok becomes false, with the old bounds kept, if that can't be. While a
+/// bound isn't known there is no range.
 void CChannelsGroupItem::FollowBounds(const CVariable *variable, bool &ok) {
-    const TParValue old_from = from_;
-    const TParValue old_to = to_;
     const bool moves_from = References(from_expression_, variable);
     const bool moves_to = References(to_expression_, variable);
     const TParValue from = Evaluate(from_expression_);
     const TParValue to = Evaluate(to_expression_);
     if (from.kind == TParKind::pvUndefined || to.kind == TParKind::pvUndefined) {
-        ok = true;
+        RemoveRange();
         return;
     }
     if (!from.IsNumber() || !to.IsNumber() || to.number < from.number) {
@@ -146,21 +150,40 @@ void CChannelsGroupItem::FollowBounds(const CVariable *variable, bool &ok) {
     }
     bool moved = true;
     if (moves_from && moves_to) {
-        moved = sheet_data_->ChangeChannelParameter(old_from.number, kwAll, from, to);
+        moved = sheet_data_->ChangeChannelParameter(from_.number, kwAll, from, to);
     } else if (moves_from) {
-        moved = sheet_data_->ChangeChannelParameter(kNoNumber, kwChFrom, old_from, from);
+        moved = sheet_data_->ChangeChannelParameter(kNoNumber, kwChFrom, from_, from);
     } else if (moves_to) {
-        moved = sheet_data_->ChangeChannelParameter(from.number, kwChTo, old_to, to);
+        moved = sheet_data_->ChangeChannelParameter(from_.number, kwChTo, to_, to);
     }
-    if (moved) {
+    if (!moved) {
+        ok = false;
+    } else if (moves_from || moves_to) {
+        CJournal::Keep(from_, to_);
         from_ = from;
         to_ = to;
-    } else {
-        ok = false;
     }
 }
 
+bool CChannelsGroupItem::Concerns(const CVariable *variable) const {
+    const auto in_rows = [&](const std::unique_ptr<CChannelCondList> &rows) {
+        return rows && std::any_of(rows->begin(), rows->end(),
+                                   [&](const CChannelCondRow &row) { return References(row.condition, variable); });
+    };
+    const TChannelAttributes *channel = Attributes().channel.get();
+    const auto picks = [&](const std::unique_ptr<CVarRefItem> &reference) {
+        return reference && reference->Variable() == variable;
+    };
+    return References(from_expression_, variable) || References(to_expression_, variable) || in_rows(type_rows_) ||
+           in_rows(direction_rows_) ||
+           (channel != nullptr && (picks(channel->type_variable) || picks(channel->direction_variable)));
+}
+
+/// A variable that the group has nothing to do with can't be refused by it.
 void CChannelsGroupItem::ParameterChanged(const CVariable *variable, const TParValue & /*value*/, bool &ok) {
+    if (!Concerns(variable)) {
+        return;
+    }
     if (!defined_) {
         if (!Define()) {
             ok = false;
@@ -176,14 +199,18 @@ void CChannelsGroupItem::ParameterChanged(const CVariable *variable, const TParV
     FollowBounds(variable, ok);
 }
 
-void CChannelsGroupItem::Done() {
+void CChannelsGroupItem::RemoveRange() {
     if (defined_) {
-        const TParValue from = Evaluate(from_expression_);
-        if (from.IsNumber()) {
-            sheet_data_->RemoveChannelRange(from.number);
-        }
+        sheet_data_->RemoveChannelRange(from_.number);
+        CJournal::Keep(defined_);
         defined_ = false;
     }
+}
+
+void CChannelsGroupItem::GiveBack() { RemoveRange(); }
+
+void CChannelsGroupItem::Done() {
+    RemoveRange();
     CItem::Done();
     from_expression_.reset();
     to_expression_.reset();

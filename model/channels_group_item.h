@@ -35,6 +35,7 @@ public:
     std::unique_ptr<CItem> Clone() override;
     std::unique_ptr<CChannelsGroupItem> CloneGroup();
     void ParameterChanged(const CVariable *variable, const TParValue &value, bool &ok) override;
+    void GiveBack() override;
     void Done() override;
 
     const CExpression *From() const { return from_expression_.get(); }
@@ -46,6 +47,9 @@ private:
     std::uint32_t CurrentWord(const CChannelCondList *rows, std::uint32_t keyword);
     bool FollowWord(const CChannelCondList *rows, std::uint32_t keyword, std::uint32_t &stored);
     void FollowBounds(const CVariable *variable, bool &ok);
+    /// Has the group anything to do with the variable?
+    bool Concerns(const CVariable *variable) const;
+    void RemoveRange();
 
     CParSheetData *sheet_data_;
     std::shared_ptr<const CExpression> from_expression_;

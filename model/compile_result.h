@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <vector>
 
 #include "platform/base/bounded_text.h"
 
@@ -12,6 +13,7 @@ struct TCompileResult {
     std::uint32_t line = 0;
     std::uint32_t position = 0;
     bool no_channels = false;
+    std::vector<std::uint32_t> channels;  ///< first channels of the blocks that the template fixes
 };
 
 }  // namespace kq_pdt

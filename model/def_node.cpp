@@ -2,15 +2,21 @@
 
 #include <cassert>
 
+#include "model/journal.h"
 #include "model/sheet_data.h"
 
 namespace kq_pdt {
 
-CDefNode::~CDefNode() { SetRowId(0); }
+CDefNode::~CDefNode() {
+    if (row_id_ != 0) {
+        sheet_data_->TableChanged(*this, row_id_, 0);
+    }
+}
 
 void CDefNode::SetRowId(std::uint32_t id) {
     if (id != row_id_) {
         sheet_data_->TableChanged(*this, row_id_, id);
+        CJournal::Note([this, old_id = row_id_] { SetRowId(old_id); });
         row_id_ = id;
     }
 }
@@ -26,6 +32,7 @@ CVariable &CDefNode::DeclareVariable(std::string_view name) {
     if (!scope_) {
         scope_ = std::make_unique<CVarScope>();
         scope_->SetOwner(sheet_data_);
+        scope_->SetNode(this);
     }
     return scope_->Declare(name);
 }
@@ -61,23 +68,49 @@ void CDefNode::CloneInto(CDefNode &node) const {
     node.flags_ = flags_;
     if (scope_) {
         node.scope_ = scope_->Clone();
+        node.scope_->SetNode(&node);
+    }
+}
+
+void CDefNode::GiveBack() {
+    for (const auto &group : groups_) {
+        group->GiveBack();
+    }
+    RemoveRange();
+    if (names_) {
+        names_->Items().GiveBack();
     }
 }
 
 void CDefNode::Done() {
-    {
-        const CScopeGuard scope(this);
-        for (const auto &group : groups_) {
-            group->Done();
-        }
-        groups_.clear();
+    for (const auto &group : groups_) {
+        group->Done();
     }
-    RemoveOwnChannels();
+    groups_.clear();
+    RemoveRange();
 }
 
 void CDefNode::ReleaseScope() {
     assert(!scope_ || scope_->UseCount() == 0);
     scope_.reset();
+}
+
+void CDefNode::SetRangeFirst(std::uint32_t first) {
+    CJournal::Keep(range_first_);
+    range_first_ = first;
+}
+
+void CDefNode::RemoveRange() {
+    if (range_first_ != kNoNumber) {
+        sheet_data_->RemoveChannelRange(range_first_);
+        SetRangeFirst(kNoNumber);
+    }
+}
+
+void CDefNode::SelectChannel() {
+    if (range_first_ != kNoNumber) {
+        sheet_data_->SelectChannelRange(range_first_);
+    }
 }
 
 }  // namespace kq_pdt

@@ -3,6 +3,7 @@
 // ended in an error.
 
 #include "model/def_node.h"
+#include "model/journal.h"
 #include "model/sheet_data.h"
 #include "model/texts.h"
 
@@ -23,15 +24,6 @@ bool CDefNode::SetChannelAttr(std::uint32_t keyword, std::uint32_t number, std::
 
 bool CDefNode::HasUndefinedChannelNumber() const { return names_ && names_->Items().HasUndefinedChannelNumber(); }
 
-std::uint32_t CDefNode::FirstChannel() {
-    std::uint32_t first = kNoNumber;
-    GetChannelAttr(kwChFrom, first);
-    if (first == kNoNumber) {
-        GetChannelAttr(kwChNumber, first);
-    }
-    return first;
-}
-
 void CDefNode::RegisterGroupItems() {
     for (const auto &group : groups_) {
         group->Define();
@@ -44,50 +36,100 @@ void CDefNode::RegisterChannels() {
     RegisterOwnChannels();
 }
 
-bool CDefNode::ReadChannelBounds(std::uint32_t &first, std::uint32_t &last) {
-    const auto report = [this](std::string_view text) {
-        sheet_data_->ReportError(text);
-        return false;
+std::string_view CDefNode::ReadChannelBounds(std::uint32_t &first, std::uint32_t &last) {
+    const auto fail = [&](std::string_view error) {
+        first = kNoNumber;
+        last = kNoNumber;
+        return error;
     };
     GetChannelAttr(kwChFrom, first);
-    if (first == kNoNumber) {
-        std::uint32_t count = kNoNumber;
-        GetChannelAttr(kwChNumber, first);
-        GetChannelAttr(kwChCount, count);
-        if (first == kNoNumber || count == kNoNumber) {
-            return report(texts::kNoChannelNumbers);
+    if (first != kNoNumber) {
+        GetChannelAttr(kwChTo, last);
+        if (last == kNoNumber) {
+            return fail(texts::kNoChannelTo);
         }
-        if (count == 0) {
-            return report(texts::kZeroChannels);
-        }
-        last = first + count - 1;
-        return last != kNoNumber;
+        return first > last ? fail(texts::kBoundsReversed) : std::string_view();
     }
-    GetChannelAttr(kwChTo, last);
-    if (last == kNoNumber) {
-        return report(texts::kNoChannelTo);
+    std::uint32_t count = kNoNumber;
+    GetChannelAttr(kwChNumber, first);
+    GetChannelAttr(kwChCount, count);
+    if (first == kNoNumber || count == kNoNumber) {
+        return fail(texts::kNoChannelNumbers);
     }
-    if (first > last) {
-        return report(texts::kBoundsReversed);
+    if (count == 0) {
+        return fail(texts::kZeroChannels);
     }
-    return true;
+    last = first + count - 1;
+    return last == kNoNumber ? fail({}) : std::string_view();
 }
 
+/// A number that may be missing and is missing makes no block.
 void CDefNode::RegisterOwnChannels() {
     if (!Has(nfChannels) || channels_done_) {
         return;
     }
     channels_done_ = true;
+    if (HasUndefinedChannelNumber()) {
+        return;
+    }
     std::uint32_t first = kNoNumber;
     std::uint32_t last = kNoNumber;
-    if (!ReadChannelBounds(first, last)) {
+    const std::string_view error = ReadChannelBounds(first, last);
+    if (!error.empty()) {
+        sheet_data_->ReportError(error);
+    }
+    if (first == kNoNumber) {
         return;
     }
     std::uint32_t type = kUndefinedCode;
     std::uint32_t direction = kUndefinedCode;
     GetChannelAttr(kwChType, type);
     GetChannelAttr(kwChDirection, direction);
-    sheet_data_->AddUnnamedChannelRange(first, last, type, direction);
+    if (sheet_data_->AddUnnamedChannelRange(first, last, type, direction)) {
+        SetRangeFirst(first);
+    }
+}
+
+void CDefNode::FollowChannels(bool &ok) {
+    if (!Has(nfChannels) || !channels_done_) {
+        return;
+    }
+    const CScopeGuard scope(this);
+    if (HasUndefinedChannelNumber()) {
+        RemoveRange();
+        return;
+    }
+    std::uint32_t first = kNoNumber;
+    std::uint32_t last = kNoNumber;
+    std::uint32_t type = kUndefinedCode;
+    std::uint32_t direction = kUndefinedCode;
+    ReadChannelBounds(first, last);
+    GetChannelAttr(kwChType, type);
+    GetChannelAttr(kwChDirection, direction);
+    if (range_first_ == kNoNumber) {
+        ok = first != kNoNumber && sheet_data_->DefineChannelRange(first, last, type, direction) && ok;
+        SetRangeFirst(first);
+        return;
+    }
+    if (first == kNoNumber ||
+        !sheet_data_->ChangeChannelParameter(range_first_, kwAll, TParValue::Number(first), TParValue::Number(last))) {
+        ok = false;
+        return;
+    }
+    SetRangeFirst(first);
+    FollowWords();
+}
+
+void CDefNode::FollowWords() {
+    if (range_first_ == kNoNumber) {
+        return;
+    }
+    const CScopeGuard scope(this);
+    std::uint32_t type = kUndefinedCode;
+    std::uint32_t direction = kUndefinedCode;
+    GetChannelAttr(kwChType, type);
+    GetChannelAttr(kwChDirection, direction);
+    sheet_data_->Ranges().SetKind(range_first_, type, direction);
 }
 
 bool CDefNode::CommitChannels() {
@@ -100,6 +142,7 @@ bool CDefNode::CommitChannels() {
     if (!Has(nfChannels) || channels_done_) {
         return true;
     }
+    CJournal::Keep(channels_done_);
     channels_done_ = true;
     if (HasUndefinedChannelNumber()) {
         return true;
@@ -110,13 +153,18 @@ bool CDefNode::CommitChannels() {
     GetChannelAttr(kwChDirection, direction);
     std::uint32_t first = 0;
     std::uint32_t last = 0;
-    sheet_data_->AppendChannelRange(type, direction, first, last, true);
+    if (!sheet_data_->AppendChannelRange(type, direction, first, last, true)) {
+        sheet_data_->ShowBadChannel();
+        return false;
+    }
+    SetRangeFirst(first);
     bool matched = false;
     std::uint32_t present = kNoNumber;
     GetChannelAttr(kwChFrom, present);
     if (present != kNoNumber) {
         SetChannelAttr(kwChFrom, first, {}, matched);
         SetChannelAttr(kwChTo, last, {}, matched);
+        FollowWords();
         return true;
     }
     SetChannelAttr(kwChNumber, first, {}, matched);
@@ -126,25 +174,13 @@ bool CDefNode::CommitChannels() {
         std::uint32_t count = kNoNumber;
         GetChannelAttr(kwChCount, count);
         count = count == kNoNumber ? 1 : count;
-        sheet_data_->ChangeChannelParameter(first, kwChTo, TParValue::Number(1), TParValue::Number(first + count - 1));
+        if (!sheet_data_->ChangeChannelParameter(first, kwChCount, TParValue::Number(1), TParValue::Number(count))) {
+            return false;
+        }
     }
+    // A number that was put into an item may pick another word.
+    FollowWords();
     return true;
-}
-
-void CDefNode::RemoveOwnChannels() {
-    if (Has(nfChannels) && channels_done_) {
-        if (const std::uint32_t first = FirstChannel(); first != kNoNumber) {
-            sheet_data_->RemoveChannelRange(first);
-        }
-    }
-}
-
-void CDefNode::SelectChannel() {
-    if (Has(nfChannels)) {
-        if (const std::uint32_t first = FirstChannel(); first != kNoNumber) {
-            sheet_data_->SelectChannelRange(first);
-        }
-    }
 }
 
 }  // namespace kq_pdt

@@ -4,6 +4,7 @@
 #include <array>
 #include <string>
 
+#include "model/journal.h"
 #include "model/sheet_data.h"
 #include "model/var_ref_item.h"
 #include "platform/base/code_page.h"
@@ -137,6 +138,7 @@ void CDllItem::CloseEditor(std::unique_ptr<TCellEditor> &editor, bool accept) {
     if (editor && editor->control && accept) {
         const std::size_t selected = editor->ComboBox().Selected();
         if (selected >= 1 && selected <= names_.size() && selected - 1 != selected_index_) {
+            CJournal::Keep(selected_index_);
             selected_index_ = static_cast<std::uint32_t>(selected - 1);
             RefreshModule();
         }
@@ -183,7 +185,7 @@ bool CDllItem::ParseValue(std::string_view text, std::uint32_t first, std::uint3
 }
 
 void CDllItem::ParameterChanged(const CVariable *variable, const TParValue &value, bool &ok) {
-    CItem::ParameterChanged(variable, value, ok);
+    CCellItem::ParameterChanged(variable, value, ok);
     const CEnableIf *condition = Attributes().enable_if.get();
     if (condition != nullptr && condition->DependsOn(variable)) {
         RefreshModule();
@@ -191,20 +193,34 @@ void CDllItem::ParameterChanged(const CVariable *variable, const TParValue &valu
 }
 
 void CDllItem::RefreshModule() {
-    if (sheet_data_ == nullptr || Selected() == nullptr) {
+    if (sheet_data_ != nullptr && Selected() != nullptr) {
+        LoadModule(IsEnabled() ? *Selected() : kq_base::TText());
+    }
+}
+
+/// The template that is loaded already stays as it is.
+void CDllItem::LoadModule(const kq_base::TText &name) {
+    if (name == loaded_name_) {
         return;
     }
-    const kq_base::TText name = IsEnabled() ? *Selected() : kq_base::TText();
-    sheet_data_->LoadModuleTemplate(loaded_sections_, name.View());
+    CJournal::Keep(loaded_name_);
+    loaded_name_ = name;
+    sheet_data_->LoadModuleTemplate(loaded_, name.View());
+}
+
+void CDllItem::GiveBack() {
+    CItem::GiveBack();
+    if (sheet_data_ != nullptr) {
+        LoadModule({});
+    }
 }
 
 void CDllItem::Done() {
     CItem::Done();
-    names_.clear();
     if (sheet_data_ != nullptr) {
-        sheet_data_->LoadModuleTemplate(loaded_sections_, {});
+        LoadModule({});
     }
-    loaded_sections_.clear();
+    names_.clear();
 }
 
 }  // namespace kq_pdt

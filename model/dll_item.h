@@ -11,8 +11,13 @@ class CSectionDef;
 
 /// Names in order: words to be coloured, required procedures, modules.
 using CNameList = std::vector<kq_base::TText>;
-/// Definitions that a module brought along, not owned.
-using CSectionRefs = std::vector<CSectionDef *>;
+
+/// What a module's template brought along.
+struct TLoadedModule {
+    std::vector<CSectionDef *> sections;  ///< definitions, not owned
+    std::vector<std::uint32_t> channels;  ///< first channels of its fixed blocks
+    CNameList words;                      ///< to be coloured
+};
 
 /// A choice among driver modules. A definition keeps the procedures that a module must export; its clone lists the
 /// modules of the host's directory, and the chosen module brings its own template along.
@@ -33,6 +38,7 @@ public:
     bool Match(std::string_view text, std::uint32_t position, TMatchStep &step) override;
     bool ParseValue(std::string_view text, std::uint32_t first, std::uint32_t end) override;
     void ParameterChanged(const CVariable *variable, const TParValue &value, bool &ok) override;
+    void GiveBack() override;
     void Done() override;
 
 protected:
@@ -47,13 +53,15 @@ private:
     bool HasProcedures(std::string_view path) const;
     /// Loads the template of the selected module, or releases it while the item is disabled.
     void RefreshModule();
+    void LoadModule(const kq_base::TText &name);
 
     CParSheetData *sheet_data_;
     CNameList names_;
     bool published_ = false;  ///< Publish has run once
     bool listed_ = false;     ///< names_ holds modules
     std::uint32_t selected_index_ = kNoNumber;
-    CSectionRefs loaded_sections_;
+    kq_base::TText loaded_name_;  ///< whose template is loaded; empty without one
+    TLoadedModule loaded_;
 };
 
 }  // namespace kq_pdt

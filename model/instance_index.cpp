@@ -100,7 +100,7 @@ void CInstanceIndex::Take(CSectionDef &section) {
 }
 
 void CInstanceIndex::Add(CSectionDef &section) {
-    by_definition_[section.Definition()].push_back(&section);
+    InsertInOrder(by_definition_[section.Definition()], section);
     Insert(section);
 }
 
@@ -128,6 +128,30 @@ void CInstanceIndex::Clear() {
 CSectionDef *CInstanceIndex::FirstOf(const CSectionDef *definition) const {
     const auto found = by_definition_.find(definition);
     return found != by_definition_.end() ? found->second.front() : nullptr;
+}
+
+CSectionDef *CInstanceIndex::LastOf(const CSectionDef *definition) const {
+    const auto found = by_definition_.find(definition);
+    return found != by_definition_.end() ? found->second.back() : nullptr;
+}
+
+CSectionDef *CInstanceIndex::NextOf(const CSectionDef *definition, std::uint32_t serial) const {
+    const auto found = by_definition_.find(definition);
+    if (found == by_definition_.end()) {
+        return nullptr;
+    }
+    const auto next =
+        std::upper_bound(found->second.begin(), found->second.end(), serial,
+                         [](std::uint32_t number, const CSectionDef *other) { return number < other->Serial(); });
+    return next != found->second.end() ? *next : nullptr;
+}
+
+CSectionDef *CInstanceIndex::PreviousOf(const CSectionDef &section) const {
+    const auto &sections = by_definition_.at(section.Definition());
+    const auto found =
+        std::lower_bound(sections.begin(), sections.end(), section.Serial(),
+                         [](const CSectionDef *other, std::uint32_t number) { return other->Serial() < number; });
+    return found != sections.begin() ? *std::prev(found) : nullptr;
 }
 
 void CInstanceIndex::FindCandidates(std::string_view text, std::vector<CSectionDef *> &candidates) const {

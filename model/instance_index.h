@@ -27,6 +27,12 @@ public:
 
     /// The first instance of a definition, or none.
     CSectionDef *FirstOf(const CSectionDef *definition) const;
+    /// The last one, or none.
+    CSectionDef *LastOf(const CSectionDef *definition) const;
+    /// The first one after a serial number, or none.
+    CSectionDef *NextOf(const CSectionDef *definition, std::uint32_t serial) const;
+    /// The one before an instance among those of its definition, or none.
+    CSectionDef *PreviousOf(const CSectionDef &section) const;
     /// All instances that a text has to be matched against, in the order of the list. Of instances that show the same
     /// name, or have the same pattern, the first counts that no text was read into yet, or else the first.
     void FindCandidates(std::string_view text, std::vector<CSectionDef *> &candidates) const;

@@ -2,44 +2,61 @@
 
 #include <algorithm>
 
+#include "model/journal.h"
 #include "model/sheet_data.h"
 
 namespace kq_pdt {
 
+namespace {
+
+/// The position in the list of the section with this serial number, or where it belongs.
+CSectionList::iterator PositionOf(CSectionList &list, std::uint32_t serial) {
+    return std::lower_bound(list.begin(), list.end(), serial,
+                            [](const auto &other, std::uint32_t number) { return other->Serial() < number; });
+}
+
+}  // namespace
+
 CSectionDef &CInstances::Append(std::unique_ptr<CSectionDef> section) {
     section->SetSerial(next_serial_++);
     list_.push_back(std::move(section));
-    index_.Add(*list_.back());
-    return *list_.back();
+    CSectionDef &appended = *list_.back();
+    index_.Add(appended);
+    CJournal::Note([this, &appended] {
+        const auto found = PositionOf(list_, appended.Serial());
+        index_.Remove(appended);
+        appended.Retire();
+        buried_.push_back(std::move(*found));
+        list_.erase(found);
+    });
+    return appended;
 }
 
 void CInstances::Renamed(CSectionDef &section) { index_.Rename(section); }
 
-void CInstances::ParameterChanged(const CVariable *variable, const TParValue &value, bool &ok) {
-    std::size_t next = 0;
-    iterations_.push_back(&next);
-    while (next < list_.size()) {
-        list_[next++]->ParameterChanged(variable, value, ok);
+void CInstances::Release(CSectionDef &section) {
+    const CHold hold(*this);
+    const auto found = PositionOf(list_, section.Serial());
+    if (found == list_.end() || found->get() != &section) {
+        return;
     }
-    iterations_.pop_back();
-    EndReleased();
+    std::unique_ptr<CSectionDef> released = std::move(*found);
+    list_.erase(found);
+    index_.Remove(section);
+    CJournal::Note([this, &section] {
+        list_.insert(PositionOf(list_, section.Serial()), std::unique_ptr<CSectionDef>(Unbury(section)));
+        index_.Add(section);
+    });
+    Bury(std::move(released));
+    section.SheetData()->Post(cmRebuildTable, section.RowId());
+    section.GiveBack();
+    section.Retire();
 }
 
 void CInstances::ReleaseOf(const CSectionDef &definition) {
     // What an instance holds may take others along, so each is looked up anew.
     while (CSectionDef *instance = index_.FirstOf(&definition)) {
-        const auto found =
-            std::lower_bound(list_.begin(), list_.end(), instance->Serial(),
-                             [](const auto &other, std::uint32_t serial) { return other->Serial() < serial; });
-        const auto index = static_cast<std::size_t>(found - list_.begin());
-        std::unique_ptr<CSectionDef> section = std::move(*found);
-        list_.erase(found);
-        for (std::size_t *next : iterations_) {
-            *next -= *next > index ? 1 : 0;
-        }
-        index_.Remove(*section);
-        section->SheetData()->Post(cmRebuildTable, section->RowId());
-        Release(std::move(section));
+        Release(*instance);
     }
 }
 
@@ -49,7 +66,7 @@ void CInstances::Clear() {
         std::unique_ptr<CSectionDef> section = std::move(list_.back());
         list_.pop_back();
         index_.Remove(*section);
-        Release(std::move(section));
+        section->Done();
     }
 }
 
@@ -59,29 +76,23 @@ void CInstances::Write(CTextOut &out) const {
     }
 }
 
-/// An instance is in use while its scope is in force. A definition has to outlive its instances, so it is in use as
-/// long as any of them may be.
-bool CInstances::IsInUse(const CSectionDef &section) const {
-    const bool is_definition = section.Definition() == nullptr;
-    return is_definition ? !iterations_.empty() || holds_ != 0 || !released_.empty() : section.IsEntered();
+void CInstances::Bury(std::unique_ptr<CDefNode> node) {
+    buried_.push_back(std::move(node));
+    EndReleased();
 }
 
-/// An instance that isn't in use gives its channels back at once, so that others can have them, whatever iterates or
-/// holds.
-void CInstances::Release(std::unique_ptr<CSectionDef> section) {
-    if (!IsInUse(*section)) {
-        section->Done();
-        return;
-    }
-    section->Retire();
-    released_.push_back(std::move(section));
+CSectionDef *CInstances::Unbury(const CSectionDef &section) {
+    const auto buried =
+        std::find_if(buried_.begin(), buried_.end(), [&section](const auto &other) { return other.get() == &section; });
+    CDefNode *node = buried->release();
+    buried_.erase(buried);
+    return static_cast<CSectionDef *>(node);
 }
 
+/// The oldest first: a definition outlives its instances, which were released before it.
 void CInstances::EndReleased() {
-    while (iterations_.empty() && holds_ == 0 && !released_.empty() && !released_.front()->IsEntered()) {
-        const std::unique_ptr<CSectionDef> section = std::move(released_.front());
-        released_.erase(released_.begin());
-        section->Done();
+    while (holds_ == 0 && !CJournal::IsActive() && !buried_.empty() && !buried_.front()->IsEntered()) {
+        buried_.erase(buried_.begin());
     }
 }
 

@@ -13,13 +13,13 @@ namespace kq_pdt {
 
 /// The instances of a model in the order in which they were created, and the end of sections.
 ///
-/// What follows from a value may switch off the module that brought the very section that holds the value. A section
-/// that is released while its scope is in force leaves the list at once but ends only later, with the outermost
-/// iteration over the instances and the last CHold.
+/// What follows from a value may switch off the module that brought the very section that holds the value. So a
+/// released section leaves the list and gives back its channels at once, but ends only with the last CHold, and not
+/// while its scope is in force.
 class CInstances {
 public:
-    /// As long as one of these lives no section that was released in use ends: whoever publishes a section and then
-    /// commits its channels, or closes an editor and then leaves the scopes, holds one.
+    /// As long as one of these lives no released section ends: whoever publishes a section and then commits its
+    /// channels, or iterates over instances that follow a variable, holds one; an edit holds one to its end.
     class CHold {
     public:
         explicit CHold(CInstances &instances) : instances_(instances) { ++instances_.holds_; }
@@ -38,13 +38,15 @@ public:
     CSectionDef &Append(std::unique_ptr<CSectionDef> section);
     /// An instance's name shows another text now.
     void Renamed(CSectionDef &section);
-    /// Lets each instance follow a changed variable, or a changed bound value if variable is null; ok becomes false if
-    /// one refuses. Instances created on the way follow, too; released ones don't.
-    void ParameterChanged(const CVariable *variable, const TParValue &value, bool &ok);
+    /// Releases an instance: it leaves the list and gives back what others can see of it. It ends later if it is in use
+    /// or if an edit may put it back.
+    void Release(CSectionDef &section);
     /// Releases all instances of a definition.
     void ReleaseOf(const CSectionDef &definition);
-    /// Ends a section that is in no list any more, at once or, if it is in use, later.
-    void Release(std::unique_ptr<CSectionDef> section);
+    /// Ends an object that is in no list any more, at once or, if it may be in use, later.
+    void Bury(std::unique_ptr<CDefNode> node);
+    /// Takes back a section that was buried; the caller owns it then.
+    CSectionDef *Unbury(const CSectionDef &section);
     /// Releases all instances.
     void Clear();
     /// Writes all instances out.
@@ -55,15 +57,13 @@ public:
     bool Has(const CSectionDef &definition) const { return index_.FirstOf(&definition) != nullptr; }
 
 private:
-    bool IsInUse(const CSectionDef &section) const;
-    /// Ends the sections that were released in use, unless they still are.
+    /// Ends what was buried, unless it may still be in use.
     void EndReleased();
 
     CSectionList list_;
     CInstanceIndex index_;
     std::uint32_t next_serial_ = 1;
-    std::vector<std::size_t *> iterations_;  ///< for each iteration under way the index that comes next
-    CSectionList released_;                  ///< released sections that may still be in use, oldest first
+    std::vector<std::unique_ptr<CDefNode>> buried_;  ///< what may still be in use, oldest first
     std::uint32_t holds_ = 0;
 };
 

@@ -2,7 +2,11 @@
 
 #include <cassert>
 
+#include "model/edit_state.h"
 #include "model/item_list.h"
+#include "model/key_def.h"
+#include "model/section_def.h"
+#include "model/sheet_data.h"
 #include "model/texts.h"
 #include "model/var_ref_item.h"
 #include "platform/base/number_text.h"
@@ -178,6 +182,53 @@ void CItem::ParsePiece(const TMatchPiece &piece) { ParseValue(piece.text, piece.
 
 void CItem::TakePiece(const TMatchPiece &piece) { ParsePiece(piece); }
 
+void CItem::GiveBack() {
+    CParSheetData *data = SheetData();
+    TEditState *edit = data != nullptr ? data->Edit() : nullptr;
+    if (!id_variable_ || data == nullptr) {
+        return;
+    }
+    if (CVariable *variable = edit != nullptr ? id_variable_->Variable() : nullptr) {
+        edit->Touch(*variable);
+    }
+    CSectionDef *dependent = id_variable_->Dependent();
+    if (dependent == nullptr) {
+        return;
+    }
+    id_variable_->SetDependent(nullptr);
+    if (edit != nullptr) {
+        edit->orphans.push_back(dependent);
+    } else {
+        data->Instances().Release(*dependent);
+    }
+}
+
+namespace {
+
+/// Calls use() with only the scopes of an item's nodes in force.
+template <class TUse>
+auto InScopesOf(const CItem &item, const TUse &use) {
+    CDefNode *node = item.Owner()->Node();
+    const CScopeIsolation isolation(node->SheetData()->RootScope());
+    const CScopeGuard section(node->Has(nfKey) ? static_cast<CKeyDef *>(node)->Section() : nullptr);
+    const CScopeGuard scope(node);
+    return use();
+}
+
+}  // namespace
+
+bool CItem::IsWritten() {
+    return InScopesOf(*this, [this] { return !undefined_ && IsEnabled(); });
+}
+
+TParValue CItem::ValueInScopes() {
+    return InScopesOf(*this, [this] { return PublishedValue(); });
+}
+
+CSectionDef *CItem::Dependent() const { return id_variable_ ? id_variable_->Dependent() : nullptr; }
+
+void CItem::SetDependent(CSectionDef *section) { id_variable_->SetDependent(section); }
+
 void CItem::Done() { id_variable_.reset(); }
 
 void CItem::CloneBaseInto(CItem &clone) {
@@ -205,7 +256,10 @@ void CItem::PublishValue(const TParValue &value) {
 
 bool CItem::AssignToVariable(const TParValue &value) {
     bool ok = true;
-    if (id_variable_) {
+    CParSheetData *data = SheetData();
+    if (id_variable_ && data != nullptr && data->Edit() != nullptr) {
+        data->Assignments().Publish(*this, *id_variable_, value, ok);
+    } else if (id_variable_) {
         id_variable_->Assign(value, ok);
     }
     return ok;

@@ -38,7 +38,15 @@ CParSheetData *CItem::SheetData() const {
     return owner_ != nullptr && owner_->Node() != nullptr ? owner_->Node()->SheetData() : nullptr;
 }
 
-CDefNode *CItem::AskedNode() const { return owner_ != nullptr && owner_->IsPublished() ? owner_->Node() : nullptr; }
+/// The key if it stands for channels, otherwise its section if that does.
+CDefNode *CItem::AskedNode() const {
+    CDefNode *node = owner_ != nullptr && owner_->IsPublished() ? owner_->Node() : nullptr;
+    if (node != nullptr && node->Has(nfKey) && !node->Has(nfChannels)) {
+        CSectionDef *section = static_cast<CKeyDef *>(node)->Section();
+        return section != nullptr && section->Has(nfChannels) ? section : node;
+    }
+    return node;
+}
 
 std::uint32_t CItem::AskNode(std::uint32_t keyword) const {
     std::uint32_t value = kNoNumber;
@@ -49,21 +57,15 @@ std::uint32_t CItem::AskNode(std::uint32_t keyword) const {
     return value;
 }
 
-std::uint32_t CItem::AskFirstChannel() const {
-    const std::uint32_t first = AskNode(kwChFrom);
-    return first != kNoNumber ? first : AskNode(kwChNumber);
-}
-
 bool CItem::NodeChannelsDone() const {
     const CDefNode *node = AskedNode();
-    if (node == nullptr) {
-        return false;
+    return node != nullptr && node->Has(nfChannels) && node->ChannelsDone();
+}
+
+void CItem::FollowWords() {
+    if (CDefNode *node = AskedNode(); node != nullptr && (Attributes().roles & ~std::uint32_t{roleReadAll}) != 0) {
+        node->FollowWords();
     }
-    if (node->Has(nfChannels)) {
-        return node->ChannelsDone();
-    }
-    const CDefNode *section = node->Has(nfKey) ? static_cast<const CKeyDef *>(node)->Section() : nullptr;
-    return section != nullptr && section->Has(nfChannels) && section->ChannelsDone();
 }
 
 bool CItem::ChangeChannels(std::uint32_t key, std::uint32_t keyword, const TParValue &old_value,
@@ -78,8 +80,9 @@ bool CItem::GetChannelAttr(std::uint32_t keyword, std::uint32_t &value) {
     }
     const TChannelAttributes *channel = Attributes().channel.get();
     TParValue record;
+    const auto read = [&] { IsEnabled() ? GetValue(record) : GetInitialValue(record); };
     if (IsNumberAttribute(keyword)) {
-        GetValue(record);
+        read();
         if (!record.IsNumber()) {
             return false;
         }
@@ -94,7 +97,7 @@ bool CItem::GetChannelAttr(std::uint32_t keyword, std::uint32_t &value) {
     if (variable) {
         variable->GetValue(record);
     } else {
-        GetValue(record);
+        read();
     }
     return MapValue(is_type ? channel->type_map : channel->direction_map, record, value);
 }
@@ -107,7 +110,11 @@ bool CItem::SetChannelAttr(std::uint32_t keyword, std::uint32_t number, std::str
     if (IsNumberAttribute(keyword)) {
         const TChannelAttributes *channel = Attributes().channel.get();
         matched = channel == nullptr || channel->fixed_keyword != keyword;
-        return matched && SetValue(TParValue::Number(number));
+        if (!matched || !SetValue(TParValue::Number(number))) {
+            return false;
+        }
+        PublishValue(TParValue::Number(number));
+        return true;
     }
     matched = true;
     return SetValue(TParValue::Text(text));
@@ -115,22 +122,21 @@ bool CItem::SetChannelAttr(std::uint32_t keyword, std::uint32_t number, std::str
 
 void CItem::ParameterChanged(const CVariable *variable, const TParValue &value, bool & /*ok*/) {
     const TChannelAttributes *channel = Attributes().channel.get();
-    if (channel == nullptr || (!channel->type_variable && !channel->direction_variable) || !NodeChannelsDone()) {
+    if (channel == nullptr || (!channel->type_variable && !channel->direction_variable) || !NodeChannelsDone() ||
+        AskedNode()->RangeFirst() == kNoNumber) {
         return;
     }
-    const std::uint32_t first = AskFirstChannel();
-    if (first == kNoNumber) {
-        return;
-    }
+    const std::uint32_t first = AskedNode()->RangeFirst();
     const auto follow = [&](const std::unique_ptr<CVarRefItem> &reference, const TValueMap &map,
                             std::uint32_t keyword) {
         std::uint32_t code = 0;
         if (reference && variable != nullptr && reference->Variable() == variable && MapValue(map, value, code)) {
-            ChangeChannels(first, keyword, TParValue::Number(0), TParValue::Number(code));
+            ChangeChannels(first, keyword, TParValue(), TParValue::Number(code));
         }
     };
     follow(channel->type_variable, channel->type_map, kwChType);
     follow(channel->direction_variable, channel->direction_map, kwChDirection);
+    FollowWords();
 }
 
 }  // namespace kq_pdt

@@ -28,6 +28,12 @@ void CItemSeq::PublishAll() {
     }
 }
 
+void CItemSeq::GiveBack() {
+    for (const auto &item : items_) {
+        item->GiveBack();
+    }
+}
+
 bool CItemSeq::AllOptional() const {
     return std::all_of(items_.begin(), items_.end(), [](const auto &item) { return item->IsOptional(); });
 }
@@ -108,8 +114,8 @@ bool CItemSeq::SetChannelAttr(std::uint32_t keyword, std::uint32_t number, std::
 
 bool CItemSeq::HasUndefinedChannelNumber() const {
     return std::any_of(items_.begin(), items_.end(), [](const auto &item) {
-        return item->IsUndefined() && (item->HasRole(roleChFrom) || item->HasRole(roleChTo) ||
-                                       item->HasRole(roleChNumber) || item->HasRole(roleChCount));
+        return item->IsUnknown() && (item->HasRole(roleChFrom) || item->HasRole(roleChTo) ||
+                                     item->HasRole(roleChNumber) || item->HasRole(roleChCount));
     });
 }
 

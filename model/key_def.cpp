@@ -3,7 +3,9 @@
 #include <algorithm>
 
 #include "driver/channels/text_out.h"
+#include "model/journal.h"
 #include "model/section_def.h"
+#include "model/sheet_data.h"
 
 namespace kq_pdt {
 
@@ -209,6 +211,21 @@ void CKeyDef::ParameterChanged(const CVariable *variable, const TParValue &value
     for (const auto &par : pars_) {
         par->ParameterChanged(variable, value, ok);
     }
+}
+
+void CKeyDef::GiveBack() {
+    const CScopeGuard scope(this);
+    CDefNode::GiveBack();
+    for (const auto &par : pars_) {
+        par->Items().GiveBack();
+    }
+}
+
+void CKeyDef::Retire() {
+    CJournal::Keep(released_);
+    released_ = true;
+    SheetData()->NodeReleased(*this);
+    SetRowId(0);
 }
 
 void CKeyDef::Done() {

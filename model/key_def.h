@@ -43,7 +43,10 @@ public:
     bool SetChannelAttr(std::uint32_t keyword, std::uint32_t number, std::string_view text, bool &matched) override;
     void ParameterChanged(const CVariable *variable, const TParValue &value, bool &ok) override;
     bool HasUndefinedChannelNumber() const override;
+    void GiveBack() override;
     void Done() override;
+    /// The key was taken out of its section.
+    void Retire();
 
     const kq_base::TText &Label() const { return label_; }
     void SetLabel(std::string_view label) { label_ = label; }

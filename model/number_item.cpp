@@ -1,5 +1,7 @@
 #include "model/number_item.h"
 
+#include "model/journal.h"
+
 #include <utility>
 
 #include "model/var_ref_item.h"
@@ -27,6 +29,7 @@ void CNumberItem::ForceIntoRange() {
 
 void CNumberItem::Publish() {
     if (Attributes().default_expression && !has_value_ && !undefined_ && IsEnabled()) {
+        CJournal::Keep(has_value_);
         has_value_ = true;
         TakeDefault();
     }
@@ -37,8 +40,14 @@ bool CNumberItem::SetValue(const TParValue &value) {
     if (!value.IsNumber()) {
         return false;
     }
+    CJournal::Keep(value_, has_value_);
     value_ = value.number;
+    has_value_ = true;
     return true;
+}
+
+void CNumberItem::GetInitialValue(TParValue &value) const {
+    value = TParValue::Number(optional_ ? kNoNumber : Attributes().range_from);
 }
 
 void CNumberItem::GetValue(TParValue &value) { value = TParValue::Number(undefined_ ? kNoNumber : value_); }

@@ -16,6 +16,7 @@ public:
     bool SetValue(const TParValue &value) override;
     /// A number; 0xFFFFFFFF while undefined.
     void GetValue(TParValue &value) override;
+    void GetInitialValue(TParValue &value) const override;
     std::unique_ptr<CItem> Clone() override;
     void CopyValue(CItem *source) override;
     void SetAttribute(std::uint32_t keyword, std::uint32_t form, std::string_view text, CVarScope *scope) override;

@@ -1,6 +1,7 @@
 #include "model/options_item.h"
 
 #include "model/const_item.h"
+#include "model/journal.h"
 #include "model/var_ref_item.h"
 
 namespace kq_pdt {
@@ -18,6 +19,18 @@ TParValue COptionsItem::SelectedText() const {
 
 /// The condition isn't asked here: a disabled choice keeps its variable known.
 void COptionsItem::Publish() { AssignToVariable(undefined_ ? TParValue::Undefined() : SelectedText()); }
+
+TParValue COptionsItem::PublishedValue() const {
+    if (!IsEnabled()) {
+        const bool none = optional_ || Entries().empty();
+        return none ? TParValue::Undefined() : TParValue::Text(Entries().front().text);
+    }
+    return undefined_ ? TParValue::Undefined() : SelectedText();
+}
+
+void COptionsItem::GetInitialValue(TParValue &value) const {
+    value = TParValue::Text(optional_ || Entries().empty() ? kq_base::TText() : Entries().front().text);
+}
 
 void COptionsItem::GetValue(TParValue &value) {
     value = undefined_ ? TParValue::Text(std::string_view()) : SelectedText();
@@ -82,12 +95,12 @@ void COptionsItem::CloseEditor(std::unique_ptr<TCellEditor> &editor, bool accept
         const TParValue value = undefined ? TParValue::Undefined()
                                 : known   ? TParValue::Text(Entries()[index].text)
                                           : SelectedText();
-        if (AssignToVariable(value)) {
-            undefined_ = undefined;
-            if (known) {
-                selected_index_ = static_cast<std::uint32_t>(index);
-            }
+        CJournal::Keep(undefined_, selected_index_);
+        undefined_ = undefined;
+        if (known) {
+            selected_index_ = static_cast<std::uint32_t>(index);
         }
+        AssignToVariable(value);
     }
     editor.reset();
 }

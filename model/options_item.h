@@ -19,6 +19,8 @@ public:
 
     void Publish() override;
     void GetValue(TParValue &value) override;
+    void GetInitialValue(TParValue &value) const override;
+    TParValue PublishedValue() const override;
     bool AppendText(kq_base::CTextBuffer &text) override;
     std::unique_ptr<CItem> Clone() override;
     void CopyValue(CItem *source) override;

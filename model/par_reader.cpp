@@ -112,8 +112,12 @@ bool CParReader::ReadSection(const TParSectionRef &section) {
         }
     }
     const bool shared = definition->Has(nfModule) || definition->DependOn() != nullptr;
-    if (instance == nullptr && shared && !definition->Has(nfMultiple)) {
-        instance = sheet_data_.Instances().Index().FirstOf(definition);
+    if (instance == nullptr && shared) {
+        // The section that a module requires came with the module and waits for its text.
+        CSectionDef *first = sheet_data_.Instances().Index().FirstOf(definition);
+        const bool waits =
+            first != nullptr && definition->Has(nfModule) && definition->Has(nfRequired) && !first->WasTaken();
+        instance = waits || !definition->Has(nfMultiple) ? first : nullptr;
     }
     if (instance == nullptr) {
         instance = &sheet_data_.Instances().Append(definition->Clone(true));
@@ -312,6 +316,22 @@ void CParReader::CheckRequiredSections() {
     for (CSectionDef *section : added) {
         section->PublishTree();
         section->CommitChannels();
+    }
+    // What came in addition: dependent sections, and required ones of modules, which are published already.
+    // NOLINTNEXTLINE(modernize-loop-convert): the list grows on the way.
+    for (std::size_t index = 0; index < sheet_data_.Instances().List().size(); ++index) {
+        CSectionDef &section = *sheet_data_.Instances().List()[index];
+        const CSectionDef *definition = section.Definition();
+        if (section.WasTaken() || definition == nullptr) {
+            continue;
+        }
+        const bool depends = definition->DependOn() != nullptr;
+        if (depends) {
+            section.PublishTree();
+        }
+        if ((depends || definition->Has(nfModule)) && !section.IsReleased()) {
+            section.CommitChannels();
+        }
     }
 }
 

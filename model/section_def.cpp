@@ -3,7 +3,10 @@
 #include <algorithm>
 
 #include "driver/channels/text_out.h"
+#include "model/journal.h"
+#include "model/reference_index.h"
 #include "model/sheet_data.h"
+#include "model/var_ref_item.h"
 
 namespace kq_pdt {
 
@@ -44,6 +47,11 @@ std::unique_ptr<CSectionDef> CSectionDef::Clone(bool deep) {
 CKeyDef &CSectionDef::AddKey(std::unique_ptr<CKeyDef> key) {
     key->SetSection(this);
     keys_.push_back(std::move(key));
+    CJournal::Note([this] {
+        auto kept = std::make_shared<std::unique_ptr<CKeyDef>>(std::move(keys_.back()));
+        keys_.pop_back();
+        SheetData()->Instances().Bury(std::move(*kept));
+    });
     ComputeLayout();
     return *keys_.back();
 }
@@ -85,10 +93,12 @@ void CSectionDef::ClearKeys() {
 }
 
 void CSectionDef::Retire() {
-    handle_.reset();
+    CJournal::Keep(released_);
+    released_ = true;
+    SheetData()->NodeReleased(*this);
     SetRowId(0);
     for (const auto &key : keys_) {
-        key->SetRowId(0);
+        key->Retire();
     }
 }
 
@@ -111,6 +121,7 @@ bool CSectionDef::CommitChannels() {
 }
 
 void CSectionDef::CapturedValueChanged(const TParValue &value, const CVariable *variable) {
+    CJournal::Note([this] { SheetData()->Instances().Renamed(*this); });
     {
         const CScopeGuard scope(this);
         if (names_) {
@@ -121,11 +132,11 @@ void CSectionDef::CapturedValueChanged(const TParValue &value, const CVariable *
         }
     }
     SheetData()->Instances().Renamed(*this);
-    bool ok = true;
-    SheetData()->Assignments().Follow(nullptr, value, ok);
+    SheetData()->Post(cmRebuildSheets);
 }
 
 void CSectionDef::BindVariable(CVariable &variable) {
+    CJournal::Note([this] { SheetData()->Instances().Renamed(*this); });
     {
         const CScopeGuard scope(this);
         if (names_) {
@@ -208,6 +219,56 @@ void CSectionDef::ParameterChanged(const CVariable *variable, const TParValue &v
     }
     for (const auto &key : keys_) {
         key->ParameterChanged(variable, value, ok);
+    }
+}
+
+void CSectionDef::FollowVariable(const TSectionUse &use, const CVariable *variable, const TParValue &value, bool &ok) {
+    const CScopeGuard scope(this);
+    if (use.in_section) {
+        CDefNode::ParameterChanged(variable, value, ok);
+        if (names_) {
+            names_->Items().ParameterChanged(variable, value, ok);
+        }
+    }
+    if (use.keys.empty()) {
+        return;
+    }
+    // NOLINTNEXTLINE(modernize-loop-convert): the list may grow on the way.
+    for (std::size_t index = 0; index < keys_.size(); ++index) {
+        if (use.Holds(keys_[index]->Definition())) {
+            keys_[index]->ParameterChanged(variable, value, ok);
+        }
+    }
+}
+
+void CSectionDef::RemoveKey(CKeyDef &key) {
+    const auto found = std::find_if(keys_.begin(), keys_.end(), [&](const auto &other) { return other.get() == &key; });
+    const auto index = found - keys_.begin();
+    const CScopeGuard scope(this);
+    key.GiveBack();
+    key.Retire();
+    auto removed = std::make_shared<std::unique_ptr<CKeyDef>>(std::move(*found));
+    keys_.erase(found);
+    CJournal::Note([this, removed, index] { keys_.insert(keys_.begin() + index, std::move(*removed)); });
+}
+
+TParValue CSectionDef::BoundValue(std::string_view variable) const {
+    if (names_) {
+        for (const auto &item : names_->Items().Items()) {
+            const auto *reference = dynamic_cast<const CVarRefItem *>(item.get());
+            if (reference != nullptr && reference->IsCaptured() && reference->Name() == variable) {
+                return reference->BoundValue();
+            }
+        }
+    }
+    return {};
+}
+
+void CSectionDef::GiveBack() {
+    const CScopeGuard scope(this);
+    CDefNode::GiveBack();
+    for (const auto &key : keys_) {
+        key->GiveBack();
     }
 }
 

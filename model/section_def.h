@@ -9,6 +9,8 @@
 
 namespace kq_pdt {
 
+struct TSectionUse;
+
 /// A section: its name and its keys. An instance holds first the clones of the definition's keys without `multiple`, in
 /// the template's order, then the keys that reading or the sheet added, in the order in which they were added.
 class CSectionDef final : public CDefNode {
@@ -43,7 +45,14 @@ public:
     void RegisterChannels() override;
     void ParameterChanged(const CVariable *variable, const TParValue &value, bool &ok) override;
     bool HasUndefinedChannelNumber() const override;
+    void GiveBack() override;
     void Done() override;
+    /// Lets those parts follow a changed variable that have to do with it.
+    void FollowVariable(const TSectionUse &use, const CVariable *variable, const TParValue &value, bool &ok);
+    /// Takes a key out, gives back what it holds, and keeps it alive as long as the edit under way may put it back.
+    void RemoveKey(CKeyDef &key);
+    /// The value of a variable for which the section was created, as its name shows it; pvNone if it doesn't.
+    TParValue BoundValue(std::string_view variable) const;
 
     const std::vector<std::unique_ptr<CKeyDef>> &Keys() const { return keys_; }
     /// `depend_on`: the variable whose values create instances; in definitions only.

@@ -1,6 +1,9 @@
 #include "model/sheet_data.h"
 
+#include <algorithm>
+
 #include "driver/channels/text_out.h"
+#include "model/edit_state.h"
 #include "model/par_reader.h"
 #include "model/texts.h"
 
@@ -16,9 +19,79 @@ void CParSheetData::SetWindow(CReportWindow *window) {
 }
 
 void CParSheetData::Post(TWindowCommand command, std::uint32_t parameter) {
-    if (window_ != nullptr) {
+    if (edit_ != nullptr) {
+        const std::pair posted(command, parameter);
+        auto &commands = edit_->commands;
+        if (std::find(commands.begin(), commands.end(), posted) == commands.end()) {
+            commands.push_back(posted);
+        }
+    } else if (window_ != nullptr) {
         window_->PostCommand(command, parameter);
     }
+}
+
+void CParSheetData::BeginEdit() { edit_ = std::make_unique<TEditState>(ranges_); }
+
+void CParSheetData::Refuse(bool bad_channel) {
+    if (edit_ != nullptr) {
+        edit_->refused = true;
+        edit_->bad_channel = edit_->bad_channel || bad_channel;
+    }
+}
+
+bool CParSheetData::EndEdit(bool &bad_channel) {
+    bool taken = false;
+    TEditState::TCommands commands;
+    bool channels_changed = false;
+    {
+        const CInstances::CHold hold(instances_);
+        if (!edit_->refused) {
+            assignments_.Settle();
+        }
+        taken = !edit_->refused;
+        bad_channel = edit_->bad_channel;
+        if (taken) {
+            edit_->channels.Commit();
+            commands = std::move(edit_->commands);
+            channels_changed = edit_->channels_changed;
+        } else {
+            edit_->journal.TakeBack();
+            edit_->channels.RollBack();
+            references_outdated_ = true;
+        }
+        edit_.reset();
+    }
+    if (channels_changed) {
+        TellChannelsChanged();
+    }
+    for (const auto &[command, parameter] : commands) {
+        Post(command, parameter);
+    }
+    if (!taken && bad_channel) {
+        ShowBadChannel();
+    } else if (!taken && window_ != nullptr) {
+        window_->ShowHint(texts::kCannotChange);
+    }
+    return taken;
+}
+
+void CParSheetData::NodeReleased(const CDefNode &node) {
+    if (open_editor_ != nullptr && (open_editor_->section == &node || open_editor_->key == &node)) {
+        open_editor_.reset();
+    }
+}
+
+const CReferenceIndex &CParSheetData::References() {
+    if (references_outdated_) {
+        references_outdated_ = false;
+        references_.Rebuild(definitions_);
+    }
+    return references_;
+}
+
+bool CParSheetData::CanAddMultiple() const {
+    return std::any_of(definitions_.begin(), definitions_.end(),
+                       [](const auto &section) { return section->Has(nfMultiple) && section->DependOn() == nullptr; });
 }
 
 void CParSheetData::ReportError(std::string_view text) {
@@ -29,7 +102,9 @@ void CParSheetData::ReportError(std::string_view text) {
 
 void CParSheetData::ReadPar(std::string_view text) {
     ClearInstances();
+    reading_par_ = true;
     CParReader(*this).Read(text);
+    reading_par_ = false;
 }
 
 void CParSheetData::WriteParText(CTextOut &out) { instances_.Write(out); }
@@ -60,8 +135,13 @@ void CParSheetData::TableChanged(CDefNode &node, std::uint32_t old_id, std::uint
 }
 
 CSectionDef &CParSheetData::AppendDefinition(std::unique_ptr<CSectionDef> section) {
+    const bool refers = !section->Has(nfUnrecognised);
     definitions_.push_back(std::move(section));
-    assignments_.AddDependent(*definitions_.back());
+    references_outdated_ = references_outdated_ || refers;
+    CJournal::Note([this] {
+        instances_.Bury(std::move(definitions_.back()));
+        definitions_.pop_back();
+    });
     return *definitions_.back();
 }
 
@@ -71,14 +151,14 @@ void CParSheetData::ClearInstances() {
 }
 
 void CParSheetData::ClearData() {
-    can_add_multiple_ = false;
+    open_editor_.reset();
     ClearInstances();
     while (!definitions_.empty()) {
         std::unique_ptr<CSectionDef> section = std::move(definitions_.back());
         definitions_.pop_back();
-        instances_.Release(std::move(section));
+        section->Done();
     }
-    assignments_.FindDependents(definitions_);
+    references_outdated_ = true;
     keyword_words_.clear();
     root_scope_.Clear();
 }

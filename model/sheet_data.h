@@ -12,12 +12,16 @@
 #include "model/compile_result.h"
 #include "model/dll_item.h"
 #include "model/instances.h"
+#include "model/reference_index.h"
 #include "model/report_window.h"
 #include "model/section_def.h"
 
 class CTextOut;
+class CTextView;
 
 namespace kq_pdt {
+
+struct TEditState;
 
 /// The root of a session's model: the compiled template, the instances read from a parameter file, the table of
 /// channels and the variables. It works without a window; reports and commands are dropped then.
@@ -33,50 +37,9 @@ public:
     CParSheetData(const CParSheetData &) = delete;
     CParSheetData &operator=(const CParSheetData &) = delete;
 
-    // The model as a whole: sheet_data.cpp
-
     /// Attaches the window that takes messages and commands, or none.
     void SetWindow(CReportWindow *window);
     CReportWindow *Window() const { return window_; }
-    void Post(TWindowCommand command, std::uint32_t parameter = 0);
-    /// Reports an error that no line of a text belongs to.
-    void ReportError(std::string_view text);
-
-    /// Reads a parameter file into instances; the old ones go first. Whatever there is to say goes to the window.
-    void ReadPar(std::string_view text);
-    /// Writes all instances out.
-    void WriteParText(CTextOut &out);
-
-    /// The next id for a table of the sheet. Ids count up from 2 and are used once.
-    std::uint32_t AllocTableId() { return next_table_id_++; }
-    /// The instance that a table shows: a section, or a key with its section. Both null for an unknown id.
-    void FindByTable(std::uint32_t id, CSectionDef *&section, CKeyDef *&key);
-    /// A node's table has another id now; 0 is none.
-    void TableChanged(CDefNode &node, std::uint32_t old_id, std::uint32_t id);
-
-    CSectionDef &AppendDefinition(std::unique_ptr<CSectionDef> section);
-    /// Releases all instances, and begins to count the ids of tables anew.
-    void ClearInstances();
-    /// Forgets template and instances.
-    void ClearData();
-    /// Releases everything.
-    void Done();
-
-    void ReadVariable(std::string_view name, TParValue &value) override;
-    CVariable *FindVariable(std::string_view name) override;
-    std::uint32_t NewChannels(std::uint32_t count) override;
-
-    CVarScope &RootScope() { return root_scope_; }
-    CChannelRangeTable &Ranges() { return ranges_; }
-    const CSectionList &Definitions() const { return definitions_; }
-    CAssignments &Assignments() { return assignments_; }
-    CInstances &Instances() { return instances_; }
-    const CInstances &Instances() const { return instances_; }
-    const CNameList &KeywordWords() const { return keyword_words_; }
-    bool CanAddMultiple() const { return can_add_multiple_; }
-    bool NoChannels() const { return no_channels_; }
-
-    // Templates: sheet_data_templates.cpp
 
     /// Compiles the template at a path into a list of sections that share this model's variables, words and channels.
     /// On failure what was read before the error stays.
@@ -86,37 +49,94 @@ public:
     /// Compiles a template into the model.
     bool LoadTemplate(std::string_view path, TCompileResult &result);
     bool LoadTemplateText(std::string_view text, TCompileResult &result);
+
+    /// Reads a parameter file into instances; the old ones go first. Whatever there is to say goes to the window.
+    void ReadPar(std::string_view text);
+    /// Writes all instances out.
+    void WriteParText(CTextOut &out);
+
     /// A module was chosen in a `dll` value: what the previous one brought along goes, and the module's own template is
     /// loaded. An empty name only releases. A template that fails shows a box.
-    void LoadModuleTemplate(CSectionRefs &loaded, std::string_view name);
+    void LoadModuleTemplate(TLoadedModule &loaded, std::string_view name);
 
-    // The table of channels through the sheet data, which keeps the window informed: sheet_data_channels.cpp
+    /// An edit under way; all that is changed until it ends can be taken back. Edits don't nest.
+    void BeginEdit();
+    /// Settles and keeps what the edit did, unless it was refused. Otherwise takes all of it back, tells the user once,
+    /// and gives false; bad_channel says then whether that was the box.
+    bool EndEdit(bool &bad_channel);
+    /// The edit under way, or none.
+    TEditState *Edit() const { return edit_.get(); }
+    /// Refuses the edit under way; with bad_channel a box tells so in the end, otherwise the status line.
+    void Refuse(bool bad_channel = false);
+    /// The editor of a cell that is open, or none.
+    std::unique_ptr<TCellEditor> &OpenEditor() { return open_editor_; }
+    /// A node was released; an editor open in it ends.
+    void NodeReleased(const CDefNode &node);
 
-    /// Changes a parameter of a range as CChannelRangeTable::ChangeParameter does; a refusal is shown to the user.
+    /// The table of channels through the sheet data, which keeps the window informed.
     bool ChangeChannelParameter(std::uint32_t key, std::uint32_t keyword, const TParValue &old_value,
                                 const TParValue &new_value);
     void RemoveChannelRange(std::uint32_t first);
-    /// Appends one channel after all others; gives its number as first and last.
-    void AppendChannelRange(std::uint32_t type, std::uint32_t direction, std::uint32_t &first, std::uint32_t &last,
+    /// False, with nothing appended, if there is no number left.
+    bool AppendChannelRange(std::uint32_t type, std::uint32_t direction, std::uint32_t &first, std::uint32_t &last,
                             bool defined);
     bool AddUnnamedChannelRange(std::uint32_t first, std::uint32_t last, std::uint32_t type, std::uint32_t direction);
-    bool AddChannelRangeIfFree(std::uint32_t first, std::uint32_t last, std::uint32_t type, std::uint32_t direction);
-    /// Reserves count channels after all others, of no type and direction; gives the first number.
+    /// Lays the block of a node that gets its numbers in an edit. False if it doesn't fit, which the user is told.
+    bool DefineChannelRange(std::uint32_t first, std::uint32_t last, std::uint32_t type, std::uint32_t direction);
+    /// Reserves count channels behind all others, of no type and direction; gives the first number.
     std::uint32_t NewChannelRange(bool defined, std::uint32_t count);
     void SelectChannelRange(std::uint32_t first);
-    /// Shows the user that a channel number won't do.
+
+    /// Tells the user that a channel number won't do.
     void ShowBadChannel();
+    /// An error without a place.
+    void ReportError(std::string_view text);
+    void Post(TWindowCommand command, std::uint32_t parameter = 0);
+
+    /// The next id for a table of the sheet. Ids count up from 2 and are used once.
+    std::uint32_t AllocTableId() { return next_table_id_++; }
+    /// The instance that a table shows: a section, or a key with its section. Both null for an unknown id.
+    void FindByTable(std::uint32_t id, CSectionDef *&section, CKeyDef *&key);
+    /// A node's table has another id now; 0 is none.
+    void TableChanged(CDefNode &node, std::uint32_t old_id, std::uint32_t id);
+    CSectionDef &AppendDefinition(std::unique_ptr<CSectionDef> section);
+    void ClearInstances();
+    /// Forgets template and instances.
+    void ClearData();
+    /// Releases everything.
+    void Done();
+
+    CVarScope &RootScope() { return root_scope_; }
+    CChannelRangeTable &Ranges() { return ranges_; }
+    const CSectionList &Definitions() const { return definitions_; }
+    CAssignments &Assignments() { return assignments_; }
+    CInstances &Instances() { return instances_; }
+    const CInstances &Instances() const { return instances_; }
+    const CNameList &KeywordWords() const { return keyword_words_; }
+    /// True if some section is `multiple` and depends on nothing.
+    bool CanAddMultiple() const;
+    /// Who refers to which variable.
+    const CReferenceIndex &References();
+    /// True while a parameter file is read, from its first section to the last one that it lacks.
+    bool IsReadingPar() const { return reading_par_; }
+    bool NoChannels() const { return no_channels_; }
+
+    void ReadVariable(std::string_view name, TParValue &value) override;
+    CVariable *FindVariable(std::string_view name) override;
+    std::uint32_t NewChannels(std::uint32_t count) override;
 
 private:
-    // sheet_data_templates.cpp
     void ReleaseDefinition(const CSectionDef &definition);
-    void TakeModuleSections(CSectionList &sections, CSectionRefs &loaded);
+    void ReleaseModule(TLoadedModule &loaded);
+    void TakeModuleSections(CSectionList &sections, TLoadedModule &loaded);
+    void TellChannelsChanged();
     void ShowTemplateBox(std::string_view path, const TCompileResult &result);
 
     CVarScope root_scope_;
     CChannelRangeTable ranges_;
     CSectionList definitions_;
-    bool can_add_multiple_ = false;
+    CReferenceIndex references_;
+    bool references_outdated_ = true;
     bool no_channels_ = false;
     CInstances instances_;
     CAssignments assignments_{*this};
@@ -126,7 +146,10 @@ private:
     std::unordered_map<std::uint32_t, CDefNode *> tables_;  ///< instances and their keys by the id of their table
     std::uint32_t module_depth_ = 0;
     std::uint32_t module_loads_ = 0;
-    bool module_limit_shown_ = false;  ///< a box about templates that load each other was shown
+    bool reading_par_ = false;
+    std::unique_ptr<TEditState> edit_;
+    std::unique_ptr<TCellEditor> open_editor_;
+    bool module_limit_shown_ = false;  ///< one box tells of templates that load each other
 };
 
 }  // namespace kq_pdt

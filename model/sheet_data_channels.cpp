@@ -1,5 +1,6 @@
 // The table of channels as the model reaches it: the window is informed of every change.
 
+#include "model/edit_state.h"
 #include "model/sheet_data.h"
 #include "model/texts.h"
 #include "platform/view/message_box.h"
@@ -7,11 +8,23 @@
 namespace kq_pdt {
 
 void CParSheetData::ShowBadChannel() {
+    if (edit_ != nullptr) {
+        Refuse(true);
+        return;
+    }
     TMessageBox box;
     box.title = texts::kBadChannelTitle;
     box.lines[0] = texts::kBadChannel;
     box.icon = TBoxIcon::kStop;
     DoMessageBox2(box);
+}
+
+void CParSheetData::TellChannelsChanged() {
+    if (edit_ != nullptr) {
+        edit_->channels_changed = true;
+    } else if (window_ != nullptr) {
+        window_->ChannelsChanged();
+    }
 }
 
 bool CParSheetData::ChangeChannelParameter(std::uint32_t key, std::uint32_t keyword, const TParValue &old_value,
@@ -20,39 +33,39 @@ bool CParSheetData::ChangeChannelParameter(std::uint32_t key, std::uint32_t keyw
         ShowBadChannel();
         return false;
     }
-    if (window_ != nullptr) {
-        window_->ChannelsChanged();
-    }
+    TellChannelsChanged();
     Post(cmRebuildSheets);
     return true;
 }
 
 void CParSheetData::RemoveChannelRange(std::uint32_t first) {
     ranges_.RemoveRange(first);
-    if (window_ != nullptr) {
-        window_->ChannelsChanged();
-    }
+    TellChannelsChanged();
     Post(cmRebuildSheets);
 }
 
-void CParSheetData::AppendChannelRange(std::uint32_t type, std::uint32_t direction, std::uint32_t &first,
+bool CParSheetData::AppendChannelRange(std::uint32_t type, std::uint32_t direction, std::uint32_t &first,
                                        std::uint32_t &last, bool defined) {
-    ranges_.AppendChannel(type, direction, first, last, defined);
+    const bool appended = ranges_.AppendChannel(type, direction, first, last, defined);
     Post(cmRebuildSheets);
+    return appended;
 }
 
 bool CParSheetData::AddUnnamedChannelRange(std::uint32_t first, std::uint32_t last, std::uint32_t type,
                                            std::uint32_t direction) {
     const bool added = ranges_.AddDefinedUnnamed(first, last, type, direction);
-    if (window_ != nullptr) {
-        window_->ChannelsChanged();
-    }
+    TellChannelsChanged();
     return added;
 }
 
-bool CParSheetData::AddChannelRangeIfFree(std::uint32_t first, std::uint32_t last, std::uint32_t type,
-                                          std::uint32_t direction) {
-    return ranges_.DefineIfFits(first, last, type, direction);
+bool CParSheetData::DefineChannelRange(std::uint32_t first, std::uint32_t last, std::uint32_t type,
+                                       std::uint32_t direction) {
+    if (!ranges_.DefineIfFits(first, last, type, direction)) {
+        ShowBadChannel();
+        return false;
+    }
+    TellChannelsChanged();
+    return true;
 }
 
 std::uint32_t CParSheetData::NewChannelRange(bool defined, std::uint32_t count) {

@@ -4,6 +4,7 @@
 #include <array>
 #include <string>
 
+#include "model/journal.h"
 #include "model/sheet_data.h"
 #include "model/texts.h"
 #include "platform/base/files.h"
@@ -30,20 +31,20 @@ bool CParSheetData::CompileTemplateText(std::string_view text, CSectionList &sec
     CPdtCompiler compiler;
     compiler.Init(*this, text, root_scope_, sections);
     const bool ok = compiler.Compile(&ranges_, &keyword_words_, result);
-    no_channels_ = result.no_channels;
-    can_add_multiple_ = can_add_multiple_ || std::any_of(sections.begin(), sections.end(), [](const auto &section) {
-                            return section->Has(nfMultiple) && section->DependOn() == nullptr;
-                        });
-    assignments_.FindDependents(definitions_);
+    references_outdated_ = true;
     return ok;
 }
 
 bool CParSheetData::LoadTemplate(std::string_view path, TCompileResult &result) {
-    return CompileTemplate(path, definitions_, result);
+    const bool ok = CompileTemplate(path, definitions_, result);
+    no_channels_ = result.no_channels;
+    return ok;
 }
 
 bool CParSheetData::LoadTemplateText(std::string_view text, TCompileResult &result) {
-    return CompileTemplateText(text, definitions_, result);
+    const bool ok = CompileTemplateText(text, definitions_, result);
+    no_channels_ = result.no_channels;
+    return ok;
 }
 
 void CParSheetData::ReleaseDefinition(const CSectionDef &definition) {
@@ -52,18 +53,40 @@ void CParSheetData::ReleaseDefinition(const CSectionDef &definition) {
     if (found == definitions_.end()) {
         return;
     }
+    const auto index = found - definitions_.begin();
     std::unique_ptr<CSectionDef> section = std::move(*found);
+    CSectionDef *released = section.get();
     definitions_.erase(found);
-    assignments_.FindDependents(definitions_);
-    instances_.Release(std::move(section));
+    references_outdated_ = true;
+    CJournal::Note([this, released, index] {
+        definitions_.insert(definitions_.begin() + index, std::unique_ptr<CSectionDef>(instances_.Unbury(*released)));
+    });
+    instances_.Bury(std::move(section));
 }
 
-void CParSheetData::LoadModuleTemplate(CSectionRefs &loaded, std::string_view name) {
-    for (const CSectionRefs released = std::move(loaded); const CSectionDef *definition : released) {
+void CParSheetData::ReleaseModule(TLoadedModule &loaded) {
+    CJournal::Keep(loaded, keyword_words_);
+    const TLoadedModule released = std::move(loaded);
+    loaded = {};
+    for (const CSectionDef *definition : released.sections) {
         instances_.ReleaseOf(*definition);
         ReleaseDefinition(*definition);
     }
-    loaded.clear();
+    for (const std::uint32_t first : released.channels) {
+        RemoveChannelRange(first);
+    }
+    for (const kq_base::TText &word : released.words) {
+        const auto found = std::find(keyword_words_.rbegin(), keyword_words_.rend(), word);
+        if (found != keyword_words_.rend()) {
+            keyword_words_.erase(std::next(found).base());
+        }
+    }
+}
+
+void CParSheetData::LoadModuleTemplate(TLoadedModule &loaded, std::string_view name) {
+    const CScopeIsolation isolation(root_scope_);
+    const CInstances::CHold hold(instances_);
+    ReleaseModule(loaded);
     CAbstractPdtIdeCallBack *host = HostCallback();
     if (name.empty() || host == nullptr) {
         return;
@@ -88,6 +111,7 @@ void CParSheetData::LoadModuleTemplate(CSectionRefs &loaded, std::string_view na
         return;
     }
     ++module_loads_;
+    const std::size_t own_words = keyword_words_.size();
     if (!CompileTemplate(path.data(), sections, result)) {
         for (const auto &section : sections) {
             section->Done();
@@ -95,26 +119,31 @@ void CParSheetData::LoadModuleTemplate(CSectionRefs &loaded, std::string_view na
         ShowTemplateBox(path.data(), result);
         return;
     }
+    loaded.channels = result.channels;
+    loaded.words.assign(keyword_words_.begin() + static_cast<std::ptrdiff_t>(own_words), keyword_words_.end());
     ++module_depth_;
     TakeModuleSections(sections, loaded);
     --module_depth_;
     Post(cmRebuildSheets);
 }
 
-void CParSheetData::TakeModuleSections(CSectionList &sections, CSectionRefs &loaded) {
-    const CInstances::CHold hold(instances_);
+void CParSheetData::TakeModuleSections(CSectionList &sections, TLoadedModule &loaded) {
     Post(cmKeywordsChanged);
     for (std::unique_ptr<CSectionDef> &section : sections) {
         CSectionDef &definition = AppendDefinition(std::move(section));
         definition.SetFlag(nfModule);
-        loaded.push_back(&definition);
-        if (definition.Has(nfRequired)) {
-            CSectionDef &instance = instances_.Append(definition.Clone(true));
-            instance.PublishTree();
-            instance.CommitChannels();
-            if (loaded.empty() || loaded.back() != &definition) {
-                return;  // what was published has switched this very module off
-            }
+        loaded.sections.push_back(&definition);
+        if (!definition.Has(nfRequired)) {
+            continue;
+        }
+        CSectionDef &instance = instances_.Append(definition.Clone(true));
+        instance.PublishTree();
+        // While a file is read the section's text may still come and define its channels.
+        if (!reading_par_ && !instance.IsReleased() && !instance.CommitChannels()) {
+            Refuse(true);
+        }
+        if (loaded.sections.empty() || loaded.sections.back() != &definition) {
+            return;  // what was published has switched this very module off
         }
     }
 }

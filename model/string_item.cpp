@@ -1,5 +1,7 @@
 #include "model/string_item.h"
 
+#include "model/journal.h"
+
 #include "model/var_ref_item.h"
 
 namespace kq_pdt {
@@ -38,6 +40,7 @@ bool CStringItem::Store(const TParValue &value) {
     if (value.kind != TParKind::pvText) {
         return false;
     }
+    CJournal::Keep(value_);
     value_ = value.text;
     return true;
 }

@@ -23,6 +23,9 @@ inline constexpr std::string_view kBoundsReversed = "Horní index bloku kanálů
 inline constexpr std::string_view kBadChannelTitle = "Chybné číslo kanálu"_cp;
 inline constexpr std::string_view kBadChannel = "Zadané číslo kanálu není platné."_cp;
 
+inline constexpr std::string_view kCannotChange = "Hodnotu nelze změnit"_cp;
+inline constexpr std::string_view kCannotCreate = "Nelze vytvořit kanál, chybná definice skupiny v PDT"_cp;
+
 inline constexpr std::string_view kCannotOpenTemplate = "Nelze otevřít PDT soubor."_cp;
 inline constexpr std::string_view kTemplateTooDeep = "Šablony modulů se načítají navzájem."_cp;
 inline constexpr std::string_view kTemplateBoxTitle = "PDT"_cp;

@@ -1,5 +1,7 @@
 #include "model/typed_item.h"
 
+#include "model/journal.h"
+
 namespace kq_pdt {
 
 bool CTypedItem::AppendText(kq_base::CTextBuffer &text) {
@@ -48,11 +50,11 @@ void CTypedItem::CloseEditor(std::unique_ptr<TCellEditor> &editor, bool accept) 
         const bool keeps_undefined = editor->kind != TCellEditor::TControl::kComboBox && undefined_;
         const bool undefined = keeps_undefined || taken_away;
         const TParValue value = taken_away || edited.kind == TParKind::pvNone ? Stored() : edited;
-        if (AssignToVariable(undefined ? TParValue::Undefined() : value)) {
-            Store(value);
-            undefined_ = undefined;
-            has_value_ = true;
-        }
+        CJournal::Keep(undefined_, has_value_);
+        undefined_ = undefined;
+        has_value_ = true;
+        Store(value);
+        AssignToVariable(undefined ? TParValue::Undefined() : value);
     }
     editor.reset();
 }
@@ -69,16 +71,19 @@ bool CTypedItem::TakeDefault() {
     return Store(result);
 }
 
+TParValue CTypedItem::PublishedValue() const { return undefined_ || !IsEnabled() ? TParValue::Undefined() : Stored(); }
+
 void CTypedItem::ParameterChanged(const CVariable *variable, const TParValue &value, bool &ok) {
-    CItem::ParameterChanged(variable, value, ok);
     const TItemAttributes &attributes = Attributes();
     if (!has_value_ && attributes.default_expression && !undefined_ && attributes.enable_if &&
         attributes.enable_if->Holds()) {
+        CJournal::Keep(has_value_);
         has_value_ = true;
         if (TakeDefault()) {
             PublishValue(Stored());
         }
     }
+    CCellItem::ParameterChanged(variable, value, ok);
 }
 
 }  // namespace kq_pdt

@@ -28,6 +28,7 @@ protected:
     virtual TParValue TypedValue(const TCellEditor &editor) const = 0;
 
     TParValue EditedValue(const TCellEditor &editor) const final;
+    TParValue PublishedValue() const final;
     /// Stores the default if it evaluates to a value of the item's kind; true if it does.
     bool TakeDefault();
 

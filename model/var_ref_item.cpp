@@ -1,19 +1,38 @@
 #include "model/var_ref_item.h"
 
 #include "model/const_item.h"
+#include "model/journal.h"
 #include "model/section_def.h"
+#include "model/sheet_data.h"
 
 namespace kq_pdt {
 
 CVarRefItem::CVarRefItem(std::string_view name, CVarScope &scope)
     : CItem(TItemCode::kPlain), name_(name), scope_(&scope) {}
 
+CSectionDef *CVarRefItem::Dependent() const {
+    const auto section = dependent_.lock();
+    return section && !(*section)->IsReleased() ? *section : nullptr;
+}
+
+void CVarRefItem::SetDependent(CSectionDef *section) {
+    CJournal::Keep(dependent_);
+    dependent_ = section != nullptr ? section->Handle() : std::weak_ptr<CSectionDef *>();
+}
+
 void CVarRefItem::Assign(const TParValue &value, bool &ok) {
-    if (const auto section = dependent_.lock()) {
-        ok = true;
-        (*section)->CapturedValueChanged(value, Variable());
-    } else if (CSectionDef *created = scope_->Assign(name_.View(), value, ok)) {
-        dependent_ = created->Handle();
+    CSectionDef *section = Dependent();
+    if (section == nullptr) {
+        if (CSectionDef *created = scope_->Assign(name_.View(), value, ok)) {
+            SetDependent(created);
+        }
+        return;
+    }
+    ok = true;
+    CVariable *variable = Variable();
+    section->CapturedValueChanged(value, variable);
+    if (variable != nullptr && !(variable->Stored() == value)) {
+        section->SheetData()->Assignments().Assign(*variable, value, false, ok);
     }
 }
 
@@ -67,6 +86,7 @@ bool CVarRefItem::AppendText(kq_base::CTextBuffer &text) {
 
 void CVarRefItem::BindVariable(CVariable &variable) {
     if (variable.Name() == name_.View()) {
+        CJournal::Keep(captured_, captured_value_);
         captured_ = true;
         variable.Read(captured_value_);
     }
@@ -74,6 +94,7 @@ void CVarRefItem::BindVariable(CVariable &variable) {
 
 void CVarRefItem::CapturedValueChanged(const TParValue &value, const CVariable *variable) {
     if (captured_ && variable != nullptr && variable->Name() == name_.View()) {
+        CJournal::Keep(captured_value_);
         captured_value_ = value;
     }
 }

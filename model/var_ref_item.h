@@ -28,7 +28,12 @@ public:
     /// Goes on with the section that was created through another reference, unless this one has its own. True if it
     /// did.
     bool AdoptDependent(const CVarRefItem &source);
-    bool HasDependent() const { return !dependent_.expired(); }
+    /// The section that this reference created, or none.
+    CSectionDef *Dependent() const;
+    void SetDependent(CSectionDef *section);
+    bool HasDependent() const { return Dependent() != nullptr; }
+    /// The value that a bound reference shows.
+    const TParValue &BoundValue() const { return captured_value_; }
     /// The same reference, tied to the same section.
     std::unique_ptr<CVarRefItem> CloneReference();
 

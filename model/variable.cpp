@@ -2,6 +2,7 @@
 
 #include <cassert>
 
+#include "model/journal.h"
 #include "model/sheet_data.h"
 #include "model/var_ref_item.h"
 #include "platform/base/number_text.h"
@@ -26,9 +27,20 @@ void CVariable::SetInitial(std::uint32_t keyword, std::uint32_t form, std::strin
     }
 }
 
+void CVariable::Replace(const TParValue &value) {
+    CJournal::Keep(value_);
+    value_ = value;
+}
+
+std::unique_ptr<CVariable> CVariable::CloneFor(CVarScope &scope) const {
+    auto clone = std::make_unique<CVariable>(*this);
+    clone->scope_ = &scope;
+    return clone;
+}
+
 void CVariable::Read(TParValue &value) {
     if (value_.kind == TParKind::pvNewChannel && takes_new_channel_ && scope_->Owner() != nullptr) {
-        value_ = TParValue::Number(scope_->Owner()->NewChannelRange(false, new_channel_count_));
+        Replace(TParValue::Number(scope_->Owner()->NewChannelRange(false, new_channel_count_)));
     }
     value = value_;
     if (value.kind == TParKind::pvNone) {
@@ -45,7 +57,7 @@ CSectionDef *CVariable::Assign(const TParValue &value, bool &ok) {
         value_ = value;
         return nullptr;
     }
-    return owner->Assignments().Assign(*this, value, ok);
+    return owner->Assignments().Assign(*this, value, true, ok);
 }
 
 void CVarScope::Push(CVarScope *scope) {
@@ -117,7 +129,7 @@ std::unique_ptr<CVarScope> CVarScope::Clone() const {
     auto clone = std::make_unique<CVarScope>();
     clone->owner_ = owner_;
     for (const auto &[name, variable] : variables_) {
-        clone->variables_.emplace(name, variable->Clone());
+        clone->variables_.emplace(name, variable->CloneFor(*clone));
     }
     return clone;
 }

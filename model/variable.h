@@ -11,6 +11,7 @@
 
 namespace kq_pdt {
 
+class CDefNode;
 class CParSheetData;
 class CSectionDef;
 class CVarRefItem;
@@ -33,13 +34,15 @@ public:
     /// Stores a value and lets everything follow that depends on it. If something refuses, ok becomes false and the old
     /// value is back everywhere. Gives the section that was created, or none.
     CSectionDef *Assign(const TParValue &value, bool &ok);
-    /// Stores a value that everything has followed already.
-    void Replace(const TParValue &value) { value_ = value; }
-    /// The same variable in another scope's set.
-    std::unique_ptr<CVariable> Clone() const { return std::make_unique<CVariable>(*this); }
+    /// Stores a value and lets nothing follow.
+    void Replace(const TParValue &value);
+    /// The same variable in another scope.
+    std::unique_ptr<CVariable> CloneFor(CVarScope &scope) const;
+    /// Where it was declared.
+    const CVarScope &Scope() const { return *scope_; }
 
 private:
-    CVarScope *scope_;  ///< where it was declared; a clone keeps that
+    CVarScope *scope_;
     kq_base::TText name_;
     TParValue value_;
     bool takes_new_channel_ = false;
@@ -54,6 +57,9 @@ public:
 
     void SetOwner(CParSheetData *owner) { owner_ = owner; }
     CParSheetData *Owner() const { return owner_; }
+    /// The section or key that declares these variables; none for the root scope.
+    CDefNode *Node() const { return node_; }
+    void SetNode(CDefNode *node) { node_ = node; }
 
     /// Puts a scope in force, inside all others.
     void Push(CVarScope *scope);
@@ -82,10 +88,27 @@ public:
     const TVariables &Variables() const { return variables_; }
 
 private:
+    friend class CScopeIsolation;
+
     std::uint32_t use_count_ = 0;
     CParSheetData *owner_ = nullptr;
+    CDefNode *node_ = nullptr;
     TVariables variables_;
     std::vector<CVarScope *> stack_;  ///< the innermost last
+};
+
+/// Lets only the root scope be in force for the length of a block: what one node sets off in another one is looked up
+/// in that other node's scopes, not in those of the node at work.
+class CScopeIsolation {
+public:
+    explicit CScopeIsolation(CVarScope &root) : root_(root) { stack_.swap(root_.stack_); }
+    ~CScopeIsolation() { stack_.swap(root_.stack_); }
+    CScopeIsolation(const CScopeIsolation &) = delete;
+    CScopeIsolation &operator=(const CScopeIsolation &) = delete;
+
+private:
+    CVarScope &root_;
+    std::vector<CVarScope *> stack_;
 };
 
 }  // namespace kq_pdt

@@ -30,6 +30,7 @@ void CPdtCompiler::Finish(TCompileResult &result) {
     result.line = GetLine();
     result.position = GetLineIndex();
     result.no_channels = no_channels_;
+    result.channels = fixed_channels_;
 }
 
 bool CPdtCompiler::Compile(CChannelRangeTable *ranges, CNameList *keywords, TCompileResult &result) {
@@ -177,7 +178,9 @@ void CPdtCompiler::ParseFixedChannels() {
     }
     if (Expect(kSemicolon)) {
         // What is refused has reported itself; the compile goes on.
-        ranges_->AddDefined(first, last, type, direction, text_.View());
+        if (ranges_->AddDefined(first, last, type, direction, text_.View())) {
+            fixed_channels_.push_back(first);
+        }
     }
 }
 

@@ -112,6 +112,7 @@ private:
     CSectionList *sections_ = nullptr;
     CChannelRangeTable *ranges_ = nullptr;
     bool no_channels_ = false;
+    std::vector<std::uint32_t> fixed_channels_;
     CSectionDef *section_ = nullptr;  ///< kept until the next one begins
     CKeyDef *key_ = nullptr;
     CItemList *item_list_ = nullptr;

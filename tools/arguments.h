@@ -25,6 +25,8 @@ struct TArguments {
     std::optional<std::string> language;  ///< one of kq_cfg::kLanguages
     std::optional<std::string> modules;
     std::optional<std::string> output;
+    std::optional<std::string> dmf_output;
+    std::vector<std::string> edits;  ///< of set, each PLACE=VALUE; places of add and remove
     bool json = false;
     bool check = false;                  ///< format --check
     bool raw = false;                    ///< tokens --raw

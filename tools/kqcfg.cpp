@@ -30,6 +30,7 @@ public:
             "2 wrong usage, or a file that can't be read or written. An argument that begins with - and is no\n"
             "option goes after --.\n");
         AddTranslations();
+        AddEdits();
         AddLanguageTools();
         AddScannerTools();
         AddModuleTools();
@@ -98,6 +99,23 @@ private:
         AddTemplateOptions(AddCommand("template", "Compile a template and show what it declares", RunTemplate));
     }
 
+    void AddEdit(const char *name, const char *description, TCommand command, const char *form, const char *places) {
+        CLI::App *added = AddTranslation(name, description, command);
+        AddOutput(added);
+        added->add_option("--dmf-out", arguments_.dmf_output, "Write the driver map file, too")->option_text("FILE");
+        added->add_option("PLACE", arguments_.edits, places)->required()->option_text(form);
+    }
+
+    void AddEdits() {
+        AddEdit("set", "Set values of a parameter file as a person does in the sheet", RunSet, "PLACE=VALUE ...",
+                "SECTION/KEY=VALUE; #N after a name for the N-th of that name, :M for the M-th value, @M for the M-th "
+                "cell of the key's name; SECTION:M for the M-th cell of the section's name");
+        AddEdit("add", "Add sections, or lines to sections", RunAdd, "SECTION[/KEY] ...",
+                "The name of a new section, or a section and the name or label of a key");
+        AddEdit("remove", "Remove sections, or lines of sections", RunRemove, "SECTION[/KEY] ...",
+                "A section or a line, #N after a name for the N-th of that name");
+    }
+
     void AddLanguageTools() {
         CLI::App *eval = AddCommand("eval", "Evaluate an expression of the template language", RunEval);
         eval->add_option("EXPR", arguments_.expression, "The expression")->required()->option_text("TEXT");
@@ -143,11 +161,12 @@ private:
 constexpr char kGuard = '\x01';
 
 /// -h and -o are the only options of one minus. Any other argument that begins with one, such as the expression -%n%,
-/// gets a guard before it, with which the parser of the command line takes it for no option.
+/// gets a guard before it, with which the parser of the command line takes it for no option. So does one that begins
+/// with a bracket, for no list.
 std::string Guarded(const std::string &argument) {
     const bool option = argument.starts_with("--") || argument.starts_with("-o") || argument == "-h";
     const bool minus = argument.size() > 1 && argument.starts_with('-') && !option;
-    return minus || argument.starts_with(kGuard) ? kGuard + argument : argument;
+    return minus || argument.starts_with('[') || argument.starts_with(kGuard) ? kGuard + argument : argument;
 }
 
 void Unguard(std::string &argument) {
@@ -161,10 +180,15 @@ TArguments Unguarded(TArguments arguments) {
          {&arguments.pdt, &arguments.par, &arguments.expression, &arguments.text, &arguments.module}) {
         Unguard(*argument);
     }
-    for (std::optional<std::string> *argument : {&arguments.dmf, &arguments.modules, &arguments.output}) {
+    for (std::optional<std::string> *argument :
+         {&arguments.dmf, &arguments.modules, &arguments.output, &arguments.dmf_output, &arguments.drive.name}) {
         if (*argument) {
             Unguard(**argument);
         }
+    }
+    for (std::vector<std::string> *list :
+         {&arguments.edits, &arguments.variables, &arguments.drive.reads, &arguments.drive.writes}) {
+        std::for_each(list->begin(), list->end(), Unguard);
     }
     return arguments;
 }

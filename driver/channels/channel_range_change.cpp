@@ -140,6 +140,21 @@ bool CChannelRangeTable::ChangeKind(const TBlock &block, std::uint32_t keyword, 
     return true;
 }
 
+void CChannelRangeTable::SetKind(std::uint32_t first, std::uint32_t type, std::uint32_t direction) {
+    TBlock block;
+    if (!FindBlock(first, block)) {
+        return;
+    }
+    constexpr std::uint32_t kFree = kNoteTypeFree | kNoteDirectionFree;
+    for (const TBlock::TPiece &piece : block.pieces) {
+        TRecord range = piece.range;
+        range.note = (range.note & ~kFree) | (NoteFlags(true, type, direction) & kFree);
+        range.type = type != kUndefinedCode ? type : range.type;
+        range.direction = direction != kUndefinedCode ? direction : range.direction;
+        store_.SetRest(Ranges().AtRow(piece.row), range);
+    }
+}
+
 /// The block keeps its length.
 bool CChannelRangeTable::MoveStart(const TBlock &block, std::uint32_t first) {
     const std::int64_t last = std::int64_t{block.Last()} - block.First() + first;

@@ -109,6 +109,11 @@ public:
     bool ChangeParameter(std::uint32_t key, std::uint32_t keyword, const TParValue &old_value,
                          const TParValue &new_value);
 
+    /// Gives the block at first, with all its pieces, the type and direction that its definition has now. What the
+    /// definition leaves open (kUndefinedCode) keeps its code and is the user's to choose. Nothing without such a
+    /// block.
+    void SetKind(std::uint32_t first, std::uint32_t type, std::uint32_t direction);
+
     // Appending, look-ups and rows: channel_range_table.cpp.
 
     /// Adds a range of count channels after the highest range and gives its bounds. False, with kNoNumber for both

@@ -14,14 +14,25 @@ public:
     using TAction = std::function<void(const std::string &name, const TParValue &value, bool &ok)>;
 
     CRecorder() : CItem(kq_pdt::TItemCode::kOptions) {}
-    /// Puts a recorder into the model, as the only item of an instance.
-    static CRecorder &AddTo(kq_pdt::CParSheetData &data) {
-        auto section = std::make_unique<kq_pdt::CSectionDef>(&data);
-        auto names = std::make_unique<kq_pdt::CItemList>();
+    /// Puts a recorder into the model, as the only item of an instance whose definition refers to these variables.
+    static CRecorder &AddTo(kq_pdt::CParSheetData &data, const std::vector<std::string> &names = {}) {
+        kq_pdt::CExpression::TNodes nodes;
+        for (const std::string &name : names) {
+            nodes.push_back({.kind = kq_pdt::TExprKind::kReference, .value = TParValue::Text(name)});
+        }
+        const auto list_of = [](std::unique_ptr<kq_pdt::CItem> item) {
+            auto list = std::make_unique<kq_pdt::CItemList>();
+            list->Items().Append(std::move(item));
+            return list;
+        };
+        auto model = std::make_unique<kq_pdt::CItem>(kq_pdt::TItemCode::kPlain);
+        model->EditAttributes().default_expression = std::make_unique<kq_pdt::CExpression>(data, std::move(nodes));
+        auto definition = std::make_unique<kq_pdt::CSectionDef>(&data);
+        definition->SetNames(list_of(std::move(model)));
         auto recorder = std::make_unique<CRecorder>();
         CRecorder &result = *recorder;
-        names->Items().Append(std::move(recorder));
-        section->SetNames(std::move(names));
+        auto section = data.AppendDefinition(std::move(definition)).Clone(true);
+        section->SetNames(list_of(std::move(recorder)));
         data.Instances().Append(std::move(section));
         return result;
     }
@@ -33,7 +44,7 @@ public:
     }
 
     void ParameterChanged(const kq_pdt::CVariable *variable, const TParValue &value, bool &ok) override {
-        const std::string name = variable != nullptr ? std::string(variable->Name()) : "*";
+        const std::string name(variable->Name());
         log += (log.empty() ? "" : " ") + name + "=" + Shown(value);
         if (action) {
             action(name, value, ok);

@@ -39,46 +39,30 @@ TEST(IntegerCountBox, KeepsAPersonWithinItsLimits) {
     constexpr std::uint32_t kMax = 0xFFFFFFFF;
     struct TRow {
         std::uint32_t value, from, to;
-        const char *typed;
-        std::uint32_t after;
+        std::vector<std::pair<std::string_view, std::uint32_t>> typed;  ///< and the value after it
     };
-    for (const auto &[value, from, to, typed, after] : {
-             TRow{7, 5, 10, "5", 5},
-             {7, 5, 10, "4", 7},
-             {7, 5, 10, "10", 10},
-             {7, 5, 10, "11", 7},
-             {7, 5, 10, "x", 7},
-             {7, 5, 10, "", 7},
-             {7, 5, 10, "-6", 7},
-             {7, 0, 0, "0", 0},
-             {7, 0, 0, "4294967295", kMax},
-             {7, 0, 0, "4294967296", 7},
-             {7, 5, 0, "4294967295", kMax},
-             {7, 5, 0, "4", 7},
-             {7, 9, 3, "10", 10},
-             {7, 0, 1, "1", 1},
-             {7, 0, 1, "2", 7},
-             {99, 5, 10, "100", 99},
-             {7, 3, 3, "3", 3},
-             {7, 3, 3, "4", 7},
-             {7, 5, 10, "+", 8},
-             {10, 5, 10, "+", 10},
-             {99, 5, 10, "+", 99},
-             {1, 5, 10, "+", 5},
-             {7, 0, 0, "+", 8},
-             {kMax, 0, 0, "+", kMax},
-             {7, 5, 10, "-", 6},
-             {5, 5, 10, "-", 5},
-             {99, 5, 10, "-", 10},
-             {1, 5, 10, "-", 1},
-             {0, 0, 0, "-", 0},
+    for (const TRow &row : {
+             TRow{7, 5, 10, {{"5", 5}, {"4", 7}, {"10", 10}, {"11", 7}, {"x", 7}, {"", 7}, {"-6", 7}}},
+             {7, 5, 10, {{"+", 8}, {"-", 6}}},
+             {7, 0, 0, {{"0", 0}, {"4294967295", kMax}, {"4294967296", 7}, {"+", 8}}},
+             {7, 5, 0, {{"4294967295", kMax}, {"4", 7}}},
+             {7, 9, 3, {{"10", 10}}},
+             {7, 0, 1, {{"1", 1}, {"2", 7}}},
+             {7, 3, 3, {{"3", 3}, {"4", 7}}},
+             {10, 5, 10, {{"+", 10}}},
+             {5, 5, 10, {{"-", 5}}},
+             {99, 5, 10, {{"100", 99}, {"+", 99}, {"-", 10}}},
+             {1, 5, 10, {{"+", 5}, {"-", 1}}},
+             {kMax, 0, 0, {{"+", kMax}}},
+             {0, 0, 0, {{"-", 0}}},
          }) {
-        CIntegerCountBox box(value, from, to);
-        EXPECT_EQ(box.Value(), value) << "the program's value stays even outside the limits";
-        const std::string_view text = typed;
-        const bool taken = text == "+" ? box.UserStepUp() : text == "-" ? box.UserStepDown() : box.UserType(text);
-        EXPECT_EQ(box.Value(), after) << value << " in " << from << ".." << to << " typed " << typed;
-        EXPECT_EQ(taken, value != after);
+        for (const auto &[text, after] : row.typed) {
+            CIntegerCountBox box(row.value, row.from, row.to);
+            EXPECT_EQ(box.Value(), row.value) << "the program's value stays even outside the limits";
+            const bool taken = text == "+" ? box.UserStepUp() : text == "-" ? box.UserStepDown() : box.UserType(text);
+            EXPECT_EQ(box.Value(), after) << row.value << " in " << row.from << ".." << row.to << " typed " << text;
+            EXPECT_EQ(taken, row.value != after);
+        }
     }
 }
 

@@ -223,70 +223,45 @@ std::string MakeLibrary(bool gnu_hash, const TChange &change) {
     return image + symbols + names + hash;
 }
 
-/// Looks for every name of the table in a library of each width and hash; the number found, -1 if it isn't a library.
-void ExpectFound(int expected, const TChange &change, const char *what) {
-    for (const bool wide : {false, true}) {
-        for (const bool gnu_hash : {false, true}) {
-            const std::string image =
-                wide ? MakeLibrary<TFormat64>(gnu_hash, change) : MakeLibrary<TFormat32>(gnu_hash, change);
-            CGuardedBytes memory(image.size());
-            CElfSymbols symbols;
-            const bool opened = symbols.Open(memory.Put(image));
-            int found = 0;
-            for (const TSymbolRow &row : kSymbols) {
-                found += symbols.Exports(row.name) ? 1 : 0;
-            }
-            EXPECT_FALSE(symbols.Exports("absent"));
-            EXPECT_EQ(opened ? found : -1, expected)
-                << what << (wide ? " 64" : " 32") << (gnu_hash ? " gnu" : " classic");
-        }
-    }
-}
-
-TEST(ElfSymbols, CountsDefinedNamesOfBothWidthsAndHashes) {
-    for (const bool gnu_hash : {false, true}) {
-        for (const std::string &image : {MakeLibrary<TFormat32>(gnu_hash, {}), MakeLibrary<TFormat64>(gnu_hash, {})}) {
-            CElfSymbols symbols;
-            ASSERT_TRUE(symbols.Open(image));
-            for (const TSymbolRow &row : kSymbols) {
-                EXPECT_EQ(symbols.Exports(row.name), row.exported) << row.name;
-            }
-        }
-    }
-}
+/// What is found in a library: all names that it exports, none since a table can't be used, or it isn't one at all.
+enum class TFound : std::uint8_t { kAll, kNone, kNoLibrary };
 
 TEST(ElfSymbols, AChainWithoutEndIsLeftHoweverManySymbolsAreClaimed) {
-    TChange change;
-    change.circle = true;
-    change.symbols = 0xFFFFFFFF;
-    const std::string image = MakeLibrary<TFormat32>(false, change);
+    const std::string image = MakeLibrary<TFormat32>(false, {.symbols = 0xFFFFFFFF, .circle = true});
     CElfSymbols symbols;
     symbols.Open(image);
     EXPECT_FALSE(symbols.Exports("absent"));
 }
 
-TEST(ElfSymbols, HostileLibraries) {
-    TChange change;
-    ExpectFound(7, change, "sound");
-    change.circle = true;
-    ExpectFound(7, change, "a chain without end");
-    change = {};
-    change.buckets = 0;
-    ExpectFound(0, change, "no bucket");
-    change.buckets = 0xFFFFFFFF;
-    ExpectFound(0, change, "buckets beyond the file");
-    change = {};
-    change.names_cut = 0xFFFFFF00;
-    ExpectFound(-1, change, "names beyond the file");
-    change = {};
-    change.tables_elsewhere = true;
-    ExpectFound(-1, change, "tables that no segment brings");
-    change = {};
-    change.byte_order = ELFDATA2MSB;
-    ExpectFound(-1, change, "the other byte order");
-    change = {};
-    change.kind = ET_REL;
-    ExpectFound(-1, change, "an object file");
+TEST(ElfSymbols, SoundAndHostileLibrariesOfBothWidthsAndHashes) {
+    struct TRow {
+        TFound found;
+        TChange change;
+        const char *what;
+    };
+    for (const TRow &row : {TRow{TFound::kAll, {}, "sound"},
+                            {TFound::kAll, {.circle = true}, "a chain without end"},
+                            {TFound::kNone, {.buckets = 0}, "no bucket"},
+                            {TFound::kNone, {.buckets = 0xFFFFFFFF}, "buckets beyond the file"},
+                            {TFound::kNoLibrary, {.names_cut = 0xFFFFFF00}, "names beyond the file"},
+                            {TFound::kNoLibrary, {.tables_elsewhere = true}, "tables that no segment brings"},
+                            {TFound::kNoLibrary, {.byte_order = ELFDATA2MSB}, "the other byte order"},
+                            {TFound::kNoLibrary, {.kind = ET_REL}, "an object file"}}) {
+        for (const bool wide : {false, true}) {
+            for (const bool gnu_hash : {false, true}) {
+                const std::string image =
+                    wide ? MakeLibrary<TFormat64>(gnu_hash, row.change) : MakeLibrary<TFormat32>(gnu_hash, row.change);
+                CGuardedBytes memory(image.size());
+                CElfSymbols symbols;
+                EXPECT_EQ(symbols.Open(memory.Put(image)), row.found != TFound::kNoLibrary) << row.what;
+                for (const TSymbolRow &symbol : kSymbols) {
+                    EXPECT_EQ(symbols.Exports(symbol.name), symbol.exported && row.found == TFound::kAll)
+                        << row.what << (wide ? " 64 " : " 32 ") << (gnu_hash ? " gnu " : " classic ") << symbol.name;
+                }
+                EXPECT_FALSE(symbols.Exports("absent"));
+            }
+        }
+    }
 }
 
 }  // namespace

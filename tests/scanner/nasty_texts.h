@@ -6,6 +6,8 @@
 #include <string_view>
 #include <vector>
 
+#include "tests/support/pieces.h"
+
 /// Every text of up to longest pieces, each piece one of those given, in turn to the visitor.
 template <class Visitor>
 void ForEveryText(const std::vector<std::string_view> &pieces, std::size_t longest, Visitor visit) {
@@ -32,7 +34,8 @@ void ForEveryText(const std::vector<std::string_view> &pieces, std::size_t longe
 /// Texts of pieces chosen at random; the same ones in every run.
 class CNastyTexts {
 public:
-    CNastyTexts(std::vector<std::string_view> pieces, std::uint32_t seed) : pieces_(std::move(pieces)), random_(seed) {}
+    /// The pieces are separated by `|`.
+    CNastyTexts(std::string_view pieces, std::uint32_t seed) : pieces_(Pieces(pieces, "|")), random_(seed) {}
 
     std::string Make(std::size_t count) {
         std::string text;
@@ -44,6 +47,6 @@ public:
     std::uint32_t Number(std::uint32_t below) { return static_cast<std::uint32_t>(random_() % below); }
 
 private:
-    std::vector<std::string_view> pieces_;
+    std::vector<std::string> pieces_;
     std::mt19937 random_;
 };

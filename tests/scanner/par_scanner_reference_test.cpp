@@ -24,37 +24,10 @@ TEST(ParScannerAgainstReference, EveryShortText) {
     ForEveryText({"[a]", "(**)[b]", "(*\n*)", "\n", "k=", "v ", "12EF", "["}, 5, CheckAgainstReference);
 }
 
-const std::vector<std::string_view> kPieces = {
-    "[",
-    "]",
-    "=",
-    ",",
-    " ",
-    "\n",
-    "\r\n",
-    "\r",
-    "'",
-    "''",
-    "(*",
-    "*)",
-    "(",
-    "12",
-    "1.5",
-    "E",
-    "E5",
-    ".",
-    "..",
-    ":=",
-    "<=",
-    "\t",
-    "name",
-    "[section]\n",
-    "\nkey = ",
-    "\r\nkey = 1, 2\r\n",
-    "\n  plain = 10, 20 30 ,40\n",
-    "                                                                      ",
-    "a_word_that_is_longer_than_any_block_of_bytes_that_are_looked_at_in_one_go",
-};
+constexpr std::string_view kPieces =
+    "[|]|=|,| |\n|\r\n|\r|'|''|(*|*)|(|12|1.5|E|E5|.|..|:=|<=|\t|name|[section]\n|\nkey = |\r\nkey = 1, 2\r\n|"
+    "\n  plain = 10, 20 30 ,40\n|                                                                      |"
+    "a_word_that_is_longer_than_any_block_of_bytes_that_are_looked_at_in_one_go";
 
 TEST(ParScannerAgainstReference, LongTexts) {
     CNastyTexts texts(kPieces, 7);
@@ -62,9 +35,8 @@ TEST(ParScannerAgainstReference, LongTexts) {
         CheckBehindHeader(texts.Make(texts.Number(80)));
     }
     // Mostly plain lines, so that the ways through plain and odd lines alternate.
-    CNastyTexts plain({"\r\nkey = 1, 2, abc\r\n", "\nk=a b,c\n", "[section]\r\n", "   x = 1.5 , \n", "name", " , ",
-                       "'q, q'", "(* c *)", "\n[s2]\n"},
-                      8);
+    CNastyTexts plain(
+        "\r\nkey = 1, 2, abc\r\n|\nk=a b,c\n|[section]\r\n|   x = 1.5 , \n|name| , |'q, q'|(* c *)|\n[s2]\n", 8);
     for (int round = 0; round < 2000; ++round) {
         CheckAgainstReference(plain.Make(plain.Number(60)));
     }
@@ -84,36 +56,15 @@ TEST(ParScannerAgainstReference, OperationsInAnyOrder) {
             const auto perform = [&](auto &each) {
                 std::string_view value;
                 std::uint32_t separator = 0;
-                bool result = true;
-                switch (operation) {
-                    case 0:
-                        result = each.FirstSection();
-                        break;
-                    case 1:
-                        result = each.NextSection();
-                        break;
-                    case 2:
-                        result = each.FirstKey();
-                        break;
-                    case 3:
-                        result = each.NextKey();
-                        break;
-                    case 4:
-                        result = each.KeyPars(value);
-                        break;
-                    case 5:
-                        result = each.FirstValue(value);
-                        break;
-                    case 6:
-                        each.SetActSectionHandle(handle);
-                        break;
-                    case 7:
-                        result = each.TapeFind(par_scanner::kComma, par_scanner::kLineEnd);
-                        break;
-                    default:
-                        result = each.NextValue(value, separator);
-                        break;
-                }
+                const bool result = operation == 0   ? each.FirstSection()
+                                    : operation == 1 ? each.NextSection()
+                                    : operation == 2 ? each.FirstKey()
+                                    : operation == 3 ? each.NextKey()
+                                    : operation == 4 ? each.KeyPars(value)
+                                    : operation == 5 ? each.FirstValue(value)
+                                    : operation == 6 ? (each.SetActSectionHandle(handle), true)
+                                    : operation == 7 ? each.TapeFind(par_scanner::kComma, par_scanner::kLineEnd)
+                                                     : each.NextValue(value, separator);
                 return std::to_string(operation) + (result ? "+" : "-") + std::string(value) + "," +
                        std::to_string(separator) + "[" + std::string(each.SectionName()) + "]" +
                        std::to_string(each.GetSectionLine()) + std::string(each.KeyName()) +

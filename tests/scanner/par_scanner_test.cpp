@@ -3,14 +3,13 @@
 #include <gtest/gtest.h>
 
 #include <array>
-#include <filesystem>
-#include <fstream>
 #include <set>
 
 #include "platform/view/text_view.h"
 #include "scanner/file_par_scanner.h"
 #include "scanner/view_par_scanner.h"
 #include "tests/scanner/surface_text.h"
+#include "tests/support/temporary_directory.h"
 
 namespace {
 
@@ -259,18 +258,14 @@ TEST(ParScanner, NothingWithoutAText) {
 }
 
 TEST(ParScanner, Files) {
-    const std::string directory = std::filesystem::temp_directory_path() / "kq_par_scanner_test";
-    std::filesystem::create_directories(directory);
-    const std::string path = directory + "/a.par";
-    std::ofstream(path, std::ios::binary) << "[s]\r\nk=1\r\n";
+    const CTemporaryDirectory directory;
+    WriteBytes("a.par", "[s]\r\nk=1\r\n");
     CFileParScanner scanner;
-    EXPECT_TRUE(scanner.Init(path.c_str(), 1));
+    EXPECT_TRUE(scanner.Init("a.par", 1));
     EXPECT_EQ(SurfaceText(scanner, false), "[s]1\nk@2=1|1\n");
-    CFileParScanner none;
-    EXPECT_FALSE(none.Init(directory.c_str(), 1));
-    EXPECT_FALSE(none.Init((path + "x").c_str(), 1));
-    EXPECT_FALSE(none.Init(nullptr, 1));
-    std::filesystem::remove_all(directory);
+    for (const char *path : {".", "b.par", static_cast<const char *>(nullptr)}) {
+        EXPECT_FALSE(CFileParScanner().Init(path, 1));
+    }
 }
 
 TEST(ParScanner, Views) {

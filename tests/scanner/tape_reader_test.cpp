@@ -347,31 +347,10 @@ TEST(TapeReader, EveryShortTextAgreesWithReference) {
 }
 
 TEST(TapeReader, LongTextsAgreeWithReference) {
-    CNastyTexts texts({"(*",
-                       "*)",
-                       "(",
-                       "'",
-                       "''",
-                       "1",
-                       "12",
-                       ".",
-                       "..",
-                       "E",
-                       "e5",
-                       "-",
-                       "\n",
-                       "\r\n",
-                       "\t",
-                       " ",
-                       "abc",
-                       "a_long_word_of_more_than_sixteen_characters",
-                       "                    ",
-                       "\xe8",
-                       "=",
-                       ":=",
-                       "<>",
-                       "!"},
-                      1);
+    CNastyTexts texts(
+        "(*|*)|(|'|''|1|12|.|..|E|e5|-|\n|\r\n|\t| |abc|a_long_word_of_more_than_sixteen_characters|"
+        "                    |\xe8|=|:=|<>|!",
+        1);
     for (int round = 0; round < 3000; ++round) {
         CheckAgainstReference(texts.Make(texts.Number(60)));
     }

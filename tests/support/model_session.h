@@ -8,6 +8,7 @@
 
 #include "configurator/session.h"
 #include "driver/channels/channel_range.h"
+#include "model/sheet_edit.h"
 #include "platform/base/code_page.h"
 #include "platform/base/number_text.h"
 #include "platform/base/paths.h"
@@ -126,15 +127,9 @@ public:
     /// Opens the editor of a cell, lets a person act on it, and closes it as the sheet does.
     static void Edit(kq_pdt::CParSheetData &data, kq_pdt::CKeyDef &key, std::uint32_t index,
                      const std::function<bool(kq_pdt::TCellEditor &)> &act) {
-        const kq_pdt::CInstances::CHold hold(data.Instances());
-        const kq_pdt::CScopeGuard section_scope(key.Section());
-        const kq_pdt::CScopeGuard key_scope(&key);
-        std::unique_ptr<kq_pdt::TCellEditor> editor;
-        key.OpenEditor(index, editor);
-        if (editor) {
-            kq_pdt::CItem *item = editor->item;
-            const bool accept = editor->control && act(*editor);
-            item->CloseEditor(editor, accept);
+        kq_pdt::CSheetEdit edit(data);
+        if (kq_pdt::TCellEditor *editor = edit.OpenCell(*key.Section(), &key, index)) {
+            edit.CloseCell(act(*editor));
         }
     }
 

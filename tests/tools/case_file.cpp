@@ -122,7 +122,8 @@ public:
             return FileBytes(section, head, shared_.files[head[0]]);
         }
         std::vector<TCaseRun> &runs = cases_.back().runs;
-        if (head[0] == "run") {
+        if (head[0] == "run" || (head[0].starts_with("run=") && head[0].size() == 5)) {
+            next_.exit_code = head[0] == "run" ? 0 : head[0].back() - '0';
             next_.line = section.line;
             next_.arguments.assign(head.begin() + 1, head.end());
             runs.push_back(next_);
@@ -145,9 +146,7 @@ private:
         if (runs.empty()) {
             return false;
         }
-        if (head[0] == "exit" && argument.size() == 1) {
-            runs.back().exit_code = argument[0] - '0';
-        } else if (head[0] == "out") {
+        if (head[0] == "out") {
             runs.back().outputs[argument] = text;
         } else if (head[0] == "err") {
             runs.back().errors = text;

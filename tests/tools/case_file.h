@@ -28,6 +28,5 @@ struct TCase {
     std::vector<TCaseRun> runs;
 };
 
-/// Reads a file of cases. A mistake in it is given with its position and ends the
-/// reading.
+/// Reads a file of cases. A mistake in it is given with its position and ends the reading.
 bool ReadCases(const std::filesystem::path &path, std::vector<TCase> &cases, std::string &mistake);

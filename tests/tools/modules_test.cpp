@@ -46,6 +46,31 @@ TEST(Modules, SectionsOfAModuleJoinTheConfiguration) {
     EXPECT_EQ(RunProgram({"format", "pdt", "par"}).exit_code, 1) << "without a host no module is known";
 }
 
+TEST(Modules, EditsChooseAModuleAndWhatItBringsCanBeEdited) {
+    const CTemporaryDirectory directory;
+    WriteModule("def_section name = 'A'; required; end_section");
+    for (const char *name : {"B", "bad"}) {
+        std::filesystem::copy_file("modules/a.dll", std::string("modules/") + name + ".dll");
+    }
+    WriteBytes("modules/B.pdt",
+               "def_section name = 'B'; required; def_key name = 'k'; par = number; end_key end_section");
+    WriteBytes("modules/bad.pdt", "nonsense");
+    const TRunResult chosen = RunProgram({"set", "--modules", "modules", "pdt", "par", "S/D=b", "B/k=5"});
+    EXPECT_EQ(chosen.exit_code, 0) << chosen.errors;
+    EXPECT_EQ(chosen.output, "[S]\r\n  D  = B.dll\r\n\r\n[B]\r\n  k  = 5\r\n\r\n");
+
+    const TRunResult unknown = RunProgram({"set", "--modules", "modules", "pdt", "par", "S/D=c", "B/k=5"});
+    EXPECT_EQ(unknown.exit_code, 1);
+    EXPECT_EQ(unknown.errors,
+              "par: error: S/D: 'c' is no entry of the list; it has a.dll, B.dll, bad.dll\n"
+              "par: error: B/k: no section shows this name\n");
+
+    const TRunResult bad = RunProgram({"set", "--modules", "modules", "pdt", "par", "S/D=bad"});
+    EXPECT_EQ(bad.exit_code, 1) << "a module's template that doesn't compile is an error of the input";
+    EXPECT_EQ(bad.output, "");
+    EXPECT_NE(bad.errors.find("modules/bad.pdt"), std::string::npos) << bad.errors;
+}
+
 TEST(Modules, DirectoryOfModulesHasToExist) {
     const CTemporaryDirectory directory;
     WriteModule("");

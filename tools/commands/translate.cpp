@@ -1,60 +1,16 @@
 #include <algorithm>
 #include <optional>
 
-#include "configurator/kq_cfg.h"
 #include "tools/commands.h"
+#include "tools/commands/translation.h"
 #include "tools/console/diagnostics.h"
 #include "tools/console/files.h"
-#include "tools/console/progress.h"
-#include "tools/host_options.h"
 #include "tools/print/channel_table.h"
 #include "tools/print/json_report.h"
-#include "tools/print/report_text.h"
 
-using kq_cfg::CConfiguration;
 using kq_cfg::TReport;
 
 namespace {
-
-/// A configuration that was translated from the files of the command line.
-class CTranslation {
-public:
-    /// False if a file can't be read; the reason is printed then.
-    bool Read(const TArguments &arguments, TConsole &console, bool with_dmf) {
-        bool read = ReadSource(console, arguments.pdt, sources_.pdt);
-        read = ReadSource(console, arguments.par, sources_.par) && read;
-        if (with_dmf && arguments.dmf) {
-            read = ReadSource(console, *arguments.dmf, sources_.dmf) && read;
-        }
-        return read && MakeHostOptions(arguments, console, options_);
-    }
-
-    /// From text to model, without the driver map file if this is a repair of it. Prints the report for people.
-    void Translate(const TArguments &arguments, TConsole &console, bool repair) {
-        configuration_.emplace(options_);
-        {
-            const CProgress progress(console, "Translating " + sources_.par.Name());
-            if (repair) {
-                configuration_->TranslateForRepair(sources_.pdt.Text(), sources_.par.Text());
-            } else {
-                configuration_->Translate(sources_.pdt.Text(), sources_.par.Text(), sources_.dmf.Text());
-            }
-        }
-        if (!arguments.json) {
-            PrintReport(console, sources_, Report());
-        }
-    }
-
-    const CConfiguration &Configuration() const { return *configuration_; }
-    const TReport &Report() const { return configuration_->Report(); }
-    const TSources &Sources() const { return sources_; }
-    int ExitCode() const { return Report().Good() ? kDone : kInputErrors; }
-
-private:
-    TSources sources_;
-    kq_cfg::TOptions options_;
-    std::optional<CConfiguration> configuration_;
-};
 
 /// Writes the resulting text into a file, as part of the JSON value, or as it is. Without a text only the JSON value is
 /// written. False if the file can't be written.

@@ -13,7 +13,7 @@ _kqcfg() {
     local options
 
     if [[ $COMP_CWORD -eq 1 ]]; then
-        options="check format channels dmf template eval match scan tokens inspect drive --help --version"
+        options="check format channels dmf set add remove template eval match scan tokens inspect drive --help --version"
         COMPREPLY=($(compgen -W "$options" -- "$current"))
         return
     fi
@@ -26,7 +26,7 @@ _kqcfg() {
             local IFS=$'\n'
             COMPREPLY=($(compgen -d -- "$current"))
             return ;;
-        --dmf | --output | -o)
+        --dmf | --dmf-out | --output | -o)
             _kqcfg_files "$current"
             return ;;
         --var | --name | --instance | --read | --write | --rounds | --interval)
@@ -36,6 +36,7 @@ _kqcfg() {
         check | channels | template) options=$translation ;;
         format) options="$translation --output --check" ;;
         dmf) options="$translation --output" ;;
+        set | add | remove) options="$translation --output --dmf-out" ;;
         eval) options="--var --json --help" ;;
         match | scan | inspect) options="--json --help" ;;
         tokens) options="--raw --json --help" ;;

@@ -54,6 +54,8 @@ std::string_view UnreadText(par_scanner::TUnreadReason reason) {
     return "an open string or comment, or a malformed number: nothing from here on is read";
 }
 
+bool ParGiven(const TSources &sources) { return !sources.par.Name().empty(); }
+
 std::string Counted(std::uint32_t count, const std::string &noun) {
     return (count == 0 ? "no" : std::to_string(count)) + " " + noun + (count == 1 ? "" : "s");
 }
@@ -64,13 +66,7 @@ void PrintReport(TConsole &console, const TSources &sources, const TReport &repo
     if (!report.result.ok) {
         PrintTemplateError(console, sources.pdt, report.result);
     }
-    const bool par_given = !sources.par.Name().empty();
-    for (const TMessage &message : report.messages) {
-        PrintMessage(console, par_given ? sources.par : sources.pdt, message);
-    }
-    for (const TMessageBox &box : report.boxes) {
-        PrintBox(console, sources.pdt, box);
-    }
+    PrintMessages(console, sources, report.messages, report.boxes);
     if (report.dmf_end) {
         PrintDiagnostic(console, sources.dmf,
                         {.kind = TDiagnosticKind::kNote,
@@ -78,8 +74,18 @@ void PrintReport(TConsole &console, const TSources &sources, const TReport &repo
                                  "aside and written back",
                          .line = report.dmf_end});
     }
-    if (par_given && report.result.ok) {
+    if (ParGiven(sources) && report.result.ok) {
         PrintUnreadText(console, sources.par);
+    }
+}
+
+void PrintMessages(TConsole &console, const TSources &sources, const std::vector<TMessage> &messages,
+                   const std::vector<TMessageBox> &boxes) {
+    for (const TMessage &message : messages) {
+        PrintMessage(console, ParGiven(sources) ? sources.par : sources.pdt, message);
+    }
+    for (const TMessageBox &box : boxes) {
+        PrintBox(console, sources.pdt, box);
     }
 }
 

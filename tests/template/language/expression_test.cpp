@@ -1,11 +1,13 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
 #include <string>
 #include <vector>
 
 #include "configurator/kq_cfg.h"
 #include "platform/base/code_page.h"
+#include "tests/support/pieces.h"
 #include "tests/template/outline.h"
 
 namespace {
@@ -33,67 +35,41 @@ std::string Value(const std::string &expression, const kq_cfg::TVariables &varia
 TEST(Expression, TreesFollowTheBuildingSteps) {
     const std::string factor = "Očekáváno jedno z  číslo řetězec % ( true false";
     const std::string undeclared = "Nedefinovaný identifikátor.";
-    const std::vector<std::array<std::string, 2>> cases = {
-        {"1", "1"},
-        {"'it''s'", "'it's'"},
-        {"%v%", "%v%"},
-        {"nedef", "nedef"},
-        {"((true))", "true"},
-        {"10 - 3 - 2", "(10 - (3 - 2))"},
-        {"100 / (10 / 2)", "(100 / (10 / 2))"},
-        {"1 + 2 * 3", "(1 + (2 * 3))"},
-        {"1 + 2 = 3", "(1 + (2 = 3))"},
-        {"(1 + 2) = 3", "((1 + 2) = 3)"},
-        {"3 = 1 + 2", "(3 = (1 + 2))"},
-        {"1 < 2 = 3", "(1 < (2 = 3))"},
-        {"1 = 2 <> 3", "(1 = (2 <> 3))"},
-        {"(1 * 2) + 3", "((1 * 2) + 3)"},
-        {"1 or 2 or 3", "(1 or (2 or 3))"},
-        {"1 and 2 and 3", "(1 and (2 and 3))"},
-        {"1 = 2 and 3 < 4 or not 5 >= 6 and 7", "(((1 = 2) and (3 < 4)) or (not((5 >= 6)) and 7))"},
-        {"not 1 and 2", "(not(1) and 2)"},
-        {"not 1 = 2 + 3", "not((1 = (2 + 3)))"},
-        {"1 * 2 and 3 * 4", "((1 * 2) and (3 * 4))"},
-        {"1 * - 2", "(1 * neg(2))"},
-        {"- - 1", "neg(neg(1))"},
-        {"-(1 + 2)", "neg((1 + 2))"},
-        {"1 mod -(2) or -3", "((1 mod neg(2)) or neg(3))"},
-        {"new_channel(1 + 2) * 3", "(new_channel((1 + 2)) * 3)"},
-        {"2 - new_channel(new_channel(%v%))", "(2 - new_channel(new_channel(%v%)))"},
-        {"4294967295", "4294967295"},
-        {"007", "7"},
-        {"1 * 2 * 3", kAmbiguous + " @9"},
-        {"1 * 2 + 3", kAmbiguous + " @9"},
-        {"1 * 2 mod (3)", kAmbiguous + " @11"},
-        {"1 / 2 = 'abc'", kAmbiguous + " @13"},
-        {"1 / 2 < %v%", kAmbiguous + " @9"},
-        {"1 * 2 - new_channel(1)", kAmbiguous + " @19"},
-        {"1 * 2 * -3", kAmbiguous + " @9"},
-        {"1 + 2 * 3 + 4", kAmbiguous + " @13"},
-        {"- 1 + 2", kAmbiguous + " @7"},
-        {"- 1 = 2", kAmbiguous + " @7"},
-        {"1 * -2 * 3", kAmbiguous + " @10"},
-        {"not not 1", factor + " @7"},
-        {"1 + not 2", factor + " @7"},
-        {"", factor + " @end"},
-        {"()", factor + " @2"},
-        {"1.5", factor + " @3"},
-        {"1e2", factor + " @3"},
-        {"4294967296", factor + " @10"},
-        {"(1", "Očekáván  ) @end"},
-        {"(1 2)", "Očekáván  ) @4"},
-        {"abc(1)", "Očekávána funkce @3"},
-        {"New_channel(1)", "Očekávána funkce @11"},
-        {"new_channel 1", "Očekáván  ( @13"},
-        {"new_channel()", factor + " @13"},
-        {"new_channel(1", "Očekáván  ) @end"},
-        {"%w%", undeclared + " @2"},
-        {"%name%", "Očekáváno jedno z  identifikátor @5"},
-        {"%5%", "Očekáváno jedno z  identifikátor @2"},
-        {"%v + 1", "Očekáván  % @4"}};
-    for (const auto &[expression, due] : cases) {
-        EXPECT_EQ(Tree(expression), due) << expression;
+    const std::string trees =
+        "1 -> 1; 'it''s' -> 'it's'; %v% -> %v%; nedef -> nedef; ((true)) -> true; 10 - 3 - 2 -> (10 - (3 - 2)); "
+        "100 / (10 / 2) -> (100 / (10 / 2)); 1 + 2 * 3 -> (1 + (2 * 3)); 1 + 2 = 3 -> (1 + (2 = 3)); "
+        "(1 + 2) = 3 -> ((1 + 2) = 3); 3 = 1 + 2 -> (3 = (1 + 2)); 1 < 2 = 3 -> (1 < (2 = 3)); "
+        "1 = 2 <> 3 -> (1 = (2 <> 3)); (1 * 2) + 3 -> ((1 * 2) + 3); 1 or 2 or 3 -> (1 or (2 or 3)); "
+        "1 and 2 and 3 -> (1 and (2 and 3)); not 1 and 2 -> (not(1) and 2); not 1 = 2 + 3 -> not((1 = (2 + 3))); "
+        "1 * 2 and 3 * 4 -> ((1 * 2) and (3 * 4)); 1 * - 2 -> (1 * neg(2)); - - 1 -> neg(neg(1)); "
+        "-(1 + 2) -> neg((1 + 2)); 1 mod -(2) or -3 -> ((1 mod neg(2)) or neg(3)); 4294967295 -> 4294967295; 007 -> 7";
+    for (const std::string &tree : Pieces(trees, "; ")) {
+        const std::size_t arrow = tree.find(" -> ");
+        EXPECT_EQ(Tree(tree.substr(0, arrow)), tree.substr(arrow + 4));
     }
+    // The mark is after the token at which the error is found; without one that is the end.
+    const std::vector<std::pair<std::string, std::vector<std::string>>> failures = {
+        {"Očekáván  )", {"(1", "(1 2@)", "new_channel(1"}},
+        {"Očekávána funkce", {"abc@(1)", "New_channel@(1)"}},
+        {"Očekáván  (", {"new_channel 1@"}},
+        {"Očekáváno jedno z  identifikátor", {"%name@%", "%5@%"}},
+        {"Očekáván  %", {"%v +@ 1"}},
+        {kAmbiguous,
+         {"1 * 2 * 3@", "1 * 2 + 3@", "1 * 2 mod (@3)", "1 / 2 = 'abc'@", "1 / 2 < %@v%", "1 * 2 - new_channel@(1)",
+          "1 * 2 * -@3", "1 + 2 * 3 + 4@", "- 1 + 2@", "- 1 = 2@", "1 * -2 * 3@"}},
+        {factor, {"not not@ 1", "1 + not@ 2", "", "()@", "1.5@", "1e2@", "4294967296@", "new_channel()@"}},
+        {undeclared, {"%w@%"}}};
+    for (const auto &[message, expressions] : failures) {
+        for (std::string expression : expressions) {
+            const std::size_t mark = expression.find('@');
+            expression.erase(std::min(mark, expression.size()), 1);
+            const std::string position = mark == std::string::npos ? "end" : std::to_string(mark);
+            EXPECT_EQ(Tree(expression), message + " @" + position);
+        }
+    }
+    EXPECT_EQ(Tree("1 = 2 and 3 < 4 or not 5 >= 6 and 7"), "(((1 = 2) and (3 < 4)) or (not((5 >= 6)) and 7))");
+    EXPECT_EQ(Tree("new_channel(1 + 2) * 3"), "(new_channel((1 + 2)) * 3)");
+    EXPECT_EQ(Tree("2 - new_channel(new_channel(%v%))"), "(2 - new_channel(new_channel(%v%)))");
     EXPECT_EQ(Tree("'" + std::string(300, 'x') + "'"), "'" + std::string(255, 'x') + "'");
 }
 
@@ -218,51 +194,31 @@ TEST(Expression, AllChainsOfFourOperands) {
 TEST(Expression, Values) {
     const kq_cfg::TVariables variables = {{"none", {kq_cfg::TValueKind::kUndefined, "", 0, false}},
                                           {"v", {kq_cfg::TValueKind::kNumber, "", 5, false}}};
-    const std::vector<std::array<std::string, 2>> cases = {
-        {"1 + 2 + 3", "6"},
-        {"10 - 3 - 2", "9"},
-        {"3 - 5", "4294967294"},
-        {"4294967295 + 2", "1"},
-        {"65536 * 65537", "65536"},
-        {"17 / 5", "3"},
-        {"17 mod 5", "2"},
-        {"1 / 0", "nedef"},
-        {"1 mod 0", "nedef"},
-        {"-1", "4294967295"},
-        {"-0", "0"},
-        {"-'a'", "none"},
-        {"-nedef", "none"},
-        {"'a' + 'b'", "'a'"},
-        {"false - true", "false"},
-        {"4294967295 > 1", "true"},
-        {"'a' < 'B'", "false"},
-        {"'a' <= 'a'", "true"},
-        {"'ab' > 'a'", "true"},
-        {"'' <> ''", "false"},
-        {"1 + 2 = 3", "none"},
-        {"(1 + 2) = 3", "true"},
-        {"not 1 = 2 and true", "true"},
-        {"true and false", "false"},
-        {"true or false", "true"},
-        {"false or false", "false"},
-        {"false and nedef", "nedef"},
-        {"true or %none%", "nedef"},
-        {"not true", "false"},
-        {"not nedef", "nedef"},
-        {"not 1", "none"},
-        {"%none% = nedef", "true"},
-        {"%none% <> nedef", "false"},
-        {"%v% = nedef", "false"},
-        {"%v% <> nedef", "false"},
-        {"not %v% = nedef", "true"},
-        {"%v% = 5", "true"},
-        {"new_channel(nedef)", "none"},
-        {"new_channel(0)", "none"},
-        {"new_channel('1')", "none"},
-        {"new_channel(3) + new_channel(2) * 0", Value("new_channel(3)")},
-        {"1 2", "error Očekáván  "}};
-    for (const auto &[expression, due] : cases) {
-        EXPECT_EQ(Value(expression, variables), due) << expression;
+    const std::vector<std::pair<std::string, std::vector<std::string>>> cases = {
+        {"6", {"1 + 2 + 3"}},
+        {"9", {"10 - 3 - 2"}},
+        {"4294967294", {"3 - 5"}},
+        {"1", {"4294967295 + 2"}},
+        {"65536", {"65536 * 65537"}},
+        {"3", {"17 / 5"}},
+        {"2", {"17 mod 5"}},
+        {"nedef", {"1 / 0", "1 mod 0", "false and nedef", "true or %none%", "not nedef"}},
+        {"4294967295", {"-1"}},
+        {"0", {"-0"}},
+        {"none", {"-'a'", "-nedef", "1 + 2 = 3", "not 1", "new_channel(nedef)", "new_channel(0)", "new_channel('1')"}},
+        {"'a'", {"'a' + 'b'"}},
+        {"false",
+         {"false - true", "'a' < 'B'", "'' <> ''", "true and false", "false or false", "not true", "%none% <> nedef",
+          "%v% = nedef", "%v% <> nedef"}},
+        {"true",
+         {"4294967295 > 1", "'a' <= 'a'", "'ab' > 'a'", "(1 + 2) = 3", "not 1 = 2 and true", "true or false",
+          "%none% = nedef", "not %v% = nedef", "%v% = 5"}},
+        {Value("new_channel(3)"), {"new_channel(3) + new_channel(2) * 0"}},
+        {"error Očekáván  ", {"1 2"}}};
+    for (const auto &[due, expressions] : cases) {
+        for (const std::string &expression : expressions) {
+            EXPECT_EQ(Value(expression, variables), due) << expression;
+        }
     }
     EXPECT_EQ(Value("(new_channel(3) + 3) = new_channel(1)"), "true");
     EXPECT_EQ(Value("%t%", {{"t", {kq_cfg::TValueKind::kText, std::string(300, 'x'), 0, false}}}),
@@ -294,10 +250,7 @@ TEST(Expression, KindsOfOperands) {
         return value == "'a'" ? 't' : value == "true" || value == "false" ? 'b' : '#';
     };
     for (const TTable &table : tables) {
-        std::string left_over = table.operations + " ";
-        for (std::size_t end = left_over.find(' '); end != std::string::npos; end = left_over.find(' ')) {
-            const std::string operation = left_over.substr(0, end);
-            left_over.erase(0, end + 1);
+        for (const std::string &operation : Pieces(table.operations, " ")) {
             for (std::size_t left = 0; left < operands.size(); ++left) {
                 for (std::size_t right = 0; right < operands.size(); ++right) {
                     const std::string text = operands[left] + " " + operation + " " + operands[right];

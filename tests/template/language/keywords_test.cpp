@@ -2,8 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include <sstream>
 #include <string>
+
+#include "tests/support/pieces.h"
 
 namespace {
 
@@ -13,18 +14,15 @@ using kq_pdt::KeywordText;
 /// In the order of their codes, which other modules know.
 const std::string kWords =
     "def_section end_section name required def_key end_key multiple depend_on string number def_par label default "
-    "range_from range_to id comment end_par bubble par procedure dll load_pdt optional nedef enable_if option options "
-    "channels ch_type ch_from ch_to ch_number boolean shortcard cardinal longcard shortint integer longint shortreal "
-    "real "
-    "begin end input output bidirectional ch_direction no_channels ch_count ver_from read_all keywords write_if_all "
-    "var "
-    "channels_group init_value create_new_channel mod all or and not channel_range type direction true false floating "
-    "no_case_sensitive";
+    "range_from range_to id comment end_par bubble par procedure dll load_pdt optional nedef enable_if option "
+    "options channels ch_type ch_from ch_to ch_number boolean shortcard cardinal longcard shortint integer longint "
+    "shortreal real begin end input output bidirectional ch_direction no_channels ch_count ver_from read_all "
+    "keywords write_if_all var channels_group init_value create_new_channel mod all or and not channel_range type "
+    "direction true false floating no_case_sensitive";
 
 TEST(Keywords, EachWordHasItsCodeAndNothingElseHas) {
-    std::istringstream words(kWords);
     std::uint32_t code = 100;
-    for (std::string word; words >> word; ++code) {
+    for (const std::string &word : Pieces(kWords, " ")) {
         EXPECT_EQ(FindKeyword(word), code) << word;
         EXPECT_EQ(KeywordText(code), word);
         EXPECT_EQ(FindKeyword(word + "x"), 0U) << word;
@@ -36,6 +34,7 @@ TEST(Keywords, EachWordHasItsCodeAndNothingElseHas) {
             }
             EXPECT_NE(FindKeyword(std::string_view(word).substr(at + 1)), code) << word;
         }
+        ++code;
     }
     EXPECT_EQ(code, 170U);
     EXPECT_EQ(KeywordText(99), "");

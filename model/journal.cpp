@@ -1,0 +1,32 @@
+#include "model/journal.h"
+
+#include <cassert>
+
+namespace kq_pdt {
+
+thread_local CJournal *CJournal::active_ = nullptr;
+
+CJournal::CJournal() {
+    assert(active_ == nullptr);
+    active_ = this;
+}
+
+CJournal::~CJournal() { active_ = nullptr; }
+
+void CJournal::Note(std::function<void()> take_back) {
+    if (active_ != nullptr) {
+        active_->steps_.push_back(std::move(take_back));
+    }
+}
+
+/// Taking back changes fields, too, which nobody needs to note.
+void CJournal::TakeBack() {
+    active_ = nullptr;
+    while (!steps_.empty()) {
+        steps_.back()();
+        steps_.pop_back();
+    }
+    active_ = this;
+}
+
+}  // namespace kq_pdt
