@@ -94,22 +94,22 @@ std::string EntryList(const std::vector<std::string_view> &texts) {
 bool EnterEntry(TCellEditor &editor, std::string_view value, std::string &reason) {
     CComboBox &box = editor.ComboBox();
     const std::vector<std::string_view> texts = EntryTexts(*editor.item);
-    const std::size_t ahead = box.EntryCount() - texts.size();
+    const std::size_t before = box.EntryCount() - texts.size();
     std::size_t labelled = 0;
     std::size_t count = 0;
     for (std::size_t place = texts.size(); place > 0; --place) {
         if (ReadsAs(*editor.item, value, texts[place - 1])) {
-            return box.UserSelect(place + ahead);
+            return box.UserSelect(place + before);
         }
-        if (box.Entry(place + ahead) == value) {
-            labelled = place + ahead;
+        if (box.Entry(place + before) == value) {
+            labelled = place + before;
             ++count;
         }
     }
     if (count == 1) {
         return box.UserSelect(labelled);
     }
-    if (count == 0 && ahead != 0 && (value.empty() || value == box.Entry(1))) {
+    if (count == 0 && before != 0 && (value.empty() || value == box.Entry(1))) {
         return box.UserSelect(1);
     }
     reason = "'" + std::string(value) + (count > 1 ? "' is the label of several entries" : "' is no entry of the list");

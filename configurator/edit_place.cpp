@@ -1,4 +1,4 @@
-// A place is read from behind: first the number of a cell, then the number of a name. A sign that isn't followed by
+// A place is read from its end: first the number of a cell, then the number of a name. A sign that isn't followed by
 // digits up to the end belongs to the name, and so does a second `/`, so that "km/h" or "Line:A" need no backslash.
 
 #include "configurator/edit_place.h"
@@ -11,7 +11,7 @@ namespace kq_pdt {
 
 namespace {
 
-/// A text with the backslashes taken out, and which of its characters they stood ahead of.
+/// A text without its backslashes, and which characters follow one.
 class CUnescapedText {
 public:
     explicit CUnescapedText(std::string_view source) {
@@ -33,7 +33,7 @@ public:
         return at;
     }
 
-    /// Cuts one of the signs and the digits behind it off the end of the part from begin. Gives the sign, or 0.
+    /// Cuts one of the signs and the digits after it off the end of the part from begin. Gives the sign, or 0.
     char CutNumber(std::size_t begin, std::size_t &end, std::string_view signs, std::uint32_t &number) const {
         const std::string_view part = Text().substr(begin, end - begin);
         const std::size_t at = part.find_last_not_of("0123456789");
@@ -49,7 +49,7 @@ public:
     }
 
     /// False if a number was written and is 0.
-    bool TakeName(std::size_t begin, std::size_t end, TEditPlace::TName &name) const {
+    bool TakeName(std::size_t begin, std::size_t end, TPlaceName &name) const {
         const bool numbered = CutNumber(begin, end, "#", name.number) != 0;
         name.text = text_.substr(begin, end - begin);
         return !numbered || name.number != 0;
@@ -60,7 +60,7 @@ private:
     std::vector<bool> escaped_;
 };
 
-std::string WriteName(const TEditPlace::TName &name, std::string_view signs) {
+std::string WriteName(const TPlaceName &name, std::string_view signs) {
     std::string text;
     for (const char character : name.text) {
         text += signs.find(character) != std::string_view::npos ? "\\" : "";
@@ -89,8 +89,8 @@ bool ParseEditPlace(std::string_view text, TEditPlace &place) {
 }
 
 // The `=` ends a place on the command line.
-std::string WriteSectionName(const TEditPlace::TName &name) { return WriteName(name, "\\/#:="); }
+std::string WriteSectionName(const TPlaceName &name) { return WriteName(name, "\\/#:="); }
 
-std::string WriteKeyName(const TEditPlace::TName &name) { return WriteName(name, "\\#:@="); }
+std::string WriteKeyName(const TPlaceName &name) { return WriteName(name, "\\#:@="); }
 
 }  // namespace kq_pdt

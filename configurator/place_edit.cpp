@@ -92,7 +92,7 @@ bool CPlaceEdit::Add(std::string_view place, std::string &added, std::string &re
     return section != nullptr && AddKey(*section, *read.key, added, reason);
 }
 
-bool CPlaceEdit::AddSection(const TEditPlace::TName &name, std::string &added, std::string &reason) {
+bool CPlaceEdit::AddSection(const TPlaceName &name, std::string &added, std::string &reason) {
     CSectionDef *definition = finder_.FindAddableSection(edit_, name, reason);
     if (definition == nullptr) {
         return false;
@@ -106,7 +106,7 @@ bool CPlaceEdit::AddSection(const TEditPlace::TName &name, std::string &added, s
     return true;
 }
 
-bool CPlaceEdit::AddKey(CSectionDef &section, const TEditPlace::TName &name, std::string &added, std::string &reason) {
+bool CPlaceEdit::AddKey(CSectionDef &section, const TPlaceName &name, std::string &added, std::string &reason) {
     const CKeyDef *definition = CPlaceFinder::FindAddableKey(section, name, reason);
     if (definition == nullptr) {
         return false;

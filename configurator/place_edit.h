@@ -19,8 +19,8 @@ public:
     bool Remove(std::string_view place, std::string &reason);
 
 private:
-    bool AddSection(const TEditPlace::TName &name, std::string &added, std::string &reason);
-    bool AddKey(CSectionDef &section, const TEditPlace::TName &name, std::string &added, std::string &reason);
+    bool AddSection(const TPlaceName &name, std::string &added, std::string &reason);
+    bool AddKey(CSectionDef &section, const TPlaceName &name, std::string &added, std::string &reason);
     bool RemoveSection(CSectionDef &section, std::string &reason);
     bool RemoveKey(CKeyDef &key, std::string &reason);
     std::string RefusalText() const;

@@ -8,8 +8,6 @@ namespace kq_pdt {
 
 namespace {
 
-using TName = TEditPlace::TName;
-
 std::string ShownText(CItemList *names) {
     kq_base::CTextBuffer text;
     if (names != nullptr) {
@@ -84,14 +82,14 @@ bool BeginsWithConstant(CDefNode &definition, std::string_view name) {
            text.View() == name;
 }
 
-template <typename TNode>
+template <class TNode>
 bool IsDefinitionOfAny(const std::vector<TNode *> &instances, const TNode &definition) {
     return std::any_of(instances.begin(), instances.end(),
                        [&](const TNode *instance) { return instance->Definition() == &definition; });
 }
 
 /// The definitions that meet the first of the conditions that any of them meets.
-template <typename TNode, typename TNodes>
+template <class TNode, class TNodes>
 std::vector<TNode *> BestMatches(const TNodes &definitions,
                                  const std::vector<std::function<bool(TNode &)>> &conditions) {
     std::vector<TNode *> matches;
@@ -110,15 +108,15 @@ std::string Counted(std::size_t count, const std::string &noun) {
 }
 
 /// The match that the number of a name means. The two texts say that there is none, and how many there are.
-template <typename TNode>
-TNode *Pick(const std::vector<TNode *> &matches, const TName &name, const char *none, const std::string &count,
+template <class TNode>
+TNode *Pick(const std::vector<TNode *> &matches, const TPlaceName &name, const char *none, const std::string &count,
             std::string &reason) {
     if (matches.empty()) {
         reason = none;
     } else if (name.number > matches.size()) {
         reason = count;
     } else if (name.number == 0 && matches.size() > 1) {
-        reason = count + "; #1 to #" + std::to_string(matches.size()) + " after the name tells which";
+        reason = count + "; #1 to #" + std::to_string(matches.size()) + " after the name says which";
     } else {
         return matches[name.number == 0 ? 0 : name.number - 1];
     }
@@ -126,8 +124,8 @@ TNode *Pick(const std::vector<TNode *> &matches, const TName &name, const char *
 }
 
 /// The name of a node among those that show the same.
-template <typename TNode>
-TName NameAmong(const std::vector<TNode *> &showing, const TNode &node, const std::string &text) {
+template <class TNode>
+TPlaceName NameAmong(const std::vector<TNode *> &showing, const TNode &node, const std::string &text) {
     const auto place = std::find(showing.begin(), showing.end(), &node) - showing.begin();
     return {text, showing.size() > 1 ? static_cast<std::uint32_t>(place) + 1 : 0};
 }
@@ -144,18 +142,19 @@ std::vector<CSectionDef *> CPlaceFinder::SectionsShowing(std::string_view text) 
     return sections;
 }
 
-CSectionDef *CPlaceFinder::FindSection(const TName &name, std::string &reason) const {
+CSectionDef *CPlaceFinder::FindSection(const TPlaceName &name, std::string &reason) const {
     const auto matches = SectionsShowing(name.text);
     return Pick(matches, name, "no section shows this name",
                 (matches.size() == 1 ? "there is " : "there are ") + Counted(matches.size(), "such section"), reason);
 }
 
-CKeyDef *CPlaceFinder::FindKey(CSectionDef &section, const TName &name, std::string &reason) {
+CKeyDef *CPlaceFinder::FindKey(CSectionDef &section, const TPlaceName &name, std::string &reason) {
     const auto matches = KeysShowing(section, name.text);
     return Pick(matches, name, "the section has no such key", "the key has " + Counted(matches.size(), "line"), reason);
 }
 
-CSectionDef *CPlaceFinder::FindAddableSection(const CSheetEdit &edit, const TName &name, std::string &reason) const {
+CSectionDef *CPlaceFinder::FindAddableSection(const CSheetEdit &edit, const TPlaceName &name,
+                                              std::string &reason) const {
     const auto showing = SectionsShowing(name.text);
     const auto matches = BestMatches<CSectionDef>(data_.Definitions(),
                                                   {
@@ -174,7 +173,7 @@ CSectionDef *CPlaceFinder::FindAddableSection(const CSheetEdit &edit, const TNam
     return nullptr;
 }
 
-const CKeyDef *CPlaceFinder::FindAddableKey(CSectionDef &section, const TName &name, std::string &reason) {
+const CKeyDef *CPlaceFinder::FindAddableKey(CSectionDef &section, const TPlaceName &name, std::string &reason) {
     if (section.Definition() == nullptr) {
         reason = "the template has no such section";
         return nullptr;

@@ -6,6 +6,7 @@
 
 using kq_pdt::ParseEditPlace;
 using kq_pdt::TEditPlace;
+using kq_pdt::TPlaceName;
 
 namespace {
 
@@ -23,13 +24,13 @@ std::vector<std::string> Names() {
 TEST(EditPlace, AnyNameReadsAsItWasWritten) {
     for (const std::string &name : Names()) {
         for (const std::uint32_t number : {0U, 1U, 23U}) {
-            const TEditPlace::TName written{name, number};
+            const TPlaceName written{name, number};
             for (const char *cell : {"", ":4", "@5"}) {
                 TEditPlace place;
                 const std::string text = WriteSectionName(written) + "/" + WriteKeyName(written) + cell;
                 ASSERT_TRUE(ParseEditPlace(text, place)) << text;
                 ASSERT_TRUE(place.key) << text;
-                for (const TEditPlace::TName &read : {place.section, *place.key}) {
+                for (const TPlaceName &read : {place.section, *place.key}) {
                     EXPECT_EQ(read.text, name) << text;
                     EXPECT_EQ(read.number, number) << text;
                 }

@@ -147,7 +147,8 @@ private:
     }
 
     void PrintNotes() {
-        const std::string loss = ReadBackLoss(translation_.Options(), translation_.Sources().pdt.Text(), *par_, *dmf_);
+        const std::string loss = ReadBackLoss(translation_.Options(), translation_.Report(),
+                                              translation_.Sources().pdt.Text(), *par_, *dmf_);
         if (!loss.empty()) {
             notes_.push_back(loss);
         }

@@ -46,13 +46,15 @@ std::string Quoted(std::string_view line) { return " \"" + kq_base::ToUtf8(line)
 
 }  // namespace
 
-std::string ReadBackLoss(const kq_cfg::TOptions &options, const std::string &pdt, const std::string &par,
-                         const std::string &dmf) {
+std::string ReadBackLoss(const kq_cfg::TOptions &options, const kq_cfg::TReport &before, const std::string &pdt,
+                         const std::string &par, const std::string &dmf) {
     kq_cfg::CConfiguration again(options);
     again.Translate(pdt, par, dmf);
     for (const kq_cfg::TMessage &message : again.Report().messages) {
-        if (message.severity == kq_cfg::TSeverity::kError) {
-            return "the file that was written can't be read: " + kq_base::ToUtf8(message.text);
+        const bool known = std::any_of(before.messages.begin(), before.messages.end(),
+                                       [&](const kq_cfg::TMessage &other) { return other.text == message.text; });
+        if (!known) {
+            return "reading the file that was written reports: " + kq_base::ToUtf8(message.text);
         }
     }
     const std::string text = again.ParText();

@@ -7,7 +7,7 @@
 
 #include "tools/console/console.h"
 
-/// Files of which all are saved or none. Reasons of a failure are told on the console.
+/// Files of which all are saved or none. The reason of a failure is printed.
 class CJointSave {
 public:
     explicit CJointSave(TConsole &console) : console_(console) {}
