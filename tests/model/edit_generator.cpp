@@ -131,10 +131,10 @@ private:
             if (!shared) {
                 sources_.push_back({variable.name, depth_ + 1});
             }
-        } else if (const std::uint32_t scope = dice_.Below(3); scope == 0) {
+        } else if (const std::uint32_t scope = dice_.Below(3); scope == 0 && in_key_) {
             variable.name = key_names_.emplace_back(Name("k"));
             key_.push_back(variable);
-        } else if (scope == 1 || !first_) {
+        } else if (scope < 2 || !first_) {
             variable.name = section_names_.emplace_back(Name("s"));
             (multiple_key_ ? late_ : section_).push_back(variable);
         } else {
@@ -216,7 +216,9 @@ private:
         TItem item = kind == 3   ? OptionsItem(texts, "labels", {"A", "AB", "C"})
                      : kind == 2 ? StringItem(false, false)
                                  : NumberItem(false, false, "name_defaults");
-        Publish(item, texts, true);
+        if (Chance("name_publishers")) {
+            Publish(item, texts, true);
+        }
         return constant + "-' + " + item.Text();
     }
 
@@ -303,11 +305,12 @@ private:
     }
 
     std::string Key(const std::string &name, const std::string &flags, const TWords &pars, const std::string &tail) {
-        std::string text = "def_key\nname = " + name + ";\n" + (multiple_key_ ? "multiple;\n" : "") + flags +
-                           (Chance("remarks") ? "label = 'Key';\n" : "");
+        std::string text = "def_key\n";
         for (const std::string &variable : key_names_) {
             text += "var %" + variable + "%;\n";
         }
+        text += "name = " + name + ";\n" + (multiple_key_ ? "multiple;\n" : "") + flags;
+        text += Chance("remarks") ? "label = 'Key';\n" : "";
         for (const std::string &par : pars) {
             text += par + "\n";
         }
@@ -381,14 +384,17 @@ private:
 
     std::string Section(const TSource &source, bool first) {
         first_ = first;
+        in_key_ = false;
         depth_ = source.depth;
         const bool depends = depth_ > 0;
         const bool multiple = !first && Chance(depends ? "multiple_dependents" : "multiple");
         std::string name = first     ? "'Main'"
                            : depends ? "'" + Name("D") + "-' + %" + source.variable + "%"
                                      : VariableName("S");
+        in_key_ = true;
         std::string flags = multiple ? "multiple;\n" : "";
-        flags += first || (!depends && Chance("required")) ? "required;\n" : "";
+        const bool may_be_required = !depends && (!multiple || module_depth_ == 0 || Chance("repeated_modules"));
+        flags += first || (may_be_required && Chance("required")) ? "required;\n" : "";
         flags += depends ? "depend_on = %" + source.variable + "%;\n" : "";
         std::string keys;
         const bool channels = !first && Chance("section_channels");
@@ -448,6 +454,7 @@ private:
     std::uint32_t module_depth_ = 0;
     bool first_ = false;           ///< of the section at hand: it is the first one
     std::uint32_t depth_ = 0;      ///< of the section at hand in a chain of dependent ones
+    bool in_key_ = false;          ///< or in the section's own name
     bool multiple_key_ = false;    ///< of the key at hand
     bool row_is_written_ = false;  ///< the key at hand has a value that is always written
     std::uint32_t marks_ = 0;      ///< constants that the key at hand has used
@@ -471,7 +478,7 @@ TKnobs MakeKnobs(std::string_view changes) {
             "free_words=20,partial_rows=10,number_words=15,word_labels=5,word_variables=25,free_counts=20,group_keys="
             "15,"
             "section_groups=15,group_rows=40,sources=15,missing_sources=15,shared_sources=20,multiple_dependents=0,"
-            "name_defaults=20,name_strings=25,module_keys=8,fixed_channels=20,driver_map=40") +
+            "name_defaults=20,name_strings=25,name_publishers=50,module_keys=8,repeated_modules=20,fixed_channels=20,driver_map=40") +
         (changes.empty() ? "" : ",") + std::string(changes);
     TKnobs knobs;
     for (std::size_t at = 0, end = 0; at < all.size(); at = end + 1) {

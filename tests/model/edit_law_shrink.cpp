@@ -34,26 +34,39 @@ bool HasNumberRole(const std::string &line) {
                        [&](const std::string &role) { return line.find(role) != std::string::npos; });
 }
 
+/// True if a part publishes what the default of a string depends on: without it the text would be empty.
+bool Feeds(const std::string &part, const std::string &text) {
+    for (std::size_t at = part.find("id = %"); at != std::string::npos; at = part.find("id = %", at + 1)) {
+        const std::string name = part.substr(at + 5, part.find('%', at + 6) - at - 4);
+        if (text.find("string { default = " + name) != std::string::npos) {
+            return true;
+        }
+    }
+    return false;
+}
+
 /// What a template can't do without if it is to be read again: names, what keeps rows written and variables apart, the
 /// numbers of a block.
 bool IsNeeded(const std::string &text, const TLines &lines, std::size_t at) {
-    const std::string &line = lines[at];
-    if (line.starts_with("var %")) {
-        const std::string name = line.substr(4, line.size() - 5);
-        return text.find(name, text.find(line) + line.size()) != std::string::npos;
+    const auto first = lines.begin() + static_cast<std::ptrdiff_t>(at);
+    const auto end = lines.begin() + static_cast<std::ptrdiff_t>(BlockEnd(lines, at));
+    if (std::any_of(first, end, [&](const std::string &line) { return Feeds(line, text); })) {
+        return true;
     }
-    if (line == "def_key") {
-        const auto first = lines.begin() + static_cast<std::ptrdiff_t>(at);
-        const auto end = lines.begin() + static_cast<std::ptrdiff_t>(BlockEnd(lines, at));
+    if (first->starts_with("var %")) {
+        const std::string name = first->substr(4, first->size() - 5);
+        return text.find(name, text.find(*first) + first->size()) != std::string::npos;
+    }
+    if (*first == "def_key") {
         return std::any_of(first, end, HasNumberRole) && std::find(first, end, "channels;") == end;
     }
-    return line.starts_with("name =") || line.starts_with("depend_on") || HasNumberRole(line) || line == "par = '.';" ||
-           (at > 0 && lines[at - 1] == "name = 'Main';");
+    return first->starts_with("name =") || first->starts_with("depend_on") || HasNumberRole(*first) ||
+           *first == "par = '.';" || (at > 0 && lines[at - 1] == "name = 'Main';");
 }
 
-bool IsNeeded(const std::string &attribute, const std::string &ahead) {
+bool IsNeeded(const std::string &text, const std::string &attribute, const std::string &ahead) {
     return attribute == " write_if_all" || attribute.starts_with(" procedure") || HasNumberRole(attribute + ";") ||
-           ahead.ends_with("string {");
+           ahead.ends_with("string {") || ahead.ends_with("options {") || Feeds(attribute, text);
 }
 
 class CShrinker {
@@ -140,7 +153,7 @@ private:
             const std::size_t end = std::min(changed.find_first_of(";\n", at + 1), changed.size() - 1);
             const std::string attribute = changed.substr(at + 1, end - at - 1);
             const bool found = (changed[at] == '{' || changed[at] == ';') && changed[end] == ';' &&
-                               !IsNeeded(attribute, changed.substr(0, at + 1));
+                               !IsNeeded(changed, attribute, changed.substr(0, at + 1));
             changed.erase(at + 1, end - at);
             const bool dropped = found && Keeps(candidate);
             smaller = dropped || smaller;

@@ -34,9 +34,10 @@ public:
         ++counts_.templates;
         TCase start{MakeTemplate(seed, knobs), "", "", {}};
         CDice dice(seed ^ 0x5EEDU);
-        if (dice.Below(100) < knobs.at("driver_map")) {
-            start.dmf = ChangeDriverMap("begin\nend.\n", dice);
-        }
+        const auto other_map = [&](const std::string &dmf) {
+            return dice.Below(100) < knobs.at("driver_map") ? ChangeDriverMap(dmf, dice) : dmf;
+        };
+        start.dmf = other_map("begin\nend.\n");
         CModuleDirectory directory;
         auto run = std::make_unique<CLawRun>(directory, start);
         if (!run->IsReadable()) {
@@ -53,7 +54,7 @@ public:
                 start.edits.clear();
                 start.par = run->Par();
                 const std::string dmf = run->Dmf();
-                start.dmf = ChangeDriverMap(dmf, dice);
+                start.dmf = other_map(dmf);
                 run.reset();  // one session at a time answers boxes
                 run = std::make_unique<CLawRun>(directory, start);
                 if (!run->IsReadable()) {
