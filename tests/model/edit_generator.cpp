@@ -179,7 +179,7 @@ private:
         const std::uint32_t kind = paired ? 2 * dice_.Below(2) : dice_.Below(3);
         TWords texts = kind == 1 ? TWords{"text", "abc"} : TWords();
         TItem item = kind == 0   ? NumberItem(optional, !paired)
-                     : kind == 1 ? StringItem(optional, true)
+                     : kind == 1 ? StringItem(optional, condition.empty())
                                  : OptionsItem(texts, "labels", {"A", "AB", "C"});
         for (const char *word : {"label", "comment", "bubble", "nedef"}) {
             item.Add(Chance("remarks") ? TWords{word + std::string(" = 'The ") + word + "'"} : TWords());
@@ -478,7 +478,8 @@ TKnobs MakeKnobs(std::string_view changes) {
             "free_words=20,partial_rows=10,number_words=15,word_labels=5,word_variables=25,free_counts=20,group_keys="
             "15,"
             "section_groups=15,group_rows=40,sources=15,missing_sources=15,shared_sources=20,multiple_dependents=0,"
-            "name_defaults=20,name_strings=25,name_publishers=50,module_keys=8,repeated_modules=20,fixed_channels=20,driver_map=40") +
+            "name_defaults=20,name_strings=25,name_publishers=50,module_keys=8,repeated_modules=20,fixed_channels=20,"
+            "driver_map=40") +
         (changes.empty() ? "" : ",") + std::string(changes);
     TKnobs knobs;
     for (std::size_t at = 0, end = 0; at < all.size(); at = end + 1) {

@@ -64,9 +64,14 @@ bool IsNeeded(const std::string &text, const TLines &lines, std::size_t at) {
            *first == "par = '.';" || (at > 0 && lines[at - 1] == "name = 'Main';");
 }
 
-bool IsNeeded(const std::string &text, const std::string &attribute, const std::string &ahead) {
-    return attribute == " write_if_all" || attribute.starts_with(" procedure") || HasNumberRole(attribute + ";") ||
-           ahead.ends_with("string {") || ahead.ends_with("options {") || Feeds(attribute, text);
+/// An attribute by its place in a text. The items of a list share their condition.
+bool IsNeeded(const std::string &text, std::size_t at, const std::string &attribute) {
+    const std::string ahead = text.substr(0, at + 1);
+    const std::size_t line = ahead.rfind('\n') + 1;
+    const bool joined = text.substr(line, text.find('\n', at) - line).find(" + ") != std::string::npos;
+    return (joined && attribute.starts_with(" enable_if")) || attribute == " write_if_all" ||
+           attribute.starts_with(" procedure") || HasNumberRole(attribute + ";") || ahead.ends_with("string {") ||
+           ahead.ends_with("options {") || Feeds(attribute, text);
 }
 
 class CShrinker {
@@ -152,8 +157,8 @@ private:
             std::string &changed = *Texts(candidate)[text];
             const std::size_t end = std::min(changed.find_first_of(";\n", at + 1), changed.size() - 1);
             const std::string attribute = changed.substr(at + 1, end - at - 1);
-            const bool found = (changed[at] == '{' || changed[at] == ';') && changed[end] == ';' &&
-                               !IsNeeded(changed, attribute, changed.substr(0, at + 1));
+            const bool found =
+                (changed[at] == '{' || changed[at] == ';') && changed[end] == ';' && !IsNeeded(changed, at, attribute);
             changed.erase(at + 1, end - at);
             const bool dropped = found && Keeps(candidate);
             smaller = dropped || smaller;

@@ -129,9 +129,7 @@ std::string WholeState(CModelSession &session) {
     for (const auto &section : session.SheetData().Instances().List()) {
         text += SectionState(*section, false);
     }
-    for (const auto &definition : session.SheetData().Definitions()) {
-        text += "definition " + NameOf(*definition) + "\n";
-    }
+    text += std::to_string(session.SheetData().Definitions().size()) + " definitions\n";
     return text + TableState(session, false);
 }
 
