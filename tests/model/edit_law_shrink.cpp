@@ -61,7 +61,7 @@ bool IsNeeded(const std::string &text, const TLines &lines, std::size_t at) {
         return std::any_of(first, end, HasNumberRole) && std::find(first, end, "channels;") == end;
     }
     return first->starts_with("name =") || first->starts_with("depend_on") || HasNumberRole(*first) ||
-           *first == "par = '.';" || (at > 0 && lines[at - 1] == "name = 'Main';");
+           *first == "par = '.';" || *first == "multiple;" || (at > 0 && lines[at - 1] == "name = 'Main';");
 }
 
 /// An attribute by its place in a text. The items of a list share their condition.

@@ -9,14 +9,14 @@ using kq_pdt::TCellField;
 
 namespace {
 
+/// A variable that nothing was stored in reads like one that isn't there.
 void AppendVariables(std::string &text, const kq_pdt::CVarScope &scope) {
     for (const auto &[name, variable] : scope.Variables()) {
         const TParValue &value = variable->Stored();
-        text += "%" + name + "% kind " + std::to_string(static_cast<std::uint32_t>(value.kind)) +
-                (value.kind == TParKind::pvText     ? " " + std::string(value.text.View())
-                 : value.kind == TParKind::pvNumber ? " " + std::to_string(value.number)
-                                                    : "") +
-                "\n";
+        const std::string shown = value.kind == TParKind::pvText     ? " '" + std::string(value.text.View()) + "'"
+                                  : value.kind == TParKind::pvNumber ? " " + std::to_string(value.number)
+                                                                     : " undefined";
+        text += value.kind == TParKind::pvNone ? "" : "%" + name + "%" + shown + "\n";
     }
 }
 
