@@ -76,8 +76,8 @@ bool IsNeeded(const std::string &text, std::size_t at, const std::string &attrib
 
 class CShrinker {
 public:
-    CShrinker(CModuleDirectory &directory, const TCase &start, const std::string &cause)
-        : directory_(directory), best_(start), cause_(cause) {}
+    CShrinker(CModuleDirectory &directory, TCase start, std::string cause)
+        : directory_(directory), best_(std::move(start)), cause_(std::move(cause)) {}
 
     TCase Result() {
         StartBeforeTheLastEdit();
@@ -157,8 +157,9 @@ private:
             std::string &changed = *Texts(candidate)[text];
             const std::size_t end = std::min(changed.find_first_of(";\n", at + 1), changed.size() - 1);
             const std::string attribute = changed.substr(at + 1, end - at - 1);
-            const bool found =
-                (changed[at] == '{' || changed[at] == ';') && changed[end] == ';' && !IsNeeded(changed, at, attribute);
+            const bool found = attribute.find_first_of("{}") == std::string::npos &&
+                               (changed[at] == '{' || changed[at] == ';') && changed[end] == ';' &&
+                               !IsNeeded(changed, at, attribute);
             changed.erase(at + 1, end - at);
             const bool dropped = found && Keeps(candidate);
             smaller = dropped || smaller;
