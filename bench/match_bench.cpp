@@ -142,7 +142,7 @@ void Re2(benchmark::State &state, const TCase &match_case) {
     Check(state, matched, match_case);
 }
 
-/// Peers stand next to each other, so that a disturbance of the machine hits them alike.
+/// Peers run right after each other, so that a disturbance of the machine hits them alike.
 const bool kRegistered = [] {
     for (const TCase &match_case : Cases()) {
         const auto add = [&match_case](const std::string &who, auto work) {

@@ -1,6 +1,6 @@
 /// Finding forty names that a module exports, from its file, without loading it: our reader, which goes through the
-/// hash table, beside libelf, with which one walks the symbol table. The argument is the number of symbols in the
-/// module. To open the file and map it is the part that nobody can do without.
+/// hash table, beside libelf, with which one goes through the symbol table. The argument is the number of symbols in
+/// the module. To open the file and map it is the part that nobody can do without.
 
 #include <benchmark/benchmark.h>
 #include <fcntl.h>
@@ -71,7 +71,7 @@ void OurNames(benchmark::State &state) {
     Check(state, found);
 }
 
-/// How many of the names stand in a section of dynamic symbols; the walk ends with the last one.
+/// How many of the names are in a section of dynamic symbols; the search ends with the last one.
 std::size_t FoundInSymbols(Elf *elf, Elf_Scn *section, const GElf_Shdr &header,
                            const std::unordered_set<std::string_view> &wanted) {
     Elf_Data *const data = elf_getdata(section, nullptr);

@@ -1,7 +1,7 @@
 /// The table of channel ranges beside an interval map of the kind that libraries offer: laying definitions into an
 /// empty table, laying them into the middle of ranges that are there (each splits one in three), looking channels up
-/// and walking all rows. Everything comes in random order. Edits of single ranges have no peer: a change alone, in a
-/// transaction that is committed, and in one that is rolled back.
+/// and going through all rows. Everything comes in random order. Edits of single ranges have no peer: a change alone,
+/// in a transaction that is committed, and in one that is rolled back.
 
 #include <benchmark/benchmark.h>
 
@@ -67,7 +67,7 @@ struct TOurs {
         CChannelRange range;
         return table.FindContaining(channel, range) ? range.first : 0;
     }
-    bool Walk() const { return table.HasUndefined(); }
+    bool AllRows() const { return table.HasUndefined(); }
     std::uint64_t Rows() const {
         std::uint64_t sum = 0;
         CChannelRange range;
@@ -93,7 +93,7 @@ struct TPeer {
         const auto found = map.find(channel);
         return found != map.end() ? found->first.lower() : 0;
     }
-    bool Walk() const {
+    bool AllRows() const {
         return std::any_of(map.begin(), map.end(), [](const auto &range) { return range.second == kUndefinedCode; });
     }
     std::uint64_t Rows() const {
@@ -164,10 +164,10 @@ void Find(benchmark::State &state) {
 
 /// Whether something in a range isn't known, asked of all ranges.
 template <class TTable>
-void Walk(benchmark::State &state) {
+void AllRows(benchmark::State &state) {
     const TTable ranges = Laid<TTable>(Count(state));
     for (auto _ : state) {
-        benchmark::DoNotOptimize(ranges.Walk());
+        benchmark::DoNotOptimize(ranges.AllRows());
     }
     CountItems(state);
 }
@@ -227,7 +227,7 @@ BENCHMARK_TEMPLATE(Edit, TEnd::kRollBack)->Arg(1000)->Arg(100000);
 KQ_BESIDE(Lay);
 KQ_BESIDE(Split);
 KQ_BESIDE(Find);
-KQ_BESIDE(Walk);
+KQ_BESIDE(AllRows);
 KQ_BESIDE(Rows);
 
 }  // namespace

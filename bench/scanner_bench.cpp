@@ -1,4 +1,4 @@
-// A full walk of a parameter file of 10 MB, every section, key and value, beside inih with its values split at commas,
+// A full scan of a parameter file of 10 MB, every section, key and value, beside inih with its values split at commas,
 // and beside the limit: one table look-up a byte.
 #include <benchmark/benchmark.h>
 #include <ini.h>

@@ -1,6 +1,6 @@
 # kq_add_part(NAME FOLDER): the sources of one folder as the object library kq_part_NAME.
 # kq_add_library(): all parts together as the shared library kq_pdt and, for tests, benchmarks and fuzz targets that
-# reach behind the public headers, as the static library kq_pdt_internal.
+# use more than the public headers, as the static library kq_pdt_internal.
 set_property(GLOBAL PROPERTY KQ_PARTS "")
 
 function(kq_add_part name folder)
@@ -35,7 +35,7 @@ function(kq_add_library)
   target_link_options(kq_pdt PRIVATE LINKER:--version-script=${map})
   set_property(TARGET kq_pdt PROPERTY LINK_DEPENDS ${map})
   if(NOT KQ_SANITIZE)
-    # Nothing but the standard library stands behind it. Clang leaves the sanitizers' own names open in shared libraries.
+    # It needs nothing but the standard library. Clang leaves the sanitizers' own names open in shared libraries.
     target_link_options(kq_pdt PRIVATE LINKER:--no-undefined)
   endif()
   add_library(kq_pdt_internal STATIC ${objects})

@@ -5,7 +5,7 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_L
   # GCC 12 sees overlapping copies inside std::string's own operators when it inlines them.
   target_compile_options(kq_warnings INTERFACE -Wno-restrict)
   if(KQ_SANITIZE)
-    # It loses track of what is initialized there once the sanitizers' checks stand in between.
+    # It loses track of what is initialized there once the sanitizers' checks are in between.
     target_compile_options(kq_warnings INTERFACE -Wno-maybe-uninitialized)
   endif()
 endif()

@@ -113,7 +113,7 @@ std::optional<std::string> WordIf(bool counts, std::uint32_t code) {
     return counts ? std::optional<std::string>(kq_pdt::KeywordText(code)) : std::nullopt;
 }
 
-/// The rows of a group; counts tells which words are types or directions.
+/// The rows of a group; counts says which words are types or directions.
 std::optional<std::vector<TConditionRow>> DescribeRows(const std::unique_ptr<kq_pdt::CChannelCondList> &rows,
                                                        bool counts(std::uint32_t code)) {
     if (!rows) {

@@ -1,4 +1,4 @@
-// What a host calls of a driver: each entry finds the driver behind its handle and hands on. The header has the form of
+// What a host calls of a driver: each entry finds the driver of its handle and hands on. The header has the form of
 // every entry; the declarations before the functions let the compiler compare.
 
 #include <memory>

@@ -109,7 +109,7 @@ public:
                              Lines(sections_.back()));
         }
         std::shuffle(blocks.begin(), blocks.end(), random_);
-        std::string text = OneIn(4) ? "ahead of all" + LineEnd() : "";
+        std::string text = OneIn(4) ? "before all" + LineEnd() : "";
         for (const std::string &block : blocks) {
             text += block;
         }

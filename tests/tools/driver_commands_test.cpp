@@ -24,7 +24,7 @@ const std::string kModules = KQ_BINARY_DIR "/tests/driver/modules/";
 const std::string kSimulator = KQ_BINARY_DIR "/examples/simulator/simulator.dll";
 const std::string kPar = KQ_SOURCE_DIR "/examples/simulator/simulator.par";
 
-/// A test module that says what it is called for; loaded here as well, so that it keeps what it is told.
+/// A test module that says what it is called for; loaded here as well, so that it keeps what it is given.
 class CLoaded {
 public:
     explicit CLoaded(const std::string &name) : path_(kModules + name) {
@@ -109,7 +109,7 @@ TEST(DriverCommands, DamagedModules) {
         EXPECT_EQ(json.at("ok"), false);
         EXPECT_NE(json.at("message").get<std::string>().find(row.reason), std::string::npos) << result.output;
         EXPECT_EQ(json.at("version"), nullptr);
-        EXPECT_EQ(json.at("generation"), row.offset == 18 ? TJson(3) : TJson(nullptr)) << "what the names tell";
+        EXPECT_EQ(json.at("generation"), row.offset == 18 ? TJson(3) : TJson(nullptr)) << "what the names say";
     }
 }
 
@@ -133,7 +133,7 @@ TEST(DriverCommands, DriveKeepsTheOrderOfCalls) {
                              "Stop|Done|DisposeDriver");
     for (std::string call; std::getline(calls, call, '|');) {
         const std::size_t found = log.find(call, at);
-        ASSERT_NE(found, std::string::npos) << call << " isn't behind the others in\n" << log;
+        ASSERT_NE(found, std::string::npos) << call << " isn't after the others in\n" << log;
         at = found + call.size();
     }
 }
@@ -253,15 +253,15 @@ TEST(DriverCommands, DriversMischiefIsTold) {
     struct TRow {
         TMischief mischief;
         const char *type;
-        const char *told;
+        const char *expected;
     };
     for (const TRow &row : {TRow{TMischief::kForeignText, "string", "isn't in the room"},
                             {TMischief::kNullTwice, "string", "a second time"},
                             {TMischief::kMovedBuffer, "buffer", "changed where the buffer lies"}}) {
         loaded.Control().mischief = row.mischief;
         const TRunResult result = loaded.Drive({"--read", std::string("1:") + row.type});
-        EXPECT_EQ(result.exit_code, 1) << row.told;
-        EXPECT_NE(result.output.find(row.told), std::string::npos) << result.output;
+        EXPECT_EQ(result.exit_code, 1) << row.expected;
+        EXPECT_NE(result.output.find(row.expected), std::string::npos) << result.output;
     }
     loaded.Control().mischief = TMischief::kNoDriver;
     EXPECT_EQ(

@@ -17,8 +17,8 @@ const std::string kTooComplex = "Příliš složitý výraz";
 
 /// The tree of an expression, or the error with the position in the expression after which it was found.
 std::string Tree(const std::string &expression) {
-    const std::string ahead = "def_section var %v%, %long_name%; name = number { default =\n";
-    const kq_cfg::TTemplate compiled = kq_cfg::DescribeTemplate({}, ahead + expression + "\n; } end_section", "");
+    const std::string before = "def_section var %v%, %long_name%; name = number { default =\n";
+    const kq_cfg::TTemplate compiled = kq_cfg::DescribeTemplate({}, before + expression + "\n; } end_section", "");
     const kq_cfg::TTemplateResult &result = compiled.report.result;
     if (!result.ok) {
         const std::string position = result.line == 2 ? std::to_string(result.position - 1) : "end";
