@@ -21,7 +21,7 @@ using kq_def::TValue;
 const std::string kFolder = KQ_SOURCE_DIR "/examples/simulator/";
 constexpr std::uint32_t kHistory = 10000;
 
-/// A simulator with a parameter file, ready to run.
+/// A simulator with a parameter file, ready to run, and a directory of its own.
 class CSimulatorHost {
 public:
     CSimulatorHost() {
@@ -30,6 +30,7 @@ public:
         driver_.Init(module_.Handle());
         EXPECT_TRUE(driver_.Initialize(255, error_.data(), 0, 0, "Sim"));
     }
+    explicit CSimulatorHost(const std::string &par) : CSimulatorHost() { EXPECT_TRUE(Read(par)) << par; }
     ~CSimulatorHost() { driver_.Done(); }
     CSimulatorHost(const CSimulatorHost &) = delete;
     CSimulatorHost &operator=(const CSimulatorHost &) = delete;
@@ -65,6 +66,7 @@ public:
     std::uint32_t Line() const { return line_; }
 
 private:
+    CTemporaryDirectory directory_;
     CModuleFile module_;
     kq_drv::CDriver driver_;
     std::array<char, 256> error_{};
@@ -110,7 +112,6 @@ std::string Listed(kq_drv::CDriver &driver) {
 }
 
 TEST(SimulatorDriver, ListsTheChannelsThatTheConfigurationHas) {
-    const CTemporaryDirectory directory;
     const std::string head = "[Simulator]\n[Record]\nFile = a, 1\n";
     for (const std::string &par :
          {SamplePar(), head,
@@ -118,56 +119,39 @@ TEST(SimulatorDriver, ListsTheChannelsThatTheConfigurationHas) {
                  "100\n[Signal9]\nChannels = READWRITE, 3\n",
           head +
               "[Signal1]\nShape = RANDOM\nLimits = 5\nChannels = READ, 3, 10001\n[Signal2]\nChannels = READ, 2, 7\n"}) {
-        CSimulatorHost host;
-        ASSERT_TRUE(host.Read(par)) << par;
+        CSimulatorHost host(par);
         EXPECT_EQ(Listed(host.Driver()), Configured(par, "")) << par;
     }
-    CSimulatorHost host;
-    ASSERT_TRUE(host.Read(SamplePar()));
+    CSimulatorHost host(SamplePar());
     EXPECT_EQ(Listed(host.Driver()), Configured(SamplePar(), ReadBytes(kFolder + "simulator.dmf")));
 }
 
 TEST(SimulatorDriver, MistakesComeWithTheirLine) {
-    struct TRow {
-        const char *par;
-        std::uint32_t line;
-    };
-    const TRow rows[] = {
-        {"", 0},
-        {"[Signal1]\n", 0},
-        {"[Simulator]\nStep = 9\n", 2},
-        {"[Simulator]\nStep = 100, 1000, 1\n", 2},
-        {"[Simulator]\n\nNoise = yes\n", 3},
-        {"[Simulator]\n[Record]\nFile = a, 0\n", 3},
-        {"[Simulator]\n[Signal0]\n", 2},
-        {"[Simulator]\n[Signal100]\n", 2},
-        {"[Simulator]\n[Signal99999999999]\n", 2},
-        {"[Simulator]\n[Signal1]\n[Signal1]\n", 3},
-        {"[Simulator]\n[Signal1]\nShape = SINE, 1\n", 3},
-        {"[Simulator]\n[Signal1]\nShape = RANDOM, 5\n", 3},
-        {"[Simulator]\n[Signal1]\nShape = SQUARE, 5, 100\n", 3},
-        {"[Simulator]\n[Signal1]\nLimits = 10, 1\n", 3},
-        {"[Simulator]\n[Signal1]\nLimits = 1.5\n", 3},
-        {"[Simulator]\n[Signal1]\nChannels = READ, 65\n", 3},
-        {"[Simulator]\n[Signal1]\nChannels = READ, 1, 0\n", 3},
-        {"[Simulator]\n[Signal1]\nChannels = READ, 2, 6\n", 2},
-        {"[Simulator]\n[Signal1]\nChannels = READ, 2, 9999\n", 2},
-        {"[Simulator]\n[Signal1]\nChannels = READ, 2, 4294967295\n", 2},
-        {"[Simulator]\n[Signal1]\nChannels = READ, 4, 10\n[Signal2]\nChannels = READ, 9, 7\n", 4},
-        {"[Simulator]\n[Signal1]\nChannels = READ, 1, 4294967295\n[Signal2]\n", 4},
-    };
-    const CTemporaryDirectory directory;
-    for (const TRow &row : rows) {
-        CSimulatorHost host;
-        EXPECT_FALSE(host.Read(row.par)) << row.par;
-        EXPECT_EQ(host.Line(), row.line) << row.par;
-        EXPECT_EQ(Listed(host.Driver()), "") << row.par;
+    const std::vector<std::pair<std::uint32_t, std::vector<std::string>>> lines = {
+        {0, {"", "[Signal1]\n"}},
+        {2,
+         {"Step = 9\n", "Step = 100, 1000, 1\n", "[Signal0]\n", "[Signal100]\n", "[Signal99999999999]\n",
+          "[Signal1]\nChannels = READ, 2, 6\n", "[Signal1]\nChannels = READ, 2, 9999\n",
+          "[Signal1]\nChannels = READ, 2, 4294967295\n"}},
+        {3,
+         {"\nNoise = yes\n", "[Record]\nFile = a, 0\n", "[Signal1]\n[Signal1]\n", "[Signal1]\nShape = SINE, 1\n",
+          "[Signal1]\nShape = RANDOM, 5\n", "[Signal1]\nShape = SQUARE, 5, 100\n", "[Signal1]\nLimits = 10, 1\n",
+          "[Signal1]\nLimits = 1.5\n", "[Signal1]\nChannels = READ, 65\n", "[Signal1]\nChannels = READ, 1, 0\n"}},
+        {4,
+         {"[Signal1]\nChannels = READ, 4, 10\n[Signal2]\nChannels = READ, 9, 7\n",
+          "[Signal1]\nChannels = READ, 1, 4294967295\n[Signal2]\n"}}};
+    for (const auto &[line, pars] : lines) {
+        for (const std::string &par : pars) {
+            CSimulatorHost host;
+            EXPECT_FALSE(host.Read(line == 0 ? par : "[Simulator]\n" + par)) << par;
+            EXPECT_EQ(host.Line(), line) << par;
+            EXPECT_EQ(Listed(host.Driver()), "") << par;
+        }
     }
 }
 
 // Whatever is done to a parameter file, it is read or refused, and what was read can be driven.
 TEST(SimulatorDriver, DamagedParameterFiles) {
-    const CTemporaryDirectory directory;
     const std::string sample = SamplePar();
     std::mt19937 random(7);  // NOLINT(cert-msc51-cpp): the same files every time
     const std::string bytes("[]=,\n\"'(*)0919\x00\xE8", 16);
@@ -196,9 +180,7 @@ TEST(SimulatorDriver, DamagedParameterFiles) {
 }
 
 TEST(SimulatorDriver, StepsByHandAndByTime) {
-    const CTemporaryDirectory directory;
-    CSimulatorHost host;
-    ASSERT_TRUE(host.Read("[Simulator]\nStep = 10\n[Record]\nFile =\n"));
+    CSimulatorHost host("[Simulator]\nStep = 10\n[Record]\nFile =\n");
     const auto steps = [&host] { return host.Get<kq_def::kTagLongcard>(5); };
     host.Press(3);
     EXPECT_EQ(steps(), 0U) << "nothing moves before Run";
@@ -221,9 +203,7 @@ TEST(SimulatorDriver, StepsByHandAndByTime) {
 }
 
 TEST(SimulatorDriver, AllSignalsRepeatAfterAReset) {
-    const CTemporaryDirectory directory;
-    CSimulatorHost host;
-    ASSERT_TRUE(host.Read(SamplePar()));
+    CSimulatorHost host(SamplePar());
     host.Driver().Run();
     std::string first;
     for (int repeat = 0; repeat < 2; ++repeat) {
@@ -247,9 +227,7 @@ TEST(SimulatorDriver, AllSignalsRepeatAfterAReset) {
 }
 
 TEST(SimulatorDriver, WrittenValuesStandUntilTheReset) {
-    const CTemporaryDirectory directory;
-    CSimulatorHost host;
-    ASSERT_TRUE(host.Read("[Simulator]\n[Signal1]\nShape = RANDOM\nLimits = 100, 90\nChannels = READWRITE, 1, 7\n"));
+    CSimulatorHost host("[Simulator]\n[Signal1]\nShape = RANDOM\nLimits = 100, 90\nChannels = READWRITE, 1, 7\n");
     host.Driver().Run();
     const std::int32_t before = host.Get<kq_def::kTagInteger>(7);
     host.Put(7, kq_def::ScalarValue<kq_def::kTagInteger>(-2147483647 - 1));
@@ -263,9 +241,7 @@ TEST(SimulatorDriver, WrittenValuesStandUntilTheReset) {
 }
 
 TEST(SimulatorDriver, CodesHaveTexts) {
-    const CTemporaryDirectory directory;
-    CSimulatorHost host;
-    ASSERT_TRUE(host.Read(SamplePar()));
+    CSimulatorHost host(SamplePar());
     const auto code_of_input = [&host](std::uint32_t channel, std::uint32_t tag) {
         TValue value;
         value.tag = tag;
@@ -289,9 +265,7 @@ TEST(SimulatorDriver, CodesHaveTexts) {
 }
 
 TEST(SimulatorDriver, LongTextsBuffersAndQuestions) {
-    const CTemporaryDirectory directory;
-    CSimulatorHost host;
-    ASSERT_TRUE(host.Read(SamplePar()));
+    CSimulatorHost host(SamplePar());
     TDStringA text;
     TValue value = kq_def::DStringValue(&text);
     ASSERT_TRUE(host.Get(6, value)) << host.Code();
@@ -329,9 +303,7 @@ TEST(SimulatorDriver, LongTextsBuffersAndQuestions) {
 }
 
 TEST(SimulatorDriver, RecordThatCantBeWrittenIsACode) {
-    const CTemporaryDirectory directory;
-    CSimulatorHost host;
-    ASSERT_TRUE(host.Read("[Simulator]\n[Record]\nFile = missing/a.txt, 2\n"));
+    CSimulatorHost host("[Simulator]\n[Record]\nFile = missing/a.txt, 2\n");
     host.Driver().Run();
     host.Press(3);
     host.Press(3);
