@@ -306,7 +306,8 @@ void CChannelRangeTable::Apply(std::vector<TReplacement> &changes) {
             moved.push_back(*change.range);
         }
     }
-    std::for_each(moved.begin(), moved.end(), [this](const TRecord &range) { store_.Insert(range); });
+    // Of equal first numbers the one inserted later is the upper: the lower rows come first.
+    std::for_each(moved.rbegin(), moved.rend(), [this](const TRecord &range) { store_.Insert(range); });
 }
 
 }  // namespace kq_pdt

@@ -18,7 +18,8 @@ struct CChannelRangeTable::TDefinition {
     std::uint32_t type;
     std::uint32_t direction;
     std::string_view name;
-    bool continues = false;   ///< channels right below have been laid
+    std::uint32_t laid_last = kNoNumber;  ///< of what a step from the last channel laid
+    bool continues = false;               ///< channels right below have been laid
     bool fills_gaps = false;  ///< an unknown type or direction of a range that is taken over becomes the definition's
 
     /// The range that is laid where there is none.
@@ -44,18 +45,22 @@ bool CChannelRangeTable::AddDefined(std::uint32_t first, std::uint32_t last, std
     if (step == TStep::kDone) {
         Changed();
     } else if (rest.last < last) {
-        DetachPiece(rest.last + 1);
+        DetachPiece(rest.last + 1, rest.laid_last);
     }
     return step == TStep::kDone;
 }
 
 /// What was laid from a number on has lost the channels that it was to continue.
-void CChannelRangeTable::DetachPiece(std::uint32_t first) {
+void CChannelRangeTable::DetachPiece(std::uint32_t first, std::uint32_t last) {
     CPosition position;
-    if (FindPiece(first, position)) {
+    for (bool found = FindPiece(first, position);
+         found && !Ranges().IsEnd(position) && Ranges().FirstAt(position) == first; Ranges().Next(position)) {
         TRecord range = Ranges().At(position);
-        range.note &= ~kNoteContinues;
-        store_.SetRest(position, range);
+        if (Continues(range) && range.last == last) {
+            range.note &= ~kNoteContinues;
+            store_.SetRest(position, range);
+            return;
+        }
     }
 }
 
@@ -190,6 +195,7 @@ CChannelRangeTable::TStep CChannelRangeTable::LayFromLast(CPosition &position, T
         rest_of_range.note = WithName(range.note, name);
         store_.Insert(position, rest_of_range);
     }
+    rest.laid_last = rest.last;
     rest.last = range.first - 1;
     rest.name = {};
     return TStep::kMore;

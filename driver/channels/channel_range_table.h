@@ -165,7 +165,7 @@ private:
     TStep LayUpward(TDefinition &rest);
     TStep LayFromFirst(CPosition &position, TDefinition &rest);
     TStep LayFromLast(CPosition &position, TDefinition &rest);
-    void DetachPiece(std::uint32_t first);
+    void DetachPiece(std::uint32_t first, std::uint32_t last);
     bool Fits(const TDefinition &wanted) const;
     bool ReportConflict(const TRecord &range, const TDefinition &rest) const;
     bool ReportSecondDefinition(const TRecord &range, const TDefinition &rest) const;

@@ -181,6 +181,13 @@ TEST_F(CChangeParameter, APiecedBlock) {
          "3-4 real input D; 5-6 real input D; 7-8 real input Dc", kTwice + std::string("2 do:|4\n")},
         {"5 - 6 real input", "def 3 4 real input; def 2 5 real input; to 5 5 6", "+ - +",
          "3-4 real input D; 5-6 real input D", kTwice + std::string("2 do:|4\n")},
+        // Nor does it take the hold from a piece of another definition that starts at the same number.
+        {"20 - 25 real input 20 - 23 real input", "def 19 21 real input; def 15 22 real input", "+ -",
+         "19-19 real input D; 20-21 real input Dc; 20-22 real input D; 22-25 real input; 23-23 real input",
+         kTwice + std::string("15 do:|19\n")},
+        // Ranges that come to start at one number keep their order.
+        {"9 - 13 real input 10 - 11 real input", "def 0 0 real input; from 0 10", "+ +",
+         "10-10 real input D; 11-13 real input; 11-11 real input", ""},
         // A definition laid over a range keeps its hold when both come to start at one number.
         {"3 real input", "def 1 5 real input; from 1 3; from 3 4; remove 4", "+ + + +", "3-3 real input", ""},
     });
