@@ -43,8 +43,8 @@ def main():
             options, headers = LANGUAGES[block.language]
             result = subprocess.run(
                 [compiler, *options, "-fsyntax-only", "-Wall", "-Wextra", "-Wpedantic", "-Wno-unused-parameter",
-                 "-Werror",
-                 "-I", public_headers, "-"], input=source_of(block, headers), text=True, check=False)
+                 "-Wno-unused-function", "-Werror", "-I", public_headers, "-"],
+                input=source_of(block, headers), text=True, check=False)
             compiled += 1
             failed += result.returncode != 0
     print(f"{compiled} blocks compiled, {failed} failed")
