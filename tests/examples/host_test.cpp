@@ -5,11 +5,13 @@
 #include <cstdio>
 #include <string>
 
+#include "tests/support/temporary_directory.h"
+
 namespace {
 
 const std::string kHost = KQ_BINARY_DIR "/examples/host/host";
 const std::string kModule = KQ_BINARY_DIR "/examples/simulator/simulator.dll";
-const std::string kPar = KQ_SOURCE_DIR "/examples/simulator/simulator.par";
+const std::string kPar = "./simulator.par";
 
 /// What a command writes, on either output, and its exit code.
 std::string Output(const std::string &command, int &exit_code) {
@@ -23,6 +25,8 @@ std::string Output(const std::string &command, int &exit_code) {
 }
 
 TEST(ExampleHost, SaysWhatIsWrong) {
+    const CTemporaryDirectory directory;  // the simulator writes its record beside the parameter file
+    std::filesystem::copy_file(KQ_SOURCE_DIR "/examples/simulator/simulator.par", kPar);
     struct {
         std::string arguments;
         int exit_code;
