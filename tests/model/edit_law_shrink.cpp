@@ -1,6 +1,7 @@
 // From a case that breaks the law to the smallest one that breaks it in the same way, and to a script that shows it.
 
 #include <algorithm>
+#include <utility>
 
 #include "tests/model/edit_law.h"
 

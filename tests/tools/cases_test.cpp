@@ -110,7 +110,7 @@ private:
 
     void CheckOutput(const TCaseRun &run, const std::string &output) {
         const bool json = Has(run, "--json");
-        const bool produced = !json && kFileCommands.count(run.arguments.front()) != 0;
+        const bool produced = !json && kFileCommands.contains(run.arguments.front());
         for (const auto &[pointer, text] : run.outputs) {
             if (json) {
                 Expect(run, "JSON " + pointer, JsonLayout(text, ""), JsonLayout(output, pointer));
