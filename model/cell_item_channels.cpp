@@ -78,7 +78,7 @@ bool CCellItem::EditCount(const TChannelEdit &edit) {
     if (edit.TakenAway()) {
         return !edit.HadNumber();
     }
-    if (count == 0) {
+    if (count == 0 || count == kNoNumber) {
         return RefuseChannel();
     }
     const std::uint32_t first = AskNode(kwChNumber);

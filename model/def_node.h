@@ -33,15 +33,44 @@ public:
     CDefNode(const CDefNode &) = delete;
     CDefNode &operator=(const CDefNode &) = delete;
 
+    // Parts, scope and values: def_node.cpp
+
     void AddGroupItem(std::unique_ptr<CChannelsGroupItem> item);
     /// Finds or makes a variable in the node's own scope.
     CVariable &DeclareVariable(std::string_view name);
-    /// Makes a block of channels for a node that has none yet, and its groups. False if one of them can't be.
-    virtual bool CommitChannels();
     /// The values behind bound references have moved on.
     virtual void CapturedValueChanged(const TParValue &value, const CVariable *variable);
     /// Binds the references to a variable to its present value.
     virtual void BindVariable(CVariable &variable);
+    /// Puts the node's own variables in force, and ends that. Calls come in pairs.
+    void EnterScope();
+    void LeaveScope();
+    /// True between the two: the node is in use.
+    bool IsEntered() const { return entered_ != 0; }
+    virtual void ParameterChanged(const CVariable *variable, const TParValue &value, bool &ok);
+    /// Gives back what others can see of the node: channels, dependent sections, what its modules brought along. An
+    /// edit can take that back.
+    virtual void GiveBack();
+    /// Gives back and releases the parts.
+    virtual void Done();
+    std::uint32_t Flags() const { return flags_; }
+    bool Has(TNodeFlag flag) const { return (flags_ & flag) != 0; }
+    void SetFlag(TNodeFlag flag) { flags_ |= flag; }
+    CItemList *Names() const { return names_.get(); }
+    void SetNames(std::unique_ptr<CItemList> names);
+    CParSheetData *SheetData() const { return sheet_data_; }
+    /// True once the node was released; it may live on until the work under way is done.
+    bool IsReleased() const { return released_; }
+    const CVarScope *Scope() const { return scope_.get(); }
+    const std::vector<std::unique_ptr<CChannelsGroupItem>> &Groups() const { return groups_; }
+    /// The id of the node's table in the sheet, 0 without one.
+    std::uint32_t RowId() const { return row_id_; }
+    void SetRowId(std::uint32_t id);
+
+    // Channels: def_node_channels.cpp
+
+    /// Makes a block of channels for a node that has none yet, and its groups. False if one of them can't be.
+    virtual bool CommitChannels();
     /// Looks through the items for the answer to a channel attribute; 0xFFFFFFFF if none has one.
     virtual void GetChannelAttr(std::uint32_t keyword, std::uint32_t &value);
     /// Hands a channel attribute to the first item that is for it.
@@ -50,19 +79,8 @@ public:
     virtual void RegisterChannels();
     /// Defines the node's channel groups.
     void RegisterGroupItems();
-    /// Puts the node's own variables in force, and ends that. Calls come in pairs.
-    void EnterScope();
-    void LeaveScope();
-    /// True between the two: the node is at work.
-    bool IsEntered() const { return entered_ != 0; }
-    virtual void ParameterChanged(const CVariable *variable, const TParValue &value, bool &ok);
-    /// True if an item with a channel number stands undefined: the node gets its block when the number is given.
+    /// True if an item with a channel number is undefined: the node gets its block when the number is given.
     virtual bool HasUndefinedChannelNumber() const;
-    /// Gives back what others can see of the node: channels, dependent sections, what its modules brought along. An
-    /// edit can take that back.
-    virtual void GiveBack();
-    /// Gives back and releases the parts.
-    virtual void Done();
     /// Brings the node's block in step with what its items say now; ok becomes false if that can't be.
     void FollowChannels(bool &ok);
     /// Gives the node's block the type and direction that its items say now.
@@ -71,24 +89,10 @@ public:
     void RemoveRange();
     /// Shows the node's channels in the table of channels.
     void SelectChannel();
-
-    std::uint32_t Flags() const { return flags_; }
-    bool Has(TNodeFlag flag) const { return (flags_ & flag) != 0; }
-    void SetFlag(TNodeFlag flag) { flags_ |= flag; }
-    CItemList *Names() const { return names_.get(); }
-    void SetNames(std::unique_ptr<CItemList> names);
-    CParSheetData *SheetData() const { return sheet_data_; }
     bool ChannelsDone() const { return channels_done_; }
     /// The first channel of the block that the node made or registered; kNoNumber without one.
     std::uint32_t RangeFirst() const { return range_first_; }
     void SetRangeFirst(std::uint32_t first);
-    /// True once the node was released; it may live on until the work under way is done.
-    bool IsReleased() const { return released_; }
-    const CVarScope *Scope() const { return scope_.get(); }
-    const std::vector<std::unique_ptr<CChannelsGroupItem>> &Groups() const { return groups_; }
-    /// The id of the node's table in the sheet, 0 without one.
-    std::uint32_t RowId() const { return row_id_; }
-    void SetRowId(std::uint32_t id);
 
 protected:
     /// Clones groups and scope into another node.

@@ -183,4 +183,22 @@ bool CDefNode::CommitChannels() {
     return true;
 }
 
+void CDefNode::SetRangeFirst(std::uint32_t first) {
+    CJournal::Keep(range_first_);
+    range_first_ = first;
+}
+
+void CDefNode::RemoveRange() {
+    if (range_first_ != kNoNumber) {
+        sheet_data_->RemoveChannelRange(range_first_);
+        SetRangeFirst(kNoNumber);
+    }
+}
+
+void CDefNode::SelectChannel() {
+    if (range_first_ != kNoNumber) {
+        sheet_data_->SelectChannelRange(range_first_);
+    }
+}
+
 }  // namespace kq_pdt

@@ -57,6 +57,8 @@ struct TMatchPiece {
 /// One element of a name or of a `par` line: it takes attributes from the compiler, recognises itself in the text of a
 /// parameter file, keeps a value, prints it, shows it in cells of the sheet, edits it there, and hands it on to a
 /// variable. This base has no value and answers false, nothing or 0.
+/// GetChannelAttr, SetChannelAttr, ParameterChanged and the questions to the node are in item_channels.cpp, the rest in
+/// item.cpp.
 class CItem : public kq_base::CPooled {
 public:
     explicit CItem(TItemCode code);

@@ -69,7 +69,7 @@ void COptionsItem::CopyValue(CItem *source) {
 }
 
 void COptionsItem::OpenEditor(std::uint32_t &index, std::unique_ptr<TCellEditor> &editor) {
-    if (!BeginEditor(index, editor)) {
+    if (!BeginEditor(index, editor) || !IsEnabled()) {
         return;
     }
     auto box = std::make_unique<CComboBox>(CComboBox::TMode::kList);

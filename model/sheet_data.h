@@ -25,6 +25,9 @@ struct TEditState;
 
 /// The root of a session's model: the compiled template, the instances read from a parameter file, the table of
 /// channels and the variables. It works without a window; reports and commands are dropped then.
+///
+/// Compiling templates and what modules bring along are in sheet_data_templates.cpp, the operations on channels in
+/// sheet_data_channels.cpp, the rest in sheet_data.cpp.
 class CParSheetData final : public CExpressionContext {
 public:
     /// How deep the templates of modules may load each other.

@@ -117,7 +117,7 @@ const TEdit kEdits[] = {
     {kOptionalChoice, "x", 1, "list [none|A|B] 1 none", "#3", "B, x", "", 0},
     {kOff, "x", 1, "-", "1", "x", "", 0},
     {kOff, "x", 2, "-", "1", "x", "", 0},
-    {kOff, "x", 3, "list [A|B] 1 A", "#2", "x", "", 0},
+    {kOff, "x", 3, "-", "#2", "x", "", 0},
     // Bounds: a bound that is moved past the other takes it along.
     {kBounds, "3, 5, r", 1, "count 3 [1..2147483647]", "4", "4, 5, r", "*4-5 real input", 0},
     {kBounds, "3, 5, r", 1, "count 3 [1..2147483647]", "8", "8, 8, r", "*8-8 real input", 0},
