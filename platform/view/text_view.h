@@ -7,12 +7,15 @@
 #include <vector>
 
 #include "platform/base/bounded_text.h"
+#include "platform/base/export.h"
 #include "platform/view/view.h"
 
 /// A text with a cursor, a mark that says whether it is saved, and words to be coloured. Without a window it serves for
 /// writing text into. The text is any bytes in code page 1250, at most kMaxSize of them; a line ends with LF or CR LF.
-class CTextView : public CView {
+class KQ_API CTextView : public CView {
 public:
+    TViewKind Kind() const override { return TViewKind::kText; }
+
     static constexpr std::uint32_t kMaxSize = 0xFFFFFFFF;
 
     /// A word that is shown in a colour of its own.
