@@ -28,6 +28,7 @@ CConfiguratorSession::TOutcome CConfiguratorSession::ReadIntoModel() {
         return TOutcome::kTemplateFailed;
     }
     sheet_data_.ReadPar(par_view_.Text());
+    ParRead();
     return messages_.ErrorCount() == 0 ? TOutcome::kDone : TOutcome::kErrors;
 }
 
@@ -60,16 +61,21 @@ CConfiguratorSession::TOutcome CConfiguratorSession::RepairDmf() {
     return outcome;
 }
 
+// What is written replaces the text in one piece, so that a person can take it back as one step and an equal text
+// counts as none.
+
 void CConfiguratorSession::WritePar() {
-    par_view_.Clear();
-    CTextOut out(&par_view_);
+    CTextView written;
+    CTextOut out(&written);
     sheet_data_.WriteParText(out);
+    par_view_.SetText(written.Text());
 }
 
 void CConfiguratorSession::WriteDmf() {
-    dmf_view_.Clear();
-    CTextOut out(&dmf_view_);
+    CTextView written;
+    CTextOut out(&written);
     sheet_data_.Ranges().WriteDmfText(out);
+    dmf_view_.SetText(written.Text());
 }
 
 void CConfiguratorSession::AddWarning(std::string_view text1, std::string_view text2, std::uint32_t line) {

@@ -55,8 +55,10 @@ public:
     void ClearMessages() override;
 
 protected:
-    /// The sheet is about to lose what it shows.
+    /// The model is about to lose what the sheet shows.
     virtual void ClearSheet() {}
+    /// The parameter file's text was read into the model; its messages are all there.
+    virtual void ParRead() {}
 
 private:
     bool LoadTemplate();
