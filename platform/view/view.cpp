@@ -62,6 +62,7 @@ void CView::Forget(CView &child) {
     children_.erase(found);
     child.parent_ = nullptr;
     child.DropPeers();
+    ChildLeft(child);
     InvalidateRect(child.rect_);
     Changed(TViewChange::kChildren);
 }

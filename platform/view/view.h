@@ -71,6 +71,8 @@ public:
     void MakePeers();
 
 protected:
+    /// A child was taken out, or is about to end.
+    virtual void ChildLeft(CView & /*child*/) {}
     /// Reports a change to the peer, if there is one.
     void Changed(TViewChange change) { Changed(TViewNotice{.change = change}); }
     void Changed(const TViewNotice &notice);
