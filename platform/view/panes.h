@@ -18,16 +18,19 @@ public:
 
     TViewKind Kind() const override { return TViewKind::kSplitterPane; }
 
-    /// The view in a pane, not owned; it becomes a child.
+    /// Puts a view into a pane in place of the one before, not owned; it becomes a child, visible if the pane is shown.
     void SetPane(TPane pane, CView &view);
     CView *Pane(TPane pane) const { return panes_.at(static_cast<std::size_t>(pane)); }
     void ShowPane(TPane pane, bool shown);
     bool IsPaneShown(TPane pane) const { return shown_.at(static_cast<std::size_t>(pane)); }
-    /// The distance of the split from the top.
+    /// The distance of the split from the top, at least 0.
     std::int32_t SplitPosition() const { return split_; }
     void SetSplitPosition(std::int32_t position);
-    /// A person moves the split.
-    void UserSplit(std::int32_t position) { SetSplitPosition(position); }
+    /// A person moves the split, which stays within the view.
+    void UserSplit(std::int32_t position);
+
+protected:
+    void ChildForgotten(CView &child) override;
 
 private:
     std::array<CView *, 2> panes_ = {};
@@ -49,7 +52,8 @@ public:
 
     void AppendTab(std::string_view text, std::uint32_t icon);
     const std::vector<TTab> &Tabs() const { return tabs_; }
-    /// Puts a view on a tab's page, not owned; it becomes a child that is visible while its tab is active.
+    /// Puts a view on a tab's page in place of the one before, not owned; it becomes a child that is visible while its
+    /// tab is active. Nothing for a tab that doesn't exist.
     void RegisterToTabIndex(std::uint32_t tab, CView &page);
     /// Disables a tab, or enables it again.
     void SetDisableTabIndex(std::uint32_t tab, bool disabled);
@@ -64,6 +68,7 @@ public:
 protected:
     /// Asked before the active tab changes.
     virtual bool MayActivate(std::uint32_t /*tab*/) { return true; }
+    void ChildForgotten(CView &child) override;
 
 private:
     std::vector<TTab> tabs_;
@@ -75,9 +80,12 @@ class KQ_API CDataContainer : public CView {
 public:
     TViewKind Kind() const override { return TViewKind::kDataContainer; }
 
-    /// The view inside, not owned; it becomes a child.
+    /// Puts a view inside in place of the one before, not owned; it becomes a child.
     void SetContent(CView &view);
     CView *Content() const { return content_; }
+
+protected:
+    void ChildForgotten(CView &child) override;
 
 private:
     CView *content_ = nullptr;

@@ -38,24 +38,27 @@ enum class TViewKind : std::uint8_t {
 
 /// What changed in a view.
 enum class TViewChange : std::uint8_t {
-    kContent,       ///< text, entries or value; of a sheet: any number of its tables and rows
-    kSelection,     ///< the selected row, cell or entry
-    kEnabled,       ///< the view, or one of its items, was enabled or disabled
-    kVisible,       ///< the view, a pane or a page is shown or hidden
+    kContent,       ///< text, entries or value, `first` is an item's command if just one item changed; of a sheet: any
+                    ///< number of its tables and rows
+    kSelection,     ///< the selected row, cell, entry, the active tab or the selection in a text
+    kEnabled,       ///< the view, or the item whose command or tab is `first`, was enabled or disabled
+    kVisible,       ///< the view, or the pane `first` (from 1), is shown or hidden
     kChildren,      ///< a child came or went
-    kFocus,         ///< the view has the keyboard focus now
+    kFocus,         ///< the view has the keyboard focus now; of a window: it came to the front or left it
     kArea,          ///< the rectangle, a window's maximised state, or a split position
     kCursor,        ///< the position of a text's cursor
     kFitCursor,     ///< the cursor is to be scrolled into sight
     kColors,        ///< words or their colours
     kText,          ///< a piece of a text was replaced: `first` is its offset, `removed` and `inserted` are lengths
-    kRowsInserted,  ///< `count` rows from `first` on are new
+    kRowsInserted,  ///< `count` rows from `first` on are new; of a tree: `item` is
     kRowsRemoved,   ///< `count` rows from `first` on are gone
-    kRowsChanged,   ///< what is in these rows is to be read again
+    kRowsChanged,   ///< what is in these rows, or in the tree's `item`, is to be read again
     kCell,          ///< one cell of a sheet is to be read again
     kTable,         ///< a table of a sheet has other columns, or is gone
     kEditor,        ///< a sheet's cell editor was opened or closed
 };
+
+struct TTreeItem;
 
 /// A change, with its position where the kind of change has one. Rows and columns count from 1.
 struct TViewNotice {
@@ -66,6 +69,7 @@ struct TViewNotice {
     std::uint32_t column = 0;
     std::uint64_t removed = 0;
     std::uint64_t inserted = 0;
+    const TTreeItem *item = nullptr;
 };
 
 class CView;

@@ -154,7 +154,7 @@ void CSheetView::UserOpen(std::uint32_t table, bool open) {
 }
 
 /// An editor's view ends with what it edits, whoever ends that.
-void CSheetView::ChildLeft(CView &child) {
+void CSheetView::ChildForgotten(CView &child) {
     if (&child == editor_) {
         editor_ = nullptr;
         Changed(TViewChange::kEditor);

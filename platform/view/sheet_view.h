@@ -166,7 +166,7 @@ private:
     /// The width of each column that a person or the settings gave, 0 where neither did.
     using TWidths = std::vector<std::uint32_t>;
 
-    void ChildLeft(CView &child) override;
+    void ChildForgotten(CView &child) override;
     void CloseEditor(bool cancelled);
     void Select(const TPosition &position);
     void RestoreSelection();

@@ -31,12 +31,15 @@ public:
     void SetItems(std::vector<TItem> items);
     /// All buttons with a command.
     void Enable(std::uint32_t command, bool enabled);
+    /// True if there is a button with the command that is enabled.
     bool IsEnabled(std::uint32_t command) const;
+    using CView::IsEnabled;
     /// The least depth that shows the buttons whole.
     std::int32_t GetMinD() const;
 
     void SetReceiver(CEventHandler *receiver) { receiver_ = receiver; }
-    /// A person presses a button; false if there is none with the command or it is disabled.
+    /// A person presses a button; false if there is none with the command, or it or the tool box is
+    /// disabled.
     bool UserPress(std::uint32_t command);
 
 private:

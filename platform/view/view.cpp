@@ -62,7 +62,7 @@ void CView::Forget(CView &child) {
     children_.erase(found);
     child.parent_ = nullptr;
     child.DropPeers();
-    ChildLeft(child);
+    ChildForgotten(child);
     InvalidateRect(child.rect_);
     Changed(TViewChange::kChildren);
 }

@@ -71,11 +71,11 @@ public:
     void MakePeers();
 
 protected:
-    /// A child was taken out, or is about to end.
-    virtual void ChildLeft(CView & /*child*/) {}
     /// Reports a change to the peer, if there is one.
     void Changed(TViewChange change) { Changed(TViewNotice{.change = change}); }
     void Changed(const TViewNotice &notice);
+    /// A child was taken out, or ends: whoever keeps a pointer to it forgets it.
+    virtual void ChildForgotten(CView & /*child*/) {}
 
 private:
     void Insert(CView &child, std::size_t position);

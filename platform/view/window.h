@@ -26,7 +26,7 @@ public:
     std::uint32_t Style() const { return style_; }
     CMenuBar *MenuBar() const { return menu_bar_; }
     CView *StatusView() const { return status_; }
-    /// The area for the views in the window, in its own coordinates.
+    /// The area for the views in the window, in its own coordinates; of a maximised window, in the work area.
     TRect ClientRect() const;
     /// The numbers of the icons that stand for the window.
     void SetWinIcon(std::uint32_t small_icon, std::uint32_t large_icon);
@@ -50,10 +50,14 @@ public:
 
     /// What a person does to the window's frame: moves or sizes it, maximises or restores it, asks to close it (the
     /// command kCloseRequest).
-    void UserMove(const TRect &rect) { NewRect(rect); }
+    /// A maximised window isn't moved.
+    void UserMove(const TRect &rect);
     void UserMaximize(bool maximized);
     void UserClose();
     void UserSelect(bool selected) { SetSelect(selected); }
+
+protected:
+    void ChildForgotten(CView &child) override;
 
 private:
     std::string title_;
