@@ -172,7 +172,6 @@ TEST(DriverLifecycle, OptionalEntriesMayBeMissing) {
             module.TakeLog(),
             "InputRequest 7\nInputRequestCompleted\nInputFinalized 8\nGetInput3 3 4 0 0\nOutputRequest3 3 4 0 4 0\n"
             "OutputRequestCompleted\nOutputFinalized 8\nDriverProc 1 2 3 4 5\n");
-        driver.Done();
     }
 }
 
@@ -297,7 +296,6 @@ TEST(DriverLifecycle, AModuleOfBothWidthsIsNarrow) {
     EXPECT_EQ(ReadParameters(driver), "1 0 0 ? ");
     EXPECT_EQ(module.TakeLog(), "Init 259 255 0 1\n");
     EXPECT_EQ(module.Given(), "C:\\par.par");
-    driver.Done();
 }
 
 TEST(DriverLifecycle, TheNewestFormServes) {
@@ -341,47 +339,30 @@ TEST(DriverLifecycle, TheNewestFormServes) {
     }
 }
 
-/// The index of an operation in the table of virtual ones, as compilers for this system encode it in a member pointer.
-template <typename TMember>
-std::uintptr_t SlotOf(TMember member) {
-    std::uintptr_t encoded = 0;
-    std::memcpy(&encoded, &member, sizeof(encoded));
-    return (encoded - 1) / sizeof(void *);
+/// Expects these operations in the table of virtual ones, in this order and no others before or between them. Compilers
+/// for this system encode an operation's index in the pointer to it.
+template <typename... TMembers>
+void ExpectSlots(TMembers... members) {
+    const auto slot_of = [](auto member) {
+        std::uintptr_t encoded = 0;
+        std::memcpy(&encoded, &member, sizeof(encoded));
+        return (encoded - 1) / sizeof(void *);
+    };
+    std::uintptr_t wanted = 0;
+    for (const std::uintptr_t slot : {slot_of(members)...}) {
+        EXPECT_EQ(slot, wanted++);
+    }
 }
 
 TEST(DriverLifecycle, OperationsKeepTheirSlots) {
-    const std::uintptr_t slots[] = {SlotOf(&CDriver::Version),
-                                    SlotOf(&CDriver::GetDriverInfo),
-                                    SlotOf(&CDriver::Initialize),
-                                    SlotOf(&CDriver::ReadParameters),
-                                    SlotOf(&CDriver::QueryErrorCode),
-                                    SlotOf(&CDriver::AbleToEnumerateChannels),
-                                    SlotOf(&CDriver::EnumerateChannels),
-                                    SlotOf(&CDriver::GetChannelDescription),
-                                    SlotOf(&CDriver::Run),
-                                    SlotOf(&CDriver::Stop),
-                                    SlotOf(&CDriver::Done),
-                                    SlotOf(&CDriver::InputRequestStart),
-                                    SlotOf(&CDriver::InputRequest),
-                                    SlotOf(&CDriver::InputRequestCompleted),
-                                    SlotOf(&CDriver::InputFinalized),
-                                    SlotOf(&CDriver::InputOOBDataQuery),
-                                    SlotOf(&CDriver::GetInput),
-                                    SlotOf(&CDriver::OutputRequestStart),
-                                    SlotOf(&CDriver::OutputRequest),
-                                    SlotOf(&CDriver::OutputRequestCompleted),
-                                    SlotOf(&CDriver::OutputFinalized),
-                                    SlotOf(&CDriver::BufferInfo),
-                                    SlotOf(&CDriver::SetBufferAddr),
-                                    SlotOf(&CDriver::DriverProc),
-                                    SlotOf(&CDriver::QueryProc),
-                                    SlotOf(&CDriver::DriverCallBackA),
-                                    SlotOf(&CDriver::DriverCallBackW)};
-    std::uintptr_t wanted = 0;
-    for (const std::uintptr_t slot : slots) {
-        EXPECT_EQ(slot, wanted++);
-    }
-    EXPECT_EQ(wanted, 27U);
+    ExpectSlots(&CDriver::Version, &CDriver::GetDriverInfo, &CDriver::Initialize, &CDriver::ReadParameters,
+                &CDriver::QueryErrorCode, &CDriver::AbleToEnumerateChannels, &CDriver::EnumerateChannels,
+                &CDriver::GetChannelDescription, &CDriver::Run, &CDriver::Stop, &CDriver::Done,
+                &CDriver::InputRequestStart, &CDriver::InputRequest, &CDriver::InputRequestCompleted,
+                &CDriver::InputFinalized, &CDriver::InputOOBDataQuery, &CDriver::GetInput, &CDriver::OutputRequestStart,
+                &CDriver::OutputRequest, &CDriver::OutputRequestCompleted, &CDriver::OutputFinalized,
+                &CDriver::BufferInfo, &CDriver::SetBufferAddr, &CDriver::DriverProc, &CDriver::QueryProc,
+                &CDriver::DriverCallBackA, &CDriver::DriverCallBackW);
 }
 
 /// A host that turns to the driver while that is being made.
@@ -440,12 +421,14 @@ TEST(DriverLifecycle, ModuleThatIsOnlyLookedAtIsNeverCalled) {
 
 TEST(DriverLifecycle, CopiesAreTheSameDriver) {
     WithEachModule([](const CTestModule &module) {
-        CInitializedDriver driver(module);
+        CDriver driver;
+        driver.Init(module.Handle());
+        EXPECT_EQ(Initialize(driver), "ok");
         CDriver copy(driver);
         CDriver assigned;
         assigned = copy;
         module.SetTexts(u"čtvrtek");
-        for (CDriver *each : {static_cast<CDriver *>(&driver), &copy, &assigned}) {
+        for (CDriver *each : {&driver, &copy, &assigned}) {
             TDStringA text;
             TValue value = DStringValue(&text);
             std::uint32_t code = 9;
@@ -505,7 +488,6 @@ TEST(DriverLifecycle, ChannelMapFromTheDriver) {
         module.Control().overlap = 2;
         EXPECT_EQ(load(driver, map), "0 Číslo kanálu redefinováno (1)");
         EXPECT_TRUE(map.Check(error.kHigh, error.Data(), 1, 20, kTagReal, kDirectionInput)) << "the blocks before stay";
-        driver.Done();
     });
     const CTestModule endless(3, false);
     endless.Control().logs = false;
@@ -516,13 +498,11 @@ TEST(DriverLifecycle, ChannelMapFromTheDriver) {
         EXPECT_EQ(load(driver, map), blocks <= 1000000 ? "1 ?" : "0 Ovladač vypisuje příliš mnoho bloků kanálů");
         CTextBuffer256 error;
         EXPECT_EQ(map.Check(error.kHigh, error.Data(), 9999991, 10, kTagReal, kDirectionInput), blocks >= 1000000);
-        driver.Done();
     }
     const CTestModule silent(1, false, {"EnumerateChannels"});
     CInitializedDriver driver(silent);
     CChannelMap map;
     EXPECT_EQ(load(driver, map), "0 ?");
-    driver.Done();
 }
 
 }  // namespace
