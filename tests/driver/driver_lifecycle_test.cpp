@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <functional>
 #include <sstream>
 
 #include "platform/os/modules.h"
@@ -365,26 +366,21 @@ TEST(DriverLifecycle, OperationsKeepTheirSlots) {
                 &CDriver::DriverCallBackA, &CDriver::DriverCallBackW);
 }
 
-/// A host that turns to the driver while that is being made.
-class CHastyHost : public CDriver {
+/// A host that answers its driver by a function of the test.
+class CHost : public CDriver {
 public:
-    std::uint32_t DriverCallBackA(std::uint32_t /*number*/, void * /*pointer*/) override { return Ask(); }
-    std::uint32_t DriverCallBackW(std::uint32_t /*number*/, void * /*pointer*/) override { return Ask(); }
+    using TAnswer = std::function<std::uint32_t(CHost &host, bool wide, std::uint32_t number, void *pointer)>;
 
-    std::uint32_t codes[3] = {9, 9, 9};
-    TDStringA string;
+    explicit CHost(TAnswer answer) : answer_(std::move(answer)) {}
+    std::uint32_t DriverCallBackA(std::uint32_t number, void *pointer) override {
+        return answer_(*this, false, number, pointer);
+    }
+    std::uint32_t DriverCallBackW(std::uint32_t number, void *pointer) override {
+        return answer_(*this, true, number, pointer);
+    }
 
 private:
-    std::uint32_t Ask() {
-        std::uint32_t status = 0;
-        kq_def::TValue scalar;
-        scalar.tag = kq_def::kTagReal;
-        kq_def::TValue text = kq_def::DStringValue(&string);
-        GetInput(codes[0], 1, &scalar, status, nullptr);
-        GetInput(codes[1], 1, &text, status, nullptr);
-        codes[2] = OutputRequest(codes[2], 1, scalar, 0, nullptr) ? 0 : codes[2];
-        return 0;
-    }
+    TAnswer answer_;
 };
 
 TEST(DriverLifecycle, DriverMayCallItsHostFromInit3) {
@@ -392,13 +388,23 @@ TEST(DriverLifecycle, DriverMayCallItsHostFromInit3) {
         const CTestModule module(3, wide);
         module.Control().calls_back = true;
         module.SetTexts(u"žluť");
-        CHastyHost host;
+        TDStringA string;
+        bool done = false;
+        CHost host([&](CHost &driver, bool, std::uint32_t, void *) {
+            std::uint32_t code = 9;
+            std::uint32_t status = 0;
+            TValue scalar;
+            scalar.tag = kTagReal;
+            TValue text = DStringValue(&string);
+            done = driver.GetInput(code, 1, &scalar, status, nullptr) &&
+                   driver.GetInput(code, 1, &text, status, nullptr) &&
+                   driver.OutputRequest(code, 1, scalar, 0, nullptr);
+            return 0U;
+        });
         host.Init(module.Handle());
         EXPECT_EQ(Initialize(host), "ok");
-        for (const std::uint32_t code : host.codes) {
-            EXPECT_EQ(code, 0U);
-        }
-        EXPECT_EQ(kq_base::ToUtf8(host.string.View()), "žluť");
+        EXPECT_TRUE(done);
+        EXPECT_EQ(kq_base::ToUtf8(string.View()), "žluť");
         host.Done();
     }
 }
@@ -443,16 +449,11 @@ TEST(DriverLifecycle, CopiesAreTheSameDriver) {
 }
 
 TEST(DriverLifecycle, TheDriverCallsItsHost) {
-    class CHost : public CDriver {
-    public:
-        std::uint32_t DriverCallBackA(std::uint32_t number, void *pointer) override {
-            return number + *static_cast<std::uint32_t *>(pointer);
-        }
-        std::uint32_t DriverCallBackW(std::uint32_t number, void * /*pointer*/) override { return number * 2; }
-    };
     std::uint32_t forty = 40;
     WithEachModule([&](const CTestModule &module) {
-        CHost host;
+        CHost host([](CHost &, bool wide, std::uint32_t number, void *pointer) {
+            return wide ? number * 2 : number + *static_cast<std::uint32_t *>(pointer);
+        });
         host.Init(module.Handle());
         EXPECT_EQ(Initialize(host), "ok");
         ReadParameters(host);

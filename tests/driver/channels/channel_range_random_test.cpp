@@ -407,21 +407,4 @@ TEST(RangeTree, AgainstAList) {
     RunTree(4, 50, 10);
 }
 
-TEST(RangeTree, AscendingInsertionsFillTheNodes) {
-    CRangeTree tree;
-    for (std::uint32_t number = 0; number < 300000; ++number) {
-        tree.Insert({number * 2, number * 2, 0, 0, number});
-    }
-    for (std::uint32_t row = 0; row < 300000; row += 777) {
-        CRangeTree::CPosition position;
-        ASSERT_TRUE(tree.FindContaining(row * 2, position));
-        ASSERT_EQ(tree.RowOf(position), row);
-        ASSERT_FALSE(tree.FindContaining(row * 2 + 1, position));
-    }
-    while (!tree.IsEmpty()) {
-        tree.Erase(tree.AtRow(tree.Size() / 2));
-    }
-    EXPECT_TRUE(tree.IsEnd(tree.Begin()));
-}
-
 }  // namespace
