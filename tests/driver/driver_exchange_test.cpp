@@ -197,6 +197,7 @@ TEST(DriverExchange, DriversThatBreakTheRules) {
         {false, 3, TMischief::kNamedSize, 1023, 0, kRoomNotGrown, 0},
         {false, 3, TMischief::kNamedSize, 1024, 0, kRoomNotGrown, 0},
         {false, 3, TMischief::kNamedSize, 1025, 0, kRoomTwice, 0},
+        {false, 3, TMischief::kNamedSize, 0x4000000, 0, kRoomTwice, 0},
         {false, 3, TMischief::kNamedSize, 0x4000001, 0, kRoomNotGrown, 0},
         {false, 3, TMischief::kNamedSize, 0xFFFFFFE1, 0, kRoomNotGrown, 0},
         {false, 3, TMischief::kNamedSize, 0xFFFFFFFF, 0, kRoomNotGrown, 0},
