@@ -79,5 +79,5 @@ public:
     explicit CInitializedDriver(const CTestModule &module);
     CInitializedDriver(const CInitializedDriver &) = delete;
     CInitializedDriver &operator=(const CInitializedDriver &) = delete;
-    ~CInitializedDriver() { CDriver::Done(); }
+    ~CInitializedDriver() override { CDriver::Done(); }
 };
