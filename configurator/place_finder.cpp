@@ -74,8 +74,8 @@ TNode *Pick(const std::vector<TNode *> &matches, const TPlaceName &name, const c
 /// The name of a node among those that show the same.
 template <class TNode>
 TPlaceName NameAmong(const std::vector<TNode *> &showing, const TNode &node, const std::string &text) {
-    const auto place = std::find(showing.begin(), showing.end(), &node) - showing.begin();
-    return {text, showing.size() > 1 ? static_cast<std::uint32_t>(place) + 1 : 0};
+    const auto index = std::find(showing.begin(), showing.end(), &node) - showing.begin();
+    return {text, showing.size() > 1 ? static_cast<std::uint32_t>(index) + 1 : 0};
 }
 
 }  // namespace

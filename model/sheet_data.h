@@ -91,13 +91,13 @@ public:
     bool AddUnnamedChannelRange(std::uint32_t first, std::uint32_t last, std::uint32_t type, std::uint32_t direction);
     /// Lays the block of a node that gets its numbers in an edit. False if it doesn't fit, which the user is told.
     bool DefineChannelRange(std::uint32_t first, std::uint32_t last, std::uint32_t type, std::uint32_t direction);
-    /// Reserves count channels behind all others, of no type and direction; gives the first number.
+    /// Reserves count channels after all others, of no type and direction; gives the first number.
     std::uint32_t NewChannelRange(bool defined, std::uint32_t count);
     void SelectChannelRange(std::uint32_t first);
 
     /// Tells the user that a channel number won't do.
     void ShowBadChannel();
-    /// An error without a place.
+    /// An error without a position.
     void ReportError(std::string_view text);
     void Post(TWindowCommand command, std::uint32_t parameter = 0);
 
