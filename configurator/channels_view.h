@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <string>
 
 #include "configurator/sheet_history.h"
 #include "model/report_window.h"
@@ -10,15 +11,15 @@
 
 namespace kq_pdt {
 
-class CChannelRangeTable;
+class CParSheetData;
 
 /// The table of all channels on tab 1, one row a range. Types and directions that the template leaves open can be
-/// edited.
+/// edited; that is a step of the history.
 class CChannelsView final : public CSheetView {
 public:
     static constexpr std::uint32_t kTable = 1;
 
-    CChannelsView(CChannelRangeTable &ranges, CReportWindow &window, CSheetHistory &history);
+    CChannelsView(CParSheetData &data, CReportWindow &window, CSheetHistory &history);
 
     /// Brings the columns in step with the table: one that says so without ranges, five with them.
     void RebuildColumns();
@@ -38,8 +39,9 @@ protected:
 
 private:
     void Describe();
+    void SetCell(std::uint32_t row, std::uint32_t column, const std::string &text);
 
-    CChannelRangeTable &ranges_;
+    CParSheetData &data_;
     CReportWindow &window_;
     CSheetHistory &history_;
     std::unique_ptr<CComboBox> editor_;

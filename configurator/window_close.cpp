@@ -52,9 +52,9 @@ void CWindowSession::Done() {
     channels_.UserCancel();
     window_.Dock(nullptr);
     sheet_tools_.SetItems({});
-    ParView().ToolBox().SetItems({});
+    ParView().EndToolBox();
     ParView().Clear();
-    history_.Clear(true);
+    history_.End();
     sheet_.Clear();
     channels_.Clear();
     SheetData().Done();

@@ -97,7 +97,6 @@ bool CWindowSession::HandleReport(TEvent &event) {
             break;
         case cmRebuildTable:
             sheet_.ReloadTable(event.parameter);
-            sheet_.UpdateButtons();
             StopEvent(event);
             break;
         case cmCellCommitted:
@@ -147,7 +146,6 @@ void CWindowSession::WindowShown() {
 
 void CWindowSession::RebuildSheets() {
     sheet_.PrepareSheet();
-    sheet_.UpdateButtons();
     channels_.PrepareSheet();
 }
 
@@ -159,61 +157,6 @@ void CWindowSession::CommitCellEditors() {
 void CWindowSession::NoteCommitted() {
     modified_ = true;
     ParView().SetSaved(false);
-}
-
-// The history of the sheet and that of the text.
-
-bool CWindowSession::Undo() {
-    if (done_) {
-        return false;
-    }
-    CommitCellEditors();
-    if (OnText()) {
-        return ParView().UserUndo();
-    }
-    if (!history_.CanUndo()) {
-        return false;
-    }
-    history_.Undo();
-    ShowHistoryState();
-    return true;
-}
-
-bool CWindowSession::Redo() {
-    if (done_) {
-        return false;
-    }
-    CommitCellEditors();
-    if (OnText()) {
-        return ParView().UserRedo();
-    }
-    if (!history_.CanRedo()) {
-        return false;
-    }
-    history_.Redo();
-    ShowHistoryState();
-    return true;
-}
-
-void CWindowSession::ShowHistoryState() {
-    modified_ = !history_.IsAtSaved();
-    ParView().SetSaved(!modified_);
-    channels_.RebuildColumns();
-    RebuildSheets();
-    UpdateUndoMenu(tabs_.ActiveTabIndex());
-}
-
-std::string CWindowSession::UndoName() const { return OnSheet() ? history_.UndoName() : ParView().UndoName(); }
-
-std::string CWindowSession::RedoName() const { return OnSheet() ? history_.RedoName() : ParView().RedoName(); }
-
-void CWindowSession::UpdateUndoMenu(std::uint32_t tab) {
-    const bool sheet = tab == CConfiguratorWindow::kSheetTab;
-    const auto enable = [this](std::uint32_t command, bool enabled) {
-        enabled ? menu_bar_.Enable(command) : menu_bar_.Disable(command);
-    };
-    enable(cmUndo, sheet ? history_.CanUndo() : ParView().CanUndo());
-    enable(cmRedo, sheet ? history_.CanRedo() : ParView().CanRedo());
 }
 
 bool CWindowSession::Find(std::string_view text, bool backwards) {

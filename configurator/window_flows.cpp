@@ -45,11 +45,7 @@ void CWindowSession::FollowTab(std::uint32_t tab) {
     UpdateUndoMenu(tab);
 }
 
-void CWindowSession::ClearSheet() {
-    // The steps of the history refer to the model.
-    history_.Clear(true);
-    sheet_.Clear();
-}
+void CWindowSession::ClearSheet() { sheet_.Clear(); }
 
 void CWindowSession::ParRead() {
     for (const par_scanner::TUnreadText &place : par_scanner::FindUnreadText(ParView().Text())) {
@@ -100,12 +96,11 @@ bool CWindowSession::TranslateToSheet() {
     }
     // A text that was typed and isn't in the file stays unsaved as a sheet.
     modified_ = modified_ || !ParView().IsSaved();
-    history_.Clear(!modified_);
+    history_.Begin(!modified_);
     channels_.ClearSelection();
     channels_.RebuildColumns();
     channels_.PrepareSheet();
     channels_.SetHighlight(false);
-    sheet_.UpdateButtons();
     FollowTab(CConfiguratorWindow::kSheetTab);
     return true;
 }

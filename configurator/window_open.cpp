@@ -16,9 +16,13 @@ CWindowSession::CWindowSession(CConfiguratorWindow &window)
     : window_(window),
       history_(SheetData()),
       sheet_(SheetData(), *this, history_),
-      channels_(SheetData().Ranges(), *this, history_) {}
+      channels_(SheetData(), *this, history_) {
+    SheetData().SetListener(this);
+    history_.SetSnapshot([this] { return Snapshot(); });
+    ParView().SetHistoryKept(true);
+}
 
-CWindowSession::~CWindowSession() = default;
+CWindowSession::~CWindowSession() { SheetData().SetListener(nullptr); }
 
 bool CWindowSession::Open(const TOpening &opening) {
     const CReporting reporting(*this);

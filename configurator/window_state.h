@@ -51,10 +51,10 @@ private:
 /// Of the two shapes, sheet and text, the one on the active tab holds; changing the tab translates.
 ///
 /// The members lie in several files: window_layout.cpp builds the views, window_open.cpp opens the session,
-/// window_events.cpp takes commands and what the model reports, window_messages.cpp has the message list,
+/// window_events.cpp takes commands and what the model reports, window_history.cpp takes steps back, window_messages.cpp has the message list,
 /// window_flows.cpp translating and repair, window_save.cpp saving, window_close.cpp the end, device_search.cpp the
 /// search.
-class CWindowSession final : public CConfiguratorSession {
+class CWindowSession final : public CConfiguratorSession, private CModelListener {
 public:
     explicit CWindowSession(CConfiguratorWindow &window);
     ~CWindowSession() override;
@@ -79,8 +79,8 @@ public:
 
     bool Undo();
     bool Redo();
-    std::string UndoName() const;
-    std::string RedoName() const;
+    std::string UndoName();
+    std::string RedoName();
     bool Find(std::string_view text, bool backwards);
     bool NextProblem();
 
@@ -113,6 +113,12 @@ protected:
     void ParRead() override;
 
 private:
+    void EditTaken(CJournal::TSteps steps) override { history_.EditTaken(std::move(steps)); }
+    void ModelCleared() override { history_.End(); }
+    void RowsChanged(std::uint32_t table, std::uint32_t row, bool inserted) override {
+        sheet_.NoteRows(table, row, inserted);
+    }
+
     /// A file of the session, of which the content at the opening may be unknown.
     struct TFile {
         const kq_base::TPathText &path;
@@ -146,9 +152,13 @@ private:
     void RebuildSheets();
     void CommitCellEditors();
     bool IsBusy() const;
-    void UpdateUndoMenu(std::uint32_t tab);
-    void ShowHistoryState();
     void NoteCommitted();
+
+    // window_history.cpp
+    CSheetHistory::TAction Snapshot();
+    void CutMessages(std::size_t rows);
+    void ShowHistoryState();
+    void UpdateUndoMenu(std::uint32_t tab);
 
     // window_messages.cpp
     void RowAdded();

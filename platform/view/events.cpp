@@ -118,6 +118,11 @@ CEventSource *SetEventSource(CEventSource *source) {
     return std::exchange(State().source, source);
 }
 
+CEventSource *EventSource() {
+    const std::scoped_lock lock(State().mutex);
+    return State().source;
+}
+
 void WaitForEvent() {
     TState &state = State();
     const std::uint32_t limit = NextTimerIn();

@@ -62,10 +62,15 @@ public:
     virtual void Wait(CView &window) = 0;
     /// An event was posted; called on the thread that posted it. The source ends its waiting.
     virtual void Wake() {}
+    /// A window begins to run while its owner is blocked (CView::RunModal), before it takes its first event.
+    virtual void ModalBegan(CView & /*window*/) {}
+    /// That window ended with a code. It still has all that it showed.
+    virtual void ModalEnded(CView & /*window*/, std::uint32_t /*code*/) {}
 };
 
 /// Installs the source of events and gives the one before; null is none: a loop then waits for posted events alone.
 KQ_API CEventSource *SetEventSource(CEventSource *source);
+KQ_API CEventSource *EventSource();
 /// Waits until an event is in the queue or a timer is due.
 KQ_API void WaitForEvent();
 /// Hands out the timers that are due and all events in the queue, first in first out, also those posted meanwhile.

@@ -20,8 +20,6 @@
 /// their settings).
 class KQ_API CSheetView : public CView {
 public:
-    /// No table: what owns table 1.
-    static constexpr std::uint32_t kNoTable = 0xFFFFFFFF;
     /// A bit of a table's style: the row after the last one adds a row at once, without an editor.
     static constexpr std::uint32_t kStyleAppendsAtOnce = 0x80;
     /// Kinds of DS_Notify: another row, or another cell of the row, is selected.
@@ -56,24 +54,22 @@ public:
 
     // The program's side.
 
-    /// Forgets all tables, the selection and, without a question, the editor.
+    /// Forgets all tables and the selection; an open editor goes without taking its value.
     void Clear();
-    /// A table, with the table in which its node lies. Its columns belong to a form, which names the stored widths;
-    /// tables of one form share them. Describing a table again leaves columns and node as they are.
-    void DescribeTable(std::uint32_t table, std::uint32_t style, std::uint32_t owner, std::string_view form);
+    /// Makes a table known. Its columns belong to a form, which names the stored widths: tables of one form share
+    /// them. Describing a known table again leaves it as it is; true if it is new and needs its columns.
+    bool DescribeTable(std::uint32_t table, std::uint32_t style, std::string_view form);
     /// Appends a column to a table.
     void DescribeColumn(std::uint32_t table, std::string_view text, std::uint32_t mode, std::uint32_t width,
                         std::uint32_t least_width, std::uint32_t greatest_width);
-    /// Says that a cell opens a table.
-    void DescribeNodeCell(std::uint32_t table, std::uint32_t column, std::uint32_t sub_table);
-    /// Forgets a table and those below it. Nothing without it.
+    /// Forgets a table. Nothing without it.
     void DeleteTable(std::uint32_t table);
-    void SetTableStyle(std::uint32_t table, std::uint32_t style);
-    std::uint32_t TableStyle(std::uint32_t table) const;
+    /// The style as it is now; 0 for an unknown table.
+    std::uint32_t TableStyle(std::uint32_t table);
     bool FindTableByHandle(std::uint32_t table) const { return tables_.contains(table); }
     /// Whatever the cells show may have changed. The selection stays at its table and row, cut to the last row shown;
     /// if its table is gone it goes to the row that held the node, or to none.
-    void PrepareSheet();
+    virtual void PrepareSheet();
     /// Rows that came or went since the last PrepareSheet, in the order in which they did: for the peer, which hears of
     /// them at the next PrepareSheet.
     void NoteRows(std::uint32_t table, std::uint32_t row, bool inserted);
@@ -91,14 +87,14 @@ public:
     /// The editor view, not owned by the sheet; null without one.
     CView *CellEditor() const { return editor_; }
     const TPosition &EditorPosition() const { return editor_position_; }
-    /// The open editor goes without a question: what it edits is gone.
-    void DropCellEditor();
 
     // Column widths: sheet_columns.cpp.
 
-    const std::vector<TColumn> &Columns(std::uint32_t table) const;
+    /// The columns as they are now; none for an unknown table.
+    const std::vector<TColumn> &Columns(std::uint32_t table);
     std::uint32_t ColumnWidth(std::uint32_t table, std::uint32_t column) const;
     /// Reads and writes the widths of all forms that were described, as values "FORM.COLUMN" below a path.
+    /// Forms that are described later are read then.
     void RegistryReadSettings(std::string_view path);
     void RegistryWriteSettings(std::string_view path) const;
 
@@ -136,9 +132,15 @@ protected:
     virtual void DS_ReadCell(std::uint32_t table, std::uint32_t row, std::uint32_t column, TCell &cell) = 0;
     /// The table that opens from a row, described by then; 0 without one.
     virtual std::uint32_t DS_OpenNode(std::uint32_t /*table*/, std::uint32_t /*row*/) { return 0; }
-    /// The row that holds a table's node; 0 if it is gone.
-    virtual std::uint32_t DS_FindNodeRow(std::uint32_t /*table*/) { return 0; }
-    /// Adds a row without an editor; true if one was added.
+    /// The table and the row in which a table's node lies; false if it is gone, and for table 1.
+    virtual bool DS_FindNode(std::uint32_t /*table*/, std::uint32_t & /*owner*/, std::uint32_t & /*row*/) {
+        return false;
+    }
+    /// A table's style, given the one that it was described with.
+    virtual std::uint32_t DS_GetTableStyle(std::uint32_t /*table*/, std::uint32_t described) { return described; }
+    /// Brings a column's text up to date.
+    virtual void DS_ReadColumn(std::uint32_t /*table*/, std::uint32_t /*column*/, TColumn & /*described*/) {}
+    /// Adds a row without an editor; false if the table wants an editor for that.
     virtual bool DS_AppendRow(std::uint32_t /*table*/) { return false; }
     virtual bool DS_DeleteRowNumber(std::uint32_t /*table*/, std::uint32_t /*row*/) { return true; }
     virtual bool DS_IsCellEditable(std::uint32_t table, std::uint32_t row, std::uint32_t column) = 0;
@@ -150,13 +152,8 @@ protected:
     virtual bool DS_CanCommitEditor() { return true; }
 
 private:
-    struct TForm {
-        std::vector<std::uint32_t> widths;  ///< those that a person or the settings gave, 0 where neither did
-    };
     struct TTable {
         std::uint32_t style = 0;
-        std::uint32_t owner = kNoTable;
-        std::uint32_t node_column = 0;
         bool open = false;
         std::string form;
         std::vector<TColumn> columns;
@@ -166,20 +163,23 @@ private:
         std::uint32_t row = 0;
         bool inserted = false;
     };
+    /// The width of each column that a person or the settings gave, 0 where neither did.
+    using TWidths = std::vector<std::uint32_t>;
 
+    void ChildForgotten(CView &child) override;
     void CloseEditor(bool cancelled);
-    /// Moves the selection and remembers the rows that lead to its table.
     void Select(const TPosition &position);
     void RestoreSelection();
-    const TTable *FindTable(std::uint32_t table) const;
+    bool IsAlive(std::uint32_t table);
     void TellRows();
+    void ReadWidths(const std::string &form, std::size_t columns);
 
     std::unordered_map<std::uint32_t, TTable> tables_;
-    std::map<std::string, TForm, std::less<>> forms_;
+    std::map<std::string, TWidths, std::less<>> widths_;  ///< by form
+    std::string settings_path_;
     TPosition selection_;
     std::vector<TPosition> selection_path_;  ///< the nodes that lead to the selected table, innermost first
     CView *editor_ = nullptr;
     TPosition editor_position_;
     std::vector<TRowChange> row_changes_;
-    bool closing_editor_ = false;
 };

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -18,6 +19,7 @@ enum TTreeItemBit : std::uint32_t {
 struct TTreeItem {
     std::string text;
     std::uint32_t attributes = 0;
+    std::optional<std::uint32_t> key;  ///< by which the program finds the item, if it can
     TTreeItem *parent = nullptr;  ///< null at the root
     std::vector<std::unique_ptr<TTreeItem>> items;
 

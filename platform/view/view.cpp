@@ -123,7 +123,13 @@ void CView::InvalidateRect(const TRect &area) {
 
 std::uint32_t CView::RunModal(CView &owner) {
     modal_owner_ = &owner;
+    if (CEventSource *source = EventSource()) {
+        source->ModalBegan(*this);
+    }
     const std::uint32_t code = Exec();
+    if (CEventSource *source = EventSource()) {
+        source->ModalEnded(*this, code);
+    }
     modal_owner_ = nullptr;
     return code;
 }

@@ -40,7 +40,6 @@ TEST(DriverAllocation, SettledExchangesAllocateNothing) {
             Exchange(driver, string, true);
             EXPECT_EQ(settled.Allocations(), 0U) << length;
         }
-        driver.Done();
     });
 }
 
@@ -127,7 +126,6 @@ TEST(DriverAllocation, ShortMemoryIsAFailure) {
                   0U);
         EXPECT_EQ(error.Utf8(), "Nedostatek paměti");
         driver.Done();
-        settled.Done();
     });
 }
 
