@@ -4,7 +4,12 @@
 
 namespace kq_pdt {
 
-CConfiguratorSession::CConfiguratorSession() { sheet_data_.SetWindow(this); }
+CConfiguratorSession::CConfiguratorSession() {
+    sheet_data_.SetWindow(this);
+    // Nobody edits these texts unless a window says so.
+    par_view_.SetHistoryKept(false);
+    dmf_view_.SetHistoryKept(false);
+}
 
 CConfiguratorSession::~CConfiguratorSession() { sheet_data_.SetWindow(nullptr); }
 
@@ -66,6 +71,7 @@ CConfiguratorSession::TOutcome CConfiguratorSession::RepairDmf() {
 
 void CConfiguratorSession::WritePar() {
     CTextView written;
+    written.SetHistoryKept(false);
     CTextOut out(&written);
     sheet_data_.WriteParText(out);
     par_view_.SetText(written.Text());
@@ -73,6 +79,7 @@ void CConfiguratorSession::WritePar() {
 
 void CConfiguratorSession::WriteDmf() {
     CTextView written;
+    written.SetHistoryKept(false);
     CTextOut out(&written);
     sheet_data_.Ranges().WriteDmfText(out);
     dmf_view_.SetText(written.Text());

@@ -9,9 +9,6 @@ namespace kq_pdt {
 
 namespace {
 
-/// Posted by the session to itself, as a notice: the steps that can be taken back may have changed.
-constexpr std::uint32_t kHistoryChanged = 0x462;
-
 /// Commands that a person gives outside the cell that is edited, which leaves it.
 bool LeavesCell(std::uint32_t code) {
     constexpr std::array<std::uint32_t, 9> kCodes = {
@@ -82,7 +79,7 @@ bool CWindowSession::HandleCommand(TEvent &event) {
         case cmRedo:
             Redo();
             return true;
-        case kHistoryChanged:
+        case CTextView::kStepsChanged:
             return true;
         default:
             return HandleReport(event);
@@ -187,7 +184,7 @@ void CWindowSession::PostCommand(TWindowCommand command, std::uint32_t parameter
     // What is committed counts at once: whoever saves or closes next has to know.
     if (command == cmCellCommitted) {
         NoteCommitted();
-        MakeEvent(window_, ecNotice, kHistoryChanged);
+        MakeEvent(window_, ecNotice, CTextView::kStepsChanged);
     } else {
         MakeEvent(window_, ecCommand, command, parameter);
     }

@@ -44,7 +44,7 @@ bool CWindowSession::Redo() {
 /// What a step may change beside the model.
 CSheetHistory::TAction CWindowSession::Snapshot() {
     return [this, sheet = sheet_.Selection(), channels = channels_.Selection(), rows = message_list_.Rows().size()] {
-        CutMessages(rows);
+        RestoreMessages(rows);
         channels_.RebuildColumns();
         sheet_.ClearSelection();
         sheet_.SelTableCell(sheet.table, sheet.row, sheet.column);

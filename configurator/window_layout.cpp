@@ -18,7 +18,7 @@ constexpr std::uint32_t kToolGap = 8;
 constexpr std::int32_t kChannelsTitleDepth = 25;
 constexpr std::int32_t kChannelsTitleX = 35;
 /// Buttons of the text view's own tool box that have no place here: files are loaded and saved by the session.
-constexpr std::array<std::uint32_t, 3> kDroppedTextTools = {0xC0, 0xC1, 0xC3};
+constexpr std::array<std::uint32_t, 3> kDroppedTextTools = {cmTextNew, cmTextOpen, cmTextSave};
 
 void AddSessionButtons(CToolBox &tools) {
     tools.AddButton(texts::kApply, cmApply, icApply);
@@ -39,8 +39,8 @@ void CWindowSession::BuildMenu() {
     tools.AddItem(texts::kRepairDmf, cmRepairDmf);
     menu_bar_.AddMenu(texts::kHelpMenu).AddItem(texts::kDriverHelp, cmDriverHelp, icDriverHelp);
     CPopUpMenu &edit = menu_bar_.AddMenu(texts::kEditMenu);
-    edit.AddItem(texts::kUndo, cmUndo);
-    edit.AddItem(texts::kRedo, cmRedo);
+    edit.AddItem(texts::kUndo, cmUndo, icTextUndo);
+    edit.AddItem(texts::kRedo, cmRedo, icTextRedo);
     menu_bar_.SetReceiver(&window_);
     if (!HasDeviceSearch()) {
         menu_bar_.Disable(cmSearchDevices);
@@ -93,6 +93,7 @@ void CWindowSession::BuildSheetPage() {
 void CWindowSession::BuildTextPage() {
     text_container_.NewRect({0, 0, tabs_.Rect().width, tabs_.Rect().depth});
     text_container_.SetContent(ParView());
+    ParView().SetStepReceiver(&window_);
     tabs_.RegisterToTabIndex(CConfiguratorWindow::kTextTab, text_container_);
 }
 

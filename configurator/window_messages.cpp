@@ -22,9 +22,12 @@ void CWindowSession::AddErrorAt(std::string_view text1, std::string_view text2, 
     RowAdded();
 }
 
-void CWindowSession::RowAdded() {
-    const CMessageList::TRow &row = Messages().Rows().back();
+void CWindowSession::ShowRow(const CMessageList::TRow &row) {
     message_list_.AppendRow(row.icon == CMessageList::TIcon::kError ? icError : icNotice, row.text.View());
+}
+
+void CWindowSession::RowAdded() {
+    ShowRow(Messages().Rows().back());
     if (!reporting_) {
         ShowMessageList(true);
     }
@@ -34,6 +37,19 @@ void CWindowSession::ClearMessages() {
     CConfiguratorSession::ClearMessages();
     message_list_.Clear();
     current_message_ = 0;
+}
+
+void CWindowSession::RestoreMessages(std::size_t rows) {
+    if (rows >= Messages().Rows().size()) {
+        return;
+    }
+    CutMessages(rows);
+    message_list_.Clear();
+    for (const CMessageList::TRow &row : Messages().Rows()) {
+        ShowRow(row);
+    }
+    current_message_ = std::min(current_message_, rows);
+    message_list_.SelectRow(current_message_);
 }
 
 void CWindowSession::ShowMessageList(bool shown) {

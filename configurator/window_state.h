@@ -51,9 +51,9 @@ private:
 /// Of the two shapes, sheet and text, the one on the active tab holds; changing the tab translates.
 ///
 /// The members lie in several files: window_layout.cpp builds the views, window_open.cpp opens the session,
-/// window_events.cpp takes commands and what the model reports, window_history.cpp takes steps back, window_messages.cpp has the message list,
-/// window_flows.cpp translating and repair, window_save.cpp saving, window_close.cpp the end, device_search.cpp the
-/// search.
+/// window_events.cpp takes commands and what the model reports, window_history.cpp takes steps back,
+/// window_messages.cpp has the message list, window_flows.cpp translating and repair, window_save.cpp saving,
+/// window_close.cpp the end, device_search.cpp the search.
 class CWindowSession final : public CConfiguratorSession, private CModelListener {
 public:
     explicit CWindowSession(CConfiguratorWindow &window);
@@ -156,12 +156,13 @@ private:
 
     // window_history.cpp
     CSheetHistory::TAction Snapshot();
-    void CutMessages(std::size_t rows);
     void ShowHistoryState();
     void UpdateUndoMenu(std::uint32_t tab);
 
     // window_messages.cpp
+    void ShowRow(const CMessageList::TRow &row);
     void RowAdded();
+    void RestoreMessages(std::size_t rows);
     void ShowMessageList(bool shown);
     void NextMessage();
     void ChooseMessage();
