@@ -114,6 +114,8 @@ public:
     /// Releases what the item owns.
     virtual void Done();
 
+    /// The value came from a text, though it may have come through a clone: no default replaces it.
+    virtual void CountAsGiven() {}
     /// Does what Clone does to the item that is cloned.
     virtual void ForceIntoRange() {}
 

@@ -126,6 +126,7 @@ bool CParReader::ReadSection(const TParSectionRef &section) {
     if (instance->Names() != nullptr && results) {
         const CScopeGuard scope(instance);
         instance->Names()->Items().CopyValues(*results);
+        instance->Names()->Items().CountAsGiven();
     }
     results.reset();
     ReadKeys(*definition, *instance);
@@ -173,7 +174,9 @@ CKeyDef *CParReader::KeyFor(std::string_view text, CSectionDef &definition, CSec
     const CKeyDef *found = patterns[matcher_.Winner()];
     const std::unique_ptr<CItemSeq> results = matcher_.TakeResults();
     if (found->Has(nfMultiple)) {
-        return &instance.AddKey(found->Clone(true, results.get()));
+        CKeyDef &row = instance.AddKey(found->Clone(true, results.get()));
+        row.Names()->Items().CountAsGiven();
+        return &row;
     }
     const auto &instances = instance.Keys();
     const auto in_instance = std::find_if(instances.begin(), instances.end(),
@@ -186,6 +189,7 @@ CKeyDef *CParReader::KeyFor(std::string_view text, CSectionDef &definition, CSec
         const CScopeGuard section_scope(&instance);
         const CScopeGuard key_scope(&key);
         key.Names()->Items().CopyValues(*results);
+        key.Names()->Items().CountAsGiven();
     }
     return &key;
 }
