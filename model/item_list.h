@@ -23,7 +23,7 @@ public:
     bool AppendText(kq_base::CTextBuffer &text);
     /// Publishes all items. From then on the node answers their questions about channels.
     void PublishAll();
-    /// The values of a name came from a text.
+    /// The values of a name came from a text: see CItem.
     void CountAsGiven();
     /// Gives back what others can see of the items.
     void GiveBack();

@@ -60,7 +60,9 @@ TEST_F(CAddDefined, WhereARangeHoldsTheFirstChannel) {
         {"4 - 6 real input", "def 4 9 - - x", "+", "4-6 real input Dtd 'x'; 7-9 - - Dtdc", ""},
         // The rest goes the same way again, through whatever it meets.
         {"1 - 2 real input 4 - 5 real input 7 real input", "def 1 9 real input x", "+",
-         "1-2 real input D 'x'; 3-9 real input Dc; 4-5 real input; 7-7 real input", ""},
+         "1-2 real input D 'x'; 3-3 real input Dc; 4-5 real input Dc; 6-6 real input Dc; 7-7 real input Dc; 8-9 real "
+         "input Dc",
+         ""},
         {"1 - 2 real input 3 - 5 real input 6 - 8 real input", "def 2 7 real input x", "+",
          "1-1 real input; 2-2 real input D 'x'; 3-5 real input Dc; 6-7 real input Dc; 8-8 real input", ""},
         {"4294967290 - 4294967295 real input", "def 4294967293 4294967295 real input", "+",
@@ -77,11 +79,16 @@ TEST_F(CAddDefined, WhereARangeHoldsOnlyTheLastChannel) {
          "3-4 boolean input D; 5-6 real input Dc 'x'; 7-8 real input 'x'", ""},
         {"5 - 8 real input", "def 3 8 boolean - x", "+", "3-4 boolean - Dd; 5-8 real input Ddc 'x'", ""},
         // The channel at the range's start becomes defined, but not free.
-        {"5 - 8 real input", "def 3 5 - - x", "+", "3-4 - - Dtd; 5-5 real input Dc 'x'; 6-8 real input", ""},
+        {"5 - 8 real input", "def 3 5 - - x", "+", "3-4 - - Dtd; 5-5 real input Dtdc 'x'; 6-8 real input", ""},
         {"5 real input", "def 3 5 - - x", "+", "3-4 - - Dtd; 5-5 real input Dtdc 'x'", ""},
         {"2 - 3 real input 5 - 8 real input", "def 1 6 real input x", "+",
-         "1-4 real input D; 2-3 real input; 5-6 real input Dc 'x'; 7-8 real input 'x'", ""},
-        {"3 real input", "def 1 5 boolean output x", "+", "1-5 boolean output D 'x'; 3-3 real input", ""},
+         "1-1 real input D; 2-3 real input Dc; 4-4 real input Dc; 5-6 real input Dc 'x'; 7-8 real input 'x'", ""},
+        {"3 real input", "def 1 5 boolean output x", "+", "1-5 boolean output D 'x'", ""},
+        {"3 real input 5 boolean input 7 - 8 real input", "def 1 9 real - x", "+",
+         "1-2 real - Dd 'x'; 3-3 real input Ddc; 4-6 real - Ddc; 7-8 real input Ddc; 9-9 real - Ddc", ""},
+        // A defined one inside isn't noticed, nor are others then.
+        {"3 real input", "def 5 5 boolean input; def 1 6 real input", "+ +",
+         "1-6 real input D; 3-3 real input; 5-5 boolean input D", ""},
     });
 }
 
@@ -189,7 +196,8 @@ TEST_F(CChangeParameter, APiecedBlock) {
         {"9 - 13 real input 10 - 11 real input", "def 0 0 real input; from 0 10", "+ +",
          "10-10 real input D; 11-13 real input; 11-11 real input", ""},
         // A definition laid over a range keeps its hold when both come to start at one number.
-        {"3 real input", "def 1 5 real input; from 1 3; from 3 4; remove 4", "+ + + +", "3-3 real input", ""},
+        {"3 real input", "def 5 5 real input; def 1 6 real input; from 1 3; from 3 4; remove 4", "+ + + + +",
+         "3-3 real input; 5-5 real input D", ""},
     });
 }
 
@@ -347,7 +355,7 @@ TEST(ChannelRangeTable, RowsAndUndefinedRanges) {
     EXPECT_EQ(owner.selected, 1U);
     table.SelectRow(6);
     EXPECT_EQ(owner.selected, 1U);
-    CRangeProgram(table, "def 4 6 real input; from 4 5").Run();
+    CRangeProgram(table, "def 6 6 real input; def 4 8 real input; from 4 5").Run();
     table.SelectRow(5);
     EXPECT_EQ(owner.selected, 3U);
     table.LoadDmfText("begin 5 real input 5 real input 9 real output 7 integer input");
