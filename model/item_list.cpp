@@ -28,6 +28,12 @@ void CItemSeq::PublishAll() {
     }
 }
 
+void CItemSeq::CountAsGiven() {
+    for (const auto &item : items_) {
+        item->CountAsGiven();
+    }
+}
+
 void CItemSeq::GiveBack() {
     for (const auto &item : items_) {
         item->GiveBack();

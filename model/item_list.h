@@ -23,6 +23,8 @@ public:
     bool AppendText(kq_base::CTextBuffer &text);
     /// Publishes all items. From then on the node answers their questions about channels.
     void PublishAll();
+    /// The values of a name came from a text: see CItem.
+    void CountAsGiven();
     /// Gives back what others can see of the items.
     void GiveBack();
     /// True if every item may be left without a value, also for an empty list.
