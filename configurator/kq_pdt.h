@@ -62,6 +62,8 @@ enum TConfiguratorCommand : std::uint32_t {
     cmSearchDevices = 0x451,
     cmDriverHelp = 0x452,
     cmRepairDmf = 0x453,
+    cmUndo = 0x460,
+    cmRedo = 0x461,
     cmClose = kCloseRequest,
 };
 
@@ -168,7 +170,7 @@ public:
 private:
     friend struct TConfiguratorAccess;
     struct TState;
-    explicit CConfiguratorWindow(std::unique_ptr<TState> state);
+    CConfiguratorWindow();
 
     std::unique_ptr<TState> state_;
 };

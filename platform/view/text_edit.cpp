@@ -120,8 +120,15 @@ CToolBox &CTextView::ToolBox() {
 void CTextView::EndToolBox() { tool_box_.reset(); }
 
 void CTextView::UpdateTools() {
+    const bool undo = CanUndo();
+    const bool redo = CanRedo();
     if (tool_box_ != nullptr) {
-        tool_box_->Enable(cmTextUndo, CanUndo());
-        tool_box_->Enable(cmTextRedo, CanRedo());
+        tool_box_->Enable(cmTextUndo, undo);
+        tool_box_->Enable(cmTextRedo, redo);
+    }
+    if (step_receiver_ != nullptr && (undo != told_undo_ || redo != told_redo_)) {
+        told_undo_ = undo;
+        told_redo_ = redo;
+        MakeEvent(*step_receiver_, ecNotice, kStepsChanged);
     }
 }

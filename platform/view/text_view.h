@@ -52,6 +52,9 @@ public:
 
     static constexpr std::uint32_t kMaxSize = 0xFFFFFFFF;
 
+    /// The code, of class ecNotice, that tells of steps.
+    static constexpr std::uint32_t kStepsChanged = 0xC8;
+
     /// A word that is shown in a colour of its own.
     struct TColoredId {
         kq_base::TText name;
@@ -129,6 +132,9 @@ public:
     void ClearColoredIdList();
     const std::vector<TColoredId> &ColoredIds() const { return colored_ids_; }
 
+    /// Who gets kStepsChanged when a step to be undone or made again comes or goes, not owned.
+    void SetStepReceiver(CEventHandler *receiver) { step_receiver_ = receiver; }
+
     /// The view's own tool box, which the window may rearrange and give a receiver; at first that is the view.
     CToolBox &ToolBox();
     /// Ends it. One that is asked for later is a new one.
@@ -182,4 +188,7 @@ private:
     std::unique_ptr<CTextLines> lines_;
     std::unique_ptr<CTextHistory> history_;
     std::unique_ptr<CToolBox> tool_box_;
+    CEventHandler *step_receiver_ = nullptr;
+    bool told_undo_ = false;  ///< what the receiver heard last
+    bool told_redo_ = false;
 };
