@@ -44,6 +44,11 @@ bool CItemSeq::AllOptional() const {
     return std::all_of(items_.begin(), items_.end(), [](const auto &item) { return item->IsOptional(); });
 }
 
+bool CItemSeq::HasModule() const {
+    return std::any_of(items_.begin(), items_.end(),
+                       [](const auto &item) { return item->Code() == TItemCode::kDll; });
+}
+
 bool CItemSeq::AnyEnabled() const {
     return std::any_of(items_.begin(), items_.end(), [](const auto &item) { return item->IsEnabled(); });
 }

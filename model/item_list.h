@@ -29,6 +29,8 @@ public:
     void GiveBack();
     /// True if every item may be left without a value, also for an empty list.
     bool AllOptional() const;
+    /// True if some item is a choice among modules.
+    bool HasModule() const;
     /// True if some item's condition holds or it has none.
     bool AnyEnabled() const;
     void CloneInto(CItemSeq &target) const;

@@ -55,11 +55,15 @@ void CParReader::Read(std::string_view text) {
             {std::string(scanner.SectionName()), scanner.GetActSectionHandle(), scanner.GetSectionLine()});
     }
     TPending retry;
-    bool any_read = RunPass(pending, retry);
-    while (any_read && !retry.empty()) {
+    waits_for_sources_ = true;
+    while (true) {
+        const bool any_read = RunPass(pending, retry);
+        if (retry.empty() || !(any_read || waits_for_sources_)) {
+            break;
+        }
+        waits_for_sources_ = any_read;
         pending = std::move(retry);
         retry.clear();
-        any_read = RunPass(pending, retry);
     }
     for (const TParSectionRef &section : retry) {
         AddUnknownSection(section);
@@ -69,7 +73,6 @@ void CParReader::Read(std::string_view text) {
     scanner.Done();
 }
 
-/// True if any section was read.
 bool CParReader::RunPass(const TPending &pending, TPending &retry) {
     sheet_data_.Assignments().SetReading(true);
     bool any_read = false;
@@ -129,7 +132,8 @@ CSectionDef *CParReader::MatchInstance(std::string_view name, std::unique_ptr<CI
     return fresh != nullptr ? fresh : first;
 }
 
-/// False if neither a definition nor an instance has the name, so that a later pass may.
+/// False if neither a definition nor an instance has the name, so that a later pass may. A dependent section that no value
+/// has created yet waits as long as others can be read, since one of them may publish the value.
 bool CParReader::ReadSection(const TParSectionRef &section) {
     std::unique_ptr<CItemSeq> results;
     CSectionDef *definition = MatchDefinition(section.name, results);
@@ -150,6 +154,9 @@ bool CParReader::ReadSection(const TParSectionRef &section) {
         const bool waits =
             first != nullptr && definition->Has(nfModule) && definition->Has(nfRequired) && !first->WasTaken();
         instance = waits || !definition->Has(nfMultiple) ? first : nullptr;
+        if (instance == nullptr && definition->DependOn() != nullptr && waits_for_sources_) {
+            return false;
+        }
     }
     if (instance == nullptr) {
         instance = &sheet_data_.Instances().Append(definition->Clone(true));
@@ -238,15 +245,19 @@ CKeyDef *CParReader::KeyFor(std::string_view text, CSectionDef &definition, CSec
 }
 
 /// The texts go to the values of the key in order. A value that is switched off is passed over, and one that may stay
-/// empty leaves a text that it doesn't accept to the next. A value is published as it is taken, so it can switch later
+/// empty leaves a text that it doesn't accept to the next. A module's name is written in any case, so it is taken from
+/// the text while it is switched off, too, if it is there. A value is published as it is taken, so it can switch later
 /// ones.
 void CParReader::ReadValues(std::string_view key_text, CSectionDef &instance, CKeyDef &key) {
     const auto &pars = key.Pars();
     std::size_t next = 0;
-    const auto skip_disabled = [&] {
+    const auto is_enabled = [&](const CParDef &par) {
         const CScopeGuard section_scope(&instance);
         const CScopeGuard key_scope(&key);
-        while (next < pars.size() && !pars[next]->AnyEnabled()) {
+        return par.AnyEnabled();
+    };
+    const auto skip_disabled = [&] {
+        while (next < pars.size() && !pars[next]->Items().HasModule() && !is_enabled(*pars[next])) {
             ++next;
         }
     };
@@ -263,7 +274,7 @@ void CParReader::ReadValues(std::string_view key_text, CSectionDef &instance, CK
         CParDef &par = *pars[next];
         if (TakeValue(value, has_separator, separator, instance, key, par)) {
             next_value();
-        } else if (!par.AllOptional()) {
+        } else if (!par.AllOptional() && is_enabled(par)) {
             ReportRefusedValue(key_text, value);
             next_value();
         }

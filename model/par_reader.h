@@ -37,6 +37,7 @@ private:
     };
     using TPending = std::vector<TParSectionRef>;
 
+    /// True if any section was read.
     bool RunPass(const TPending &pending, TPending &retry);
     bool ReadSection(const TParSectionRef &section);
     CSectionDef *MatchDefinition(std::string_view name, std::unique_ptr<CItemSeq> &results);
@@ -58,6 +59,7 @@ private:
     par_scanner::CParScanner *scanner_ = nullptr;
     CMatcher matcher_;
     std::vector<CSectionDef *> candidates_;
+    bool waits_for_sources_ = true;  ///< a dependent section that nothing has created yet is left to a later pass
 };
 
 }  // namespace kq_pdt
