@@ -37,7 +37,8 @@ private:
     bool EditCount(const TChannelEdit &edit);
     bool EditLast(const TChannelEdit &edit);
     bool EditChannelWord(std::uint32_t keyword, const TValueMap &map, TCellEditor &editor);
-    void TellNode(std::uint32_t keyword, std::uint32_t value);
+    /// Hands a number to the item of the node that is for it; refused if it doesn't fit there.
+    bool TellNode(std::uint32_t keyword, std::uint32_t value);
     bool DefineRange(std::uint64_t first, std::uint64_t last);
     bool RefuseChannel();
 };

@@ -17,12 +17,9 @@ struct CCellItem::TChannelEdit {
     bool TakenAway() const { return new_value.kind == TParKind::pvUndefined; }
 };
 
-void CCellItem::TellNode(std::uint32_t keyword, std::uint32_t value) {
+bool CCellItem::TellNode(std::uint32_t keyword, std::uint32_t value) {
     CDefNode *node = AskedNode();
-    if (node != nullptr && node->Has(nfChannels)) {
-        bool matched = false;
-        node->SetChannelAttr(keyword, value, {}, matched);
-    }
+    return node == nullptr || !node->Has(nfChannels) || node->TakeNumber(keyword, value) || RefuseChannel();
 }
 
 bool CCellItem::RefuseChannel() {
@@ -67,10 +64,7 @@ bool CCellItem::EditFirst(const TChannelEdit &edit, bool by_count) {
             return RefuseChannel();
         }
     }
-    if (takes_along) {
-        TellNode(kwChTo, number);
-    }
-    return true;
+    return !takes_along || TellNode(kwChTo, number);
 }
 
 bool CCellItem::EditCount(const TChannelEdit &edit) {
@@ -115,7 +109,7 @@ bool CCellItem::EditLast(const TChannelEdit &edit) {
     }
     if (number < first) {
         node.SetRangeFirst(number);
-        TellNode(kwChFrom, number);
+        return TellNode(kwChFrom, number);
     }
     return true;
 }

@@ -85,6 +85,16 @@ std::uint32_t CChannelsGroupItem::CurrentWord(const CChannelCondList *rows, std:
     return GetChannelAttr(keyword, code) ? code : kUndefinedCode;
 }
 
+/// In an edit a range that doesn't fit is refused, also where a reading would take it. The table still reports why, if
+/// it finds a reason; what it does besides goes with the edit.
+bool CChannelsGroupItem::LayRange() {
+    const bool edits = sheet_data_->Edit() != nullptr;
+    if (edits && sheet_data_->DefineFittingRange(from_.number, to_.number, type_, direction_)) {
+        return true;
+    }
+    return sheet_data_->AddUnnamedChannelRange(from_.number, to_.number, type_, direction_) && !edits;
+}
+
 bool CChannelsGroupItem::Define() {
     if (defined_) {
         return true;
@@ -109,7 +119,7 @@ bool CChannelsGroupItem::Define() {
     if (type_ == 0 || direction_ == 0) {
         return false;
     }
-    defined_ = sheet_data_->AddUnnamedChannelRange(from_.number, to_.number, type_, direction_);
+    defined_ = LayRange();
     return defined_;
 }
 

@@ -44,6 +44,7 @@ public:
     const std::unique_ptr<CChannelCondList> &DirectionRows() const { return direction_rows_; }
 
 private:
+    bool LayRange();
     std::uint32_t CurrentWord(const CChannelCondList *rows, std::uint32_t keyword);
     bool FollowWord(const CChannelCondList *rows, std::uint32_t keyword, std::uint32_t &stored);
     void FollowBounds(const CVariable *variable, bool &ok);

@@ -69,8 +69,11 @@ public:
 
     // Channels: def_node_channels.cpp
 
-    /// Makes a block of channels for a node that has none yet, and its groups. False if one of them can't be.
+    /// Makes a block of channels for a node that has none yet, and its groups. False if one of them can't be, or its
+    /// numbers aren't in the ranges of their items.
     virtual bool CommitChannels();
+    /// Hands a channel number to the item that is for it. False if there is one and it can't take the number.
+    bool TakeNumber(std::uint32_t keyword, std::uint32_t number);
     /// Looks through the items for the answer to a channel attribute; 0xFFFFFFFF if none has one.
     virtual void GetChannelAttr(std::uint32_t keyword, std::uint32_t &value);
     /// Hands a channel attribute to the first item that is for it.

@@ -132,6 +132,11 @@ void CDefNode::FollowWords() {
     sheet_data_->Ranges().SetKind(range_first_, type, direction);
 }
 
+bool CDefNode::TakeNumber(std::uint32_t keyword, std::uint32_t number) {
+    bool matched = false;
+    return SetChannelAttr(keyword, number, {}, matched) || !matched;
+}
+
 bool CDefNode::CommitChannels() {
     const CScopeGuard scope(this);
     for (const auto &group : groups_) {
@@ -158,16 +163,19 @@ bool CDefNode::CommitChannels() {
         return false;
     }
     SetRangeFirst(first);
-    bool matched = false;
     std::uint32_t present = kNoNumber;
     GetChannelAttr(kwChFrom, present);
-    if (present != kNoNumber) {
-        SetChannelAttr(kwChFrom, first, {}, matched);
-        SetChannelAttr(kwChTo, last, {}, matched);
+    const bool by_bounds = present != kNoNumber;
+    if (by_bounds ? !TakeNumber(kwChFrom, first) || !TakeNumber(kwChTo, last) : !TakeNumber(kwChNumber, first)) {
+        RemoveRange();
+        sheet_data_->ShowBadChannel();
+        return false;
+    }
+    if (by_bounds) {
         FollowWords();
         return true;
     }
-    SetChannelAttr(kwChNumber, first, {}, matched);
+    bool matched = false;
     SetChannelAttr(kwChCount, 1, {}, matched);
     if (!matched) {
         // No item took the count, so the template fixes it, and the range has to grow to it.

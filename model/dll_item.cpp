@@ -32,12 +32,8 @@ const kq_base::TText *CDllItem::Selected() const {
     return selected_index_ < names_.size() ? &names_[selected_index_] : nullptr;
 }
 
-void CDllItem::Publish() {
-    if (!published_) {
-        RefreshModule();
-    }
-    published_ = true;
-}
+/// A section that came with a module is published before its text is read, and again afterwards.
+void CDllItem::Publish() { RefreshModule(); }
 
 bool CDllItem::AppendText(kq_base::CTextBuffer &text) {
     const kq_base::TText *name = Selected();

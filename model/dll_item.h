@@ -57,7 +57,6 @@ private:
 
     CParSheetData *sheet_data_;
     CNameList names_;
-    bool published_ = false;  ///< Publish has run once
     bool listed_ = false;     ///< names_ holds modules
     std::uint32_t selected_index_ = kNoNumber;
     kq_base::TText loaded_name_;  ///< whose template is loaded; empty without one

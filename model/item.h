@@ -72,7 +72,8 @@ public:
     virtual bool GetChannelAttr(std::uint32_t keyword, std::uint32_t &value);
     /// Stores a value given as a record; false if the item can't hold it.
     virtual bool SetValue(const TParValue &value);
-    /// Stores a channel attribute. matched tells if this item is the one for it, the result if it took the value.
+    /// Stores a channel attribute; true if the item took the value. A channel's number has to be in the item's range.
+    /// matched becomes true if this item is one for the attribute.
     virtual bool SetChannelAttr(std::uint32_t keyword, std::uint32_t number, std::string_view text, bool &matched);
     /// The value as a record; untouched where an item has none to give.
     virtual void GetValue(TParValue &value);
@@ -114,6 +115,11 @@ public:
     /// Releases what the item owns.
     virtual void Done();
 
+    /// The value of a name came from a text, be it through a clone: no default replaces it, and the variable has it. To
+    /// be called inside the scopes of the item's nodes.
+    virtual void CountAsGiven() {}
+    /// Is the number one that a person may give the item?
+    virtual bool IsInRange(std::uint32_t /*number*/) const { return true; }
     /// Does what Clone does to the item that is cloned.
     virtual void ForceIntoRange() {}
 

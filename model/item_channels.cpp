@@ -103,14 +103,17 @@ bool CItem::GetChannelAttr(std::uint32_t keyword, std::uint32_t &value) {
 }
 
 bool CItem::SetChannelAttr(std::uint32_t keyword, std::uint32_t number, std::string_view text, bool &matched) {
-    matched = false;
     if (!HasRole(RoleOf(keyword))) {
         return false;
     }
     if (IsNumberAttribute(keyword)) {
         const TChannelAttributes *channel = Attributes().channel.get();
-        matched = channel == nullptr || channel->fixed_keyword != keyword;
-        if (!matched || !SetValue(TParValue::Number(number))) {
+        if (channel != nullptr && channel->fixed_keyword == keyword) {
+            return false;
+        }
+        matched = true;
+        const bool fits = keyword == kwChCount || IsInRange(number);
+        if (!fits || !SetValue(TParValue::Number(number))) {
             return false;
         }
         PublishValue(TParValue::Number(number));

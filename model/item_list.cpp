@@ -28,6 +28,12 @@ void CItemSeq::PublishAll() {
     }
 }
 
+void CItemSeq::CountAsGiven() {
+    for (const auto &item : items_) {
+        item->CountAsGiven();
+    }
+}
+
 void CItemSeq::GiveBack() {
     for (const auto &item : items_) {
         item->GiveBack();
@@ -36,6 +42,11 @@ void CItemSeq::GiveBack() {
 
 bool CItemSeq::AllOptional() const {
     return std::all_of(items_.begin(), items_.end(), [](const auto &item) { return item->IsOptional(); });
+}
+
+bool CItemSeq::HasModule() const {
+    return std::any_of(items_.begin(), items_.end(),
+                       [](const auto &item) { return item->Code() == TItemCode::kDll; });
 }
 
 bool CItemSeq::AnyEnabled() const {

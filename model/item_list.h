@@ -23,10 +23,14 @@ public:
     bool AppendText(kq_base::CTextBuffer &text);
     /// Publishes all items. From then on the node answers their questions about channels.
     void PublishAll();
+    /// The values of a name came from a text: see CItem.
+    void CountAsGiven();
     /// Gives back what others can see of the items.
     void GiveBack();
     /// True if every item may be left without a value, also for an empty list.
     bool AllOptional() const;
+    /// True if some item is a choice among modules.
+    bool HasModule() const;
     /// True if some item's condition holds or it has none.
     bool AnyEnabled() const;
     void CloneInto(CItemSeq &target) const;

@@ -24,6 +24,7 @@ public:
     bool ParseValue(std::string_view text, std::uint32_t first, std::uint32_t end) override;
     void ParsePiece(const TMatchPiece &piece) override;
     void TakePiece(const TMatchPiece &piece) override;
+    bool IsInRange(std::uint32_t number) const override;
     void ForceIntoRange() override;
 
 protected:
@@ -34,8 +35,6 @@ protected:
     TParValue TypedValue(const TCellEditor &editor) const override;
 
 private:
-    bool IsInRange(std::uint32_t number) const;
-
     std::uint32_t value_ = 0;
     kq_base::TText parse_buffer_;  ///< the digits taken so far
 };

@@ -28,6 +28,7 @@ public:
     void CloseEditor(std::unique_ptr<TCellEditor> &editor, bool accept) override;
     void SetAttribute(std::uint32_t keyword, std::uint32_t form, std::string_view text, CVarScope *scope) override;
     bool Match(std::string_view text, std::uint32_t position, TMatchStep &step) override;
+    void CountAsGiven() override { Publish(); }
     bool ParseValue(std::string_view text, std::uint32_t first, std::uint32_t end) override;
     void TakePiece(const TMatchPiece &piece) override;
 

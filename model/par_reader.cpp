@@ -1,6 +1,7 @@
 #include "model/par_reader.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "model/const_item.h"
 #include "model/sheet_data.h"
@@ -9,6 +10,35 @@
 #include "scanner/text_par_scanner.h"
 
 namespace kq_pdt {
+
+namespace {
+
+/// Puts the variables of definitions back at its end. Where a name publishes, matching it assigns to them; but every
+/// name is matched with the values that the template gives, and every instance begins with those.
+class CTemplateValues {
+public:
+    CTemplateValues() = default;
+    ~CTemplateValues() {
+        for (const auto &[variable, value] : values_) {
+            variable->Replace(value);
+        }
+    }
+    CTemplateValues(const CTemplateValues &) = delete;
+    CTemplateValues &operator=(const CTemplateValues &) = delete;
+
+    void Keep(const CDefNode &node) {
+        if (node.Scope() != nullptr) {
+            for (const auto &[name, variable] : node.Scope()->Variables()) {
+                values_.emplace_back(variable.get(), variable->Stored());
+            }
+        }
+    }
+
+private:
+    std::vector<std::pair<CVariable *, TParValue>> values_;
+};
+
+}  // namespace
 
 void CParReader::Warn(std::string_view text1, std::string_view text2, std::uint32_t line) {
     if (CReportWindow *window = sheet_data_.Window()) {
@@ -25,11 +55,15 @@ void CParReader::Read(std::string_view text) {
             {std::string(scanner.SectionName()), scanner.GetActSectionHandle(), scanner.GetSectionLine()});
     }
     TPending retry;
-    bool any_read = RunPass(pending, retry);
-    while (any_read && !retry.empty()) {
+    waits_for_sources_ = true;
+    while (true) {
+        const bool any_read = RunPass(pending, retry);
+        if (retry.empty() || !(any_read || waits_for_sources_)) {
+            break;
+        }
+        waits_for_sources_ = any_read;
         pending = std::move(retry);
         retry.clear();
-        any_read = RunPass(pending, retry);
     }
     for (const TParSectionRef &section : retry) {
         AddUnknownSection(section);
@@ -39,7 +73,6 @@ void CParReader::Read(std::string_view text) {
     scanner.Done();
 }
 
-/// True if any section was read.
 bool CParReader::RunPass(const TPending &pending, TPending &retry) {
     sheet_data_.Assignments().SetReading(true);
     bool any_read = false;
@@ -56,10 +89,12 @@ bool CParReader::RunPass(const TPending &pending, TPending &retry) {
 }
 
 CSectionDef *CParReader::MatchDefinition(std::string_view name, std::unique_ptr<CItemSeq> &results) {
+    CTemplateValues values;
     matcher_.Begin(name);
     candidates_.clear();
     for (const auto &definition : sheet_data_.Definitions()) {
         if (definition->Names() != nullptr) {
+            values.Keep(*definition);
             matcher_.AddPattern(definition->Names()->Items(), definition.get(), nullptr);
             candidates_.push_back(definition.get());
         }
@@ -97,7 +132,8 @@ CSectionDef *CParReader::MatchInstance(std::string_view name, std::unique_ptr<CI
     return fresh != nullptr ? fresh : first;
 }
 
-/// False if neither a definition nor an instance has the name, so that a later pass may.
+/// False if neither a definition nor an instance has the name, so that a later pass may. A dependent section that no value
+/// has created yet waits as long as others can be read, since one of them may publish the value.
 bool CParReader::ReadSection(const TParSectionRef &section) {
     std::unique_ptr<CItemSeq> results;
     CSectionDef *definition = MatchDefinition(section.name, results);
@@ -118,6 +154,9 @@ bool CParReader::ReadSection(const TParSectionRef &section) {
         const bool waits =
             first != nullptr && definition->Has(nfModule) && definition->Has(nfRequired) && !first->WasTaken();
         instance = waits || !definition->Has(nfMultiple) ? first : nullptr;
+        if (instance == nullptr && definition->DependOn() != nullptr && waits_for_sources_) {
+            return false;
+        }
     }
     if (instance == nullptr) {
         instance = &sheet_data_.Instances().Append(definition->Clone(true));
@@ -126,6 +165,7 @@ bool CParReader::ReadSection(const TParSectionRef &section) {
     if (instance->Names() != nullptr && results) {
         const CScopeGuard scope(instance);
         instance->Names()->Items().CopyValues(*results);
+        instance->Names()->Items().CountAsGiven();
     }
     results.reset();
     ReadKeys(*definition, *instance);
@@ -154,15 +194,16 @@ void CParReader::ReadKeys(CSectionDef &definition, CSectionDef &instance) {
     }
 }
 
-/// The instance key that a key of the text belongs to: one of its own for a `multiple` key, otherwise the clone of the
-/// definition. None for an unknown key.
-CKeyDef *CParReader::KeyFor(std::string_view text, CSectionDef &definition, CSectionDef &instance) {
-    const auto &keys = definition.Keys();
+const CKeyDef *CParReader::MatchKey(std::string_view text, CSectionDef &definition,
+                                    std::unique_ptr<CItemSeq> &results) {
+    CTemplateValues values;
+    values.Keep(definition);
     std::vector<const CKeyDef *> patterns;
-    patterns.reserve(keys.size());
+    patterns.reserve(definition.Keys().size());
     matcher_.Begin(text);
-    for (const auto &key : keys) {
+    for (const auto &key : definition.Keys()) {
         if (key->Names() != nullptr) {
+            values.Keep(*key);
             matcher_.AddPattern(key->Names()->Items(), &definition, key.get());
             patterns.push_back(key.get());
         }
@@ -170,36 +211,53 @@ CKeyDef *CParReader::KeyFor(std::string_view text, CSectionDef &definition, CSec
     if (!matcher_.Run()) {
         return nullptr;
     }
-    const CKeyDef *found = patterns[matcher_.Winner()];
-    const std::unique_ptr<CItemSeq> results = matcher_.TakeResults();
-    if (found->Has(nfMultiple)) {
-        return &instance.AddKey(found->Clone(true, results.get()));
-    }
-    const auto &instances = instance.Keys();
-    const auto in_instance = std::find_if(instances.begin(), instances.end(),
-                                          [found](const auto &key) { return key->Definition() == found; });
-    if (in_instance == instances.end()) {
+    results = matcher_.TakeResults();
+    return patterns[matcher_.Winner()];
+}
+
+/// The instance key that a key of the text belongs to: one of its own for a `multiple` key, otherwise the clone of the
+/// definition. None for an unknown key.
+CKeyDef *CParReader::KeyFor(std::string_view text, CSectionDef &definition, CSectionDef &instance) {
+    std::unique_ptr<CItemSeq> results;
+    const CKeyDef *found = MatchKey(text, definition, results);
+    if (found == nullptr) {
         return nullptr;
     }
-    CKeyDef &key = **in_instance;
-    if (key.Names() != nullptr) {
-        const CScopeGuard section_scope(&instance);
-        const CScopeGuard key_scope(&key);
-        key.Names()->Items().CopyValues(*results);
+    CKeyDef *key = nullptr;
+    if (found->Has(nfMultiple)) {
+        key = &instance.AddKey(found->Clone(true, results.get()));
+    } else {
+        const auto &instances = instance.Keys();
+        const auto in_instance = std::find_if(instances.begin(), instances.end(),
+                                              [found](const auto &other) { return other->Definition() == found; });
+        if (in_instance == instances.end()) {
+            return nullptr;
+        }
+        key = in_instance->get();
     }
-    return &key;
+    const CScopeGuard section_scope(&instance);
+    const CScopeGuard key_scope(key);
+    if (!found->Has(nfMultiple)) {
+        key->Names()->Items().CopyValues(*results);
+    }
+    key->Names()->Items().CountAsGiven();
+    return key;
 }
 
 /// The texts go to the values of the key in order. A value that is switched off is passed over, and one that may stay
-/// empty leaves a text that it doesn't accept to the next. A value is published as it is taken, so it can switch later
+/// empty leaves a text that it doesn't accept to the next. A module's name is written in any case, so it is taken from
+/// the text while it is switched off, too, if it is there. A value is published as it is taken, so it can switch later
 /// ones.
 void CParReader::ReadValues(std::string_view key_text, CSectionDef &instance, CKeyDef &key) {
     const auto &pars = key.Pars();
     std::size_t next = 0;
-    const auto skip_disabled = [&] {
+    const auto is_enabled = [&](const CParDef &par) {
         const CScopeGuard section_scope(&instance);
         const CScopeGuard key_scope(&key);
-        while (next < pars.size() && !pars[next]->AnyEnabled()) {
+        return par.AnyEnabled();
+    };
+    const auto skip_disabled = [&] {
+        while (next < pars.size() && !pars[next]->Items().HasModule() && !is_enabled(*pars[next])) {
             ++next;
         }
     };
@@ -216,7 +274,7 @@ void CParReader::ReadValues(std::string_view key_text, CSectionDef &instance, CK
         CParDef &par = *pars[next];
         if (TakeValue(value, has_separator, separator, instance, key, par)) {
             next_value();
-        } else if (!par.AllOptional()) {
+        } else if (!par.AllOptional() && is_enabled(par)) {
             ReportRefusedValue(key_text, value);
             next_value();
         }

@@ -37,12 +37,14 @@ private:
     };
     using TPending = std::vector<TParSectionRef>;
 
+    /// True if any section was read.
     bool RunPass(const TPending &pending, TPending &retry);
     bool ReadSection(const TParSectionRef &section);
     CSectionDef *MatchDefinition(std::string_view name, std::unique_ptr<CItemSeq> &results);
     CSectionDef *MatchCandidates(std::string_view name, std::unique_ptr<CItemSeq> &results);
     CSectionDef *MatchInstance(std::string_view name, std::unique_ptr<CItemSeq> &results);
     void ReadKeys(CSectionDef &definition, CSectionDef &instance);
+    const CKeyDef *MatchKey(std::string_view text, CSectionDef &definition, std::unique_ptr<CItemSeq> &results);
     CKeyDef *KeyFor(std::string_view text, CSectionDef &definition, CSectionDef &instance);
     void ReadValues(std::string_view key_text, CSectionDef &instance, CKeyDef &key);
     bool TakeValue(std::string_view value, bool has_separator, std::uint32_t separator, CSectionDef &instance,
@@ -57,6 +59,7 @@ private:
     par_scanner::CParScanner *scanner_ = nullptr;
     CMatcher matcher_;
     std::vector<CSectionDef *> candidates_;
+    bool waits_for_sources_ = true;  ///< a dependent section that nothing has created yet is left to a later pass
 };
 
 }  // namespace kq_pdt

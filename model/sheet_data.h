@@ -91,6 +91,8 @@ public:
     bool AddUnnamedChannelRange(std::uint32_t first, std::uint32_t last, std::uint32_t type, std::uint32_t direction);
     /// Lays the block of a node that gets its numbers in an edit. False if it doesn't fit, which the user is told.
     bool DefineChannelRange(std::uint32_t first, std::uint32_t last, std::uint32_t type, std::uint32_t direction);
+    /// The same without a word to the user.
+    bool DefineFittingRange(std::uint32_t first, std::uint32_t last, std::uint32_t type, std::uint32_t direction);
     /// Reserves count channels after all others, of no type and direction; gives the first number.
     std::uint32_t NewChannelRange(bool defined, std::uint32_t count);
     void SelectChannelRange(std::uint32_t first);

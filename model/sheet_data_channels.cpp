@@ -58,14 +58,22 @@ bool CParSheetData::AddUnnamedChannelRange(std::uint32_t first, std::uint32_t la
     return added;
 }
 
+bool CParSheetData::DefineFittingRange(std::uint32_t first, std::uint32_t last, std::uint32_t type,
+                                       std::uint32_t direction) {
+    const bool fits = ranges_.DefineIfFits(first, last, type, direction);
+    if (fits) {
+        TellChannelsChanged();
+    }
+    return fits;
+}
+
 bool CParSheetData::DefineChannelRange(std::uint32_t first, std::uint32_t last, std::uint32_t type,
                                        std::uint32_t direction) {
-    if (!ranges_.DefineIfFits(first, last, type, direction)) {
+    const bool defined = DefineFittingRange(first, last, type, direction);
+    if (!defined) {
         ShowBadChannel();
-        return false;
     }
-    TellChannelsChanged();
-    return true;
+    return defined;
 }
 
 std::uint32_t CParSheetData::NewChannelRange(bool defined, std::uint32_t count) {

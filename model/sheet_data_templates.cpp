@@ -127,22 +127,27 @@ void CParSheetData::LoadModuleTemplate(TLoadedModule &loaded, std::string_view n
     Post(cmRebuildSheets);
 }
 
+/// What the required sections publish may concern sections that the template declares further down, so all definitions
+/// are there first.
 void CParSheetData::TakeModuleSections(CSectionList &sections, TLoadedModule &loaded) {
     Post(cmKeywordsChanged);
     for (std::unique_ptr<CSectionDef> &section : sections) {
         CSectionDef &definition = AppendDefinition(std::move(section));
         definition.SetFlag(nfModule);
         loaded.sections.push_back(&definition);
-        if (!definition.Has(nfRequired)) {
+    }
+    const std::vector<CSectionDef *> taken = loaded.sections;
+    for (CSectionDef *definition : taken) {
+        if (!definition->Has(nfRequired)) {
             continue;
         }
-        CSectionDef &instance = instances_.Append(definition.Clone(true));
+        CSectionDef &instance = instances_.Append(definition->Clone(true));
         instance.PublishTree();
         // While a file is read the section's text may still come and define its channels.
         if (!reading_par_ && !instance.IsReleased() && !instance.CommitChannels()) {
             Refuse(true);
         }
-        if (loaded.sections.empty() || loaded.sections.back() != &definition) {
+        if (loaded.sections != taken) {
             return;  // what was published has switched this very module off
         }
     }

@@ -79,8 +79,8 @@ bool CSheetEdit::Establish(TNode &node) {
         return false;
     }
     if (!node.IsReleased() && !node.CommitChannels()) {
-        refusal_ = TRefusal::kGroup;
-        data_.Refuse(data_.Edit()->bad_channel);
+        refusal_ = data_.Edit()->bad_channel ? TRefusal::kBadChannel : TRefusal::kGroup;
+        data_.Refuse();
         return false;
     }
     return true;

@@ -73,6 +73,11 @@ bool CTypedItem::TakeDefault() {
 
 TParValue CTypedItem::PublishedValue() const { return undefined_ || !IsEnabled() ? TParValue::Undefined() : Stored(); }
 
+void CTypedItem::CountAsGiven() {
+    has_value_ = true;
+    PublishValue(Stored());
+}
+
 void CTypedItem::ParameterChanged(const CVariable *variable, const TParValue &value, bool &ok) {
     const TItemAttributes &attributes = Attributes();
     if (!has_value_ && attributes.default_expression && !undefined_ && attributes.enable_if &&

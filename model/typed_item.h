@@ -14,6 +14,7 @@ public:
     void SetExpression(std::uint32_t keyword, std::uint32_t word, std::unique_ptr<CExpression> expression) final;
     /// Takes the default if the change has enabled the item.
     void ParameterChanged(const CVariable *variable, const TParValue &value, bool &ok) final;
+    void CountAsGiven() final;
 
 protected:
     explicit CTypedItem(TItemCode code) : CCellItem(code) {}

@@ -6,8 +6,9 @@
 #include "platform/base/text_buffer.h"
 
 // A step of a definition meets one range at most: the one that holds its first channel or, without such a range, the
-// one that holds its last. What reaches beyond that range is the next step's, and has no name. Ranges that lie wholly
-// inside a definition and touch neither end aren't looked for.
+// one that holds its last. What reaches beyond that range is the next step's, and has no name. Without either, what
+// lies wholly inside is nothing that could be a mistake: undefined ranges become pieces or give way, so that the
+// written driver map has each channel once, and a defined one isn't noticed.
 namespace kq_pdt {
 
 namespace texts = kq_drv::texts;
@@ -77,18 +78,45 @@ bool CChannelRangeTable::DefineIfFits(std::uint32_t first, std::uint32_t last, s
     return true;
 }
 
-/// True if no range that holds one of the definition's channels is defined or of another kind.
-bool CChannelRangeTable::Fits(const TDefinition &wanted) const {
+/// True if use(position, range) is true for all ranges that share channels with a definition.
+template <class TUse>
+bool CChannelRangeTable::AllSharing(const TDefinition &wanted, const TUse &use) const {
     for (CPosition position = Ranges().FirstEndingFrom(wanted.first);
          !Ranges().IsEnd(position) && Ranges().FirstAt(position) <= wanted.last; Ranges().Next(position)) {
         const TRecord range = Ranges().At(position);
-        const bool shares_channels = range.last >= wanted.first && range.first <= range.last;
-        if (shares_channels &&
-            (IsDefined(range) || Differs(range.type, wanted.type) || Differs(range.direction, wanted.direction))) {
+        if (range.last >= wanted.first && range.first <= range.last && !use(position, range)) {
             return false;
         }
     }
     return true;
+}
+
+/// True if no range that holds one of the definition's channels is defined or of another kind.
+bool CChannelRangeTable::Fits(const TDefinition &wanted) const {
+    return AllSharing(wanted, [&](const CPosition &, const TRecord &range) {
+        return !IsDefined(range) && !Differs(range.type, wanted.type) && !Differs(range.direction, wanted.direction);
+    });
+}
+
+/// Lays what meets no range at its ends.
+void CChannelRangeTable::LayOverInside(TDefinition &rest) {
+    std::vector<std::uint32_t> unlike;
+    const bool all_undefined = AllSharing(rest, [&](const CPosition &position, const TRecord &range) {
+        if (Differs(range.type, rest.type) || Differs(range.direction, rest.direction)) {
+            unlike.push_back(Ranges().RowOf(position));
+        }
+        return !IsDefined(range);
+    });
+    if (!all_undefined) {
+        TRecord laid = rest.Whole();
+        laid.note |= store_.NameBits(rest.name);
+        store_.Insert(laid);
+        return;
+    }
+    std::for_each(unlike.rbegin(), unlike.rend(), [this](std::uint32_t row) { store_.Erase(Ranges().AtRow(row)); });
+    rest.fills_gaps = true;
+    while (LayUpward(rest) == TStep::kMore) {
+    }
 }
 
 /// Lays the lowest part of what fits: the range that holds the first channel is taken over, or the gap up to the next
@@ -103,6 +131,7 @@ CChannelRangeTable::TStep CChannelRangeTable::LayUpward(TDefinition &rest) {
         Ranges().Next(next);
     }
     TRecord laid = rest.Whole();
+    laid.note |= store_.NameBits(rest.name);
     if (!Ranges().IsEnd(next)) {
         laid.last = std::min(laid.last, Ranges().FirstAt(next) - 1);
     }
@@ -110,6 +139,7 @@ CChannelRangeTable::TStep CChannelRangeTable::LayUpward(TDefinition &rest) {
     const bool done = laid.last == rest.last;
     rest.first = laid.last + 1;
     rest.continues = true;
+    rest.name = {};
     return done ? TStep::kDone : TStep::kMore;
 }
 
@@ -120,8 +150,8 @@ CChannelRangeTable::TStep CChannelRangeTable::LayStep(TDefinition &rest) {
         const bool refused = ReportConflict(range, rest) || ReportSecondDefinition(range, rest);
         return refused ? TStep::kRefused : LayFromFirst(position, rest);
     }
-    TRecord laid = rest.Whole();
     if (Ranges().IsEnd(position) || Ranges().FirstAt(position) > rest.last) {
+        TRecord laid = rest.Whole();
         laid.note |= store_.NameBits(rest.name);
         store_.Insert(position, laid);
         return TStep::kDone;
@@ -129,8 +159,7 @@ CChannelRangeTable::TStep CChannelRangeTable::LayStep(TDefinition &rest) {
     if (Ranges().FindContaining(rest.last, position)) {
         return ReportSecondDefinition(Ranges().At(position), rest) ? TStep::kRefused : LayFromLast(position, rest);
     }
-    laid.note |= store_.NameBits(rest.name);
-    store_.Insert(laid);
+    LayOverInside(rest);
     return TStep::kDone;
 }
 
@@ -184,8 +213,6 @@ CChannelRangeTable::TStep CChannelRangeTable::LayFromLast(CPosition &position, T
     if (rest.last == range.last) {
         store_.SetRest(position, taken);
     } else if (rest.last == range.first) {
-        // The one channel at the range's start only counts as defined; what was free in the range stays as it was.
-        taken.note = WithName(range.note, name) | kNoteDefined | kNoteContinues;
         store_.Erase(position);
         store_.Insert(taken);
         store_.Insert(rest_of_range);

@@ -66,8 +66,9 @@ public:
 
     /// Lays a definition over the table. It takes over the channels of ranges from the driver map, which it splits at
     /// its own bounds but whose type and direction it can't change. False after a report: a channel is defined already
-    /// or of another kind; pieces laid before that stay. Nothing, and true, if first is above last. Ranges wholly
-    /// inside the definition that hold neither its ends nor the ends of its rests aren't looked for.
+    /// or of another kind; pieces laid before that stay. Nothing, and true, if first is above last. Of the ranges
+    /// wholly inside the definition that hold neither its ends nor the ends of its rests, undefined ones become pieces
+    /// or, if they are of another kind, go; if one of them is defined, none is noticed.
     bool AddDefined(std::uint32_t first, std::uint32_t last, std::uint32_t type, std::uint32_t direction,
                     std::string_view name);
     bool AddDefinedUnnamed(std::uint32_t first, std::uint32_t last, std::uint32_t type, std::uint32_t direction);
@@ -166,7 +167,10 @@ private:
     TStep LayFromFirst(CPosition &position, TDefinition &rest);
     TStep LayFromLast(CPosition &position, TDefinition &rest);
     void DetachPiece(std::uint32_t first, std::uint32_t last);
+    template <class TUse>
+    bool AllSharing(const TDefinition &wanted, const TUse &use) const;
     bool Fits(const TDefinition &wanted) const;
+    void LayOverInside(TDefinition &rest);
     bool ReportConflict(const TRecord &range, const TDefinition &rest) const;
     bool ReportSecondDefinition(const TRecord &range, const TDefinition &rest) const;
 

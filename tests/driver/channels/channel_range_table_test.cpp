@@ -52,8 +52,10 @@ TEST_F(CAddDefined, WhereARangeHoldsTheFirstChannel) {
         {"1 - 10 real input", "def 4 6 real input x", "+", "1-3; 4-6 D 'x'; 7-10 'x'", ""},
         {"4 - 6 real input", "def 4 9 - - x", "+", "4-6 Dtd 'x'; 7-9 - - Dtdc", ""},
         // The rest goes the same way again, through whatever it meets.
-        {"1 - 2 real input 4 - 5 real input 7 real input", "def 1 9 real input x", "+", "1-2 D 'x'; 3-9 Dc; 4-5; 7-7",
-         ""},
+        {"1 - 2 real input 4 - 5 real input 7 real input", "def 1 9 real input x", "+",
+         "1-2 D 'x'; 3-3 Dc; 4-5 Dc; 6-6 Dc; 7-7 Dc; 8-9 Dc", ""},
+        {"1 - 2 real input 3 - 5 real input 6 - 8 real input", "def 2 7 real input x", "+",
+         "1-1; 2-2 D 'x'; 3-5 Dc; 6-7 Dc; 8-8", ""},
         {"4294967290 - 4294967295 real input", "def 4294967293 4294967295 real input", "+",
          "4294967290-4294967292; 4294967293-4294967295 D", ""},
         {"", "append - - 0 4; def 2 4 real input", "1-4 +", "1-1 - - td; 2-4 - - D", ""},
@@ -65,9 +67,15 @@ TEST_F(CAddDefined, WhereARangeHoldsOnlyTheLastChannel) {
         // No comparison on this way.
         {"5 - 8 real input", "def 3 6 boolean input x", "+", "3-4 boolean input D; 5-6 Dc 'x'; 7-8 'x'", ""},
         // The channel at the range's start becomes defined, but not free.
-        {"5 - 8 real input", "def 3 5 - - x", "+", "3-4 - - Dtd; 5-5 Dc 'x'; 6-8", ""},
+        {"5 - 8 real input", "def 3 5 - - x", "+", "3-4 - - Dtd; 5-5 Dtdc 'x'; 6-8", ""},
         {"5 real input", "def 3 5 - - x", "+", "3-4 - - Dtd; 5-5 Dtdc 'x'", ""},
-        {"3 real input", "def 1 5 boolean output x", "+", "1-5 boolean output D 'x'; 3-3", ""},
+        {"2 - 3 real input 5 - 8 real input", "def 1 6 real input x", "+", "1-1 D; 2-3 Dc; 4-4 Dc; 5-6 Dc 'x'; 7-8 'x'",
+         ""},
+        {"3 real input", "def 1 5 boolean output x", "+", "1-5 boolean output D 'x'", ""},
+        {"3 real input 5 boolean input 7 - 8 real input", "def 1 9 real - x", "+",
+         "1-2 real - Dd 'x'; 3-3 Ddc; 4-6 real - Ddc; 7-8 Ddc; 9-9 real - Ddc", ""},
+        // A defined one inside isn't noticed, nor are others then.
+        {"3 real input", "def 5 5 boolean input; def 1 6 real input", "+ +", "1-6 D; 3-3; 5-5 boolean input D", ""},
     });
 }
 
@@ -155,7 +163,8 @@ TEST_F(CChangeParameter, APiecedBlock) {
         // Ranges that come to start at one number keep their order.
         {"9 - 13 real input 10 - 11 real input", "def 0 0 real input; from 0 10", "+ +", "10-10 D; 11-13; 11-11", ""},
         // A definition laid over a range keeps its hold when both come to start at one number.
-        {"3 real input", "def 1 5 real input; from 1 3; from 3 4; remove 4", "+ + + +", "3-3", ""},
+        {"3 real input", "def 5 5 real input; def 1 6 real input; from 1 3; from 3 4; remove 4", "+ + + + +",
+         "3-3; 5-5 D", ""},
     });
 }
 
@@ -288,7 +297,7 @@ TEST(ChannelRangeTable, RowsAndUndefinedRanges) {
     EXPECT_EQ(owner.selected, 1U);
     table.SelectRow(6);
     EXPECT_EQ(owner.selected, 1U);
-    CRangeProgram(table, "def 4 6 real input; from 4 5").Run();
+    CRangeProgram(table, "def 6 6 real input; def 4 8 real input; from 4 5").Run();
     table.SelectRow(5);
     EXPECT_EQ(owner.selected, 3U);
     table.LoadDmfText("begin 5 real input 5 real input 9 real output 7 integer input");

@@ -74,6 +74,20 @@ bool CReferenceTable::Lay(std::uint32_t first, std::uint32_t last, std::uint32_t
     if (const std::size_t at = Containing(last); at < ranges_.size()) {
         return ranges_[at].defined ? ReportTwice(first, last) : LayFromLast(at, first, last, type, direction, name);
     }
+    const auto is_defined = [&](const CRange &range) { return range.defined && Shares(range, first, last); };
+    if (std::any_of(ranges_.begin(), ranges_.end(), is_defined)) {
+        InsertPiece(first, last, type, direction, name);
+        return true;
+    }
+    std::erase_if(ranges_, [&](const CRange &range) {
+        return Shares(range, first, last) && (Clash(type, range.type) || Clash(direction, range.direction));
+    });
+    LayUpward(first, last, type, direction, name);
+    return true;
+}
+
+void CReferenceTable::InsertPiece(std::uint32_t first, std::uint32_t last, std::uint32_t type, std::uint32_t direction,
+                                  std::string_view name) {
     CRange range;
     range.first = first;
     range.last = last;
@@ -81,7 +95,6 @@ bool CReferenceTable::Lay(std::uint32_t first, std::uint32_t last, std::uint32_t
     range.direction = direction;
     TakeOver(range, type, direction, name);
     Insert(range);
-    return true;
 }
 
 bool CReferenceTable::LayFromFirst(std::size_t at, std::uint32_t first, std::uint32_t last, std::uint32_t type,
@@ -125,9 +138,7 @@ bool CReferenceTable::LayFromLast(std::size_t at, std::uint32_t first, std::uint
     if (last == old.first) {
         CRange single = old;
         single.last = last;
-        single.name = name;
-        single.defined = true;
-        single.laid = true;
+        TakeOver(single, type, direction, name);
         Erase(at);
         Insert(single);
         CRange rest = old;
@@ -147,17 +158,24 @@ bool CReferenceTable::LayFromLast(std::size_t at, std::uint32_t first, std::uint
 bool CReferenceTable::DefineIfFits(std::uint32_t first, std::uint32_t last, std::uint32_t type,
                                    std::uint32_t direction) {
     const auto in_the_way = [&](const CRange &range) {
-        return std::max(range.first, first) <= std::min(range.last, last) &&
+        return Shares(range, first, last) &&
                (range.defined || Clash(type, range.type) || Clash(direction, range.direction));
     };
     if (first > last || last == kNone || std::any_of(ranges_.begin(), ranges_.end(), in_the_way)) {
         return false;
     }
-    for (std::uint32_t from = first; from <= last;) {
+    LayUpward(first, last, type, direction, {});
+    MarkPieces();
+    return true;
+}
+
+void CReferenceTable::LayUpward(std::uint32_t first, std::uint32_t last, std::uint32_t type, std::uint32_t direction,
+                                std::string_view name) {
+    for (std::uint32_t from = first; from <= last; name = {}) {
         std::uint32_t to = last;
         if (const std::size_t at = Containing(from); at < ranges_.size()) {
             to = std::min(last, ranges_[at].last);
-            LayFromFirst(at, from, to, type, direction, {});
+            LayFromFirst(at, from, to, type, direction, name);
             // Of those that start here the piece is the only one that is defined.
             CRange &piece = *std::find_if(ranges_.begin(), ranges_.end(),
                                           [&](const CRange &range) { return range.first == from && range.defined; });
@@ -169,18 +187,10 @@ bool CReferenceTable::DefineIfFits(std::uint32_t first, std::uint32_t last, std:
                     to = std::min(to, range.first - 1);
                 }
             }
-            CRange piece;
-            piece.first = from;
-            piece.last = to;
-            piece.type = type;
-            piece.direction = direction;
-            TakeOver(piece, type, direction, {});
-            Insert(piece);
+            InsertPiece(from, to, type, direction, name);
         }
         from = to + 1;
     }
-    MarkPieces();
-    return true;
 }
 
 bool CReferenceTable::AppendRange(std::uint32_t type, std::uint32_t direction, std::uint32_t &first,

@@ -82,6 +82,13 @@ private:
         return range.defined || (range.type != taker.type && range.type != kNone) ||
                (range.direction != taker.direction && range.direction != kNone);
     }
+    static bool Shares(const CRange &range, std::uint32_t first, std::uint32_t last) {
+        return std::max(range.first, first) <= std::min(range.last, last);
+    }
+    void InsertPiece(std::uint32_t first, std::uint32_t last, std::uint32_t type, std::uint32_t direction,
+                     std::string_view name);
+    void LayUpward(std::uint32_t first, std::uint32_t last, std::uint32_t type, std::uint32_t direction,
+                   std::string_view name);
     bool ReportTwice(std::uint32_t first, std::uint32_t last) const;
     bool ReportClash(const CRange &range, std::uint32_t first, bool type) const;
     bool Lay(std::uint32_t first, std::uint32_t last, std::uint32_t type, std::uint32_t direction,
