@@ -29,7 +29,7 @@ bool CWindowSession::HandleEvent(TEvent &event) {
     } else if (event.Is(ecCommand | ecNotice)) {
         base_follows = HandleCommand(event);
     } else if (event.event_class == ecMouse) {
-        sheet_.HideBubble();
+        HideBubble();
     }
     UpdateUndoMenu(tabs_.ActiveTabIndex());
     return base_follows;
@@ -130,6 +130,13 @@ bool CWindowSession::HandleCloseLoop(TEvent &event) {
     }
     opening_.callback->NotifyClosed();
     return false;
+}
+
+void CWindowSession::HideBubble() {
+    // One that is only about to come still comes.
+    if (sheet_.Bubble() != nullptr) {
+        sheet_.HideBubble();
+    }
 }
 
 bool CWindowSession::IsBusy() const { return searching_ || IsMessageBoxShown(); }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <cstring>
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -129,6 +129,10 @@ public:
     class CDisk final : public CMemoryDisk {
     public:
         explicit CDisk(CWindowBench &bench) : bench_(bench) {}
+        bool Read(std::string_view path, std::string &content, std::string &error) override {
+            bench_.Watch();
+            return CMemoryDisk::Read(path, content, error);
+        }
         bool Save(std::string_view path, std::string_view content, std::string &error) override {
             const bool saved = CMemoryDisk::Save(path, content, error);
             bench_.Log((saved ? "save " : "fail ") + std::string(path));
@@ -151,7 +155,13 @@ private:
         kq_base::CopyToBuffer(text, path.text.size() - 1, path.text.data());
         return path;
     }
+    void Watch() {
+        if (watch) {
+            watch();
+        }
+    }
     TBoxAnswer Answer(const TMessageBox &box) {
+        Watch();
         std::string text = "box " + box.title;
         for (const std::string &line : box.lines) {
             text += "|" + line;
@@ -176,5 +186,6 @@ private:
     TMessageBoxHandler former_handler_;
 
 public:
+    std::function<void()> watch;           ///< called when a file is read and when a box is up
     std::vector<bool> asked_while_box_up;  ///< the host's QueryClose from inside a box
 };
