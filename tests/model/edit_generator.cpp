@@ -84,7 +84,7 @@ private:
         return "Name" + std::to_string(10 * (1 + number / 4) + number % 4);
     }
 
-    /// A variable that is published before the place at hand; null without one.
+    /// A variable that is published before the item at hand; null without one.
     const TVariable *Known(bool number, bool sure) {
         std::vector<const TVariable *> found;
         for (const TVariables *scope : {&root_, &section_, &key_}) {
