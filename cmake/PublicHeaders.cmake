@@ -3,6 +3,7 @@
 # header that leans on another one's includes, or on one that isn't in the list, breaks the build.
 set(KQ_PUBLIC_HEADERS
     configurator/kq_cfg.h
+    configurator/kq_pdt.h
     driver/channels/channel_map.h
     driver/component_helper.h
     driver/channels/dmf_words.h
@@ -23,6 +24,21 @@ set(KQ_PUBLIC_HEADERS
     platform/base/paths.h
     platform/os/events.h
     platform/os/modules.h
+    platform/view/controls.h
+    platform/view/events.h
+    platform/view/labels.h
+    platform/view/list_box.h
+    platform/view/menu_bar.h
+    platform/view/message_box.h
+    platform/view/panes.h
+    platform/view/peer.h
+    platform/view/settings.h
+    platform/view/sheet_view.h
+    platform/view/text_view.h
+    platform/view/tool_box.h
+    platform/view/tree_viewer.h
+    platform/view/view.h
+    platform/view/window.h
     scanner/file_par_scanner.h
     scanner/par_scanner.h
     scanner/par_section.h
@@ -30,6 +46,7 @@ set(KQ_PUBLIC_HEADERS
     scanner/tape_reader.h
     scanner/token.h
     scanner/unread_text.h
+    template/language/host_callback.h
     template/language/languages.h)
 
 function(kq_check_public_headers)

@@ -84,8 +84,8 @@ bool ReadsAs(const CItem &item, std::string_view value, std::string_view entry) 
 
 std::string EntryList(const std::vector<std::string_view> &texts) {
     std::string list;
-    for (std::size_t place = 0; place < std::min(texts.size(), kNamedEntries); ++place) {
-        list.append(place == 0 ? "" : ", ").append(texts[place]);
+    for (std::size_t index = 0; index < std::min(texts.size(), kNamedEntries); ++index) {
+        list.append(index == 0 ? "" : ", ").append(texts[index]);
     }
     return list + (texts.size() > kNamedEntries ? ", ..." : "");
 }
@@ -97,12 +97,12 @@ bool EnterEntry(TCellEditor &editor, std::string_view value, std::string &reason
     const std::size_t before = box.EntryCount() - texts.size();
     std::size_t labelled = 0;
     std::size_t count = 0;
-    for (std::size_t place = texts.size(); place > 0; --place) {
-        if (ReadsAs(*editor.item, value, texts[place - 1])) {
-            return box.UserSelect(place + before);
+    for (std::size_t number = texts.size(); number > 0; --number) {
+        if (ReadsAs(*editor.item, value, texts[number - 1])) {
+            return box.UserSelect(number + before);
         }
-        if (box.Entry(place + before) == value) {
-            labelled = place + before;
+        if (box.Entry(number + before) == value) {
+            labelled = number + before;
             ++count;
         }
     }

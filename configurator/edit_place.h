@@ -7,13 +7,13 @@
 
 namespace kq_pdt {
 
-/// A name in a place.
+/// The name of a section or a key as a part of a place.
 struct TPlaceName {
     std::string text;
     std::uint32_t number = 0;  ///< of #N; 0 if none was written
 };
 
-/// A place in a configuration as people write it, with the names that the parameter file shows:
+/// The PLACE of an edit as people write it, with the names that the parameter file shows:
 ///
 ///     SECTION          a section, and the first cell of its name
 ///     SECTION:M        the M-th cell of its name
@@ -40,7 +40,7 @@ struct TEditPlace {
 /// nothing has.
 bool ParseEditPlace(std::string_view text, TEditPlace &place);
 
-/// A name as it stands in a place, for a section's or a key's.
+/// The form that the name of a section or a key has in a place; ParseEditPlace reads it back.
 std::string WriteSectionName(const TPlaceName &name);
 std::string WriteKeyName(const TPlaceName &name);
 

@@ -11,6 +11,13 @@ void CMessageList::Append(TIcon icon, std::string_view text1, std::string_view t
     error_count_ += icon == TIcon::kError ? 1 : 0;
 }
 
+void CMessageList::CutTo(std::size_t rows) {
+    if (rows < rows_.size()) {
+        rows_.resize(rows);
+        records_.resize(rows);
+    }
+}
+
 void CMessageList::Clear() {
     rows_.clear();
     records_.clear();

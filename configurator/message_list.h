@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string_view>
 #include <vector>
@@ -30,6 +31,8 @@ public:
     void Append(TIcon icon, std::string_view text1, std::string_view text2, std::uint32_t line, std::uint32_t column);
     /// Appends a record alone.
     void AppendRecord(std::uint32_t line, std::uint32_t column) { records_.push_back({line, column}); }
+    /// Takes away what was appended after so many rows; the count of errors stays.
+    void CutTo(std::size_t rows);
     /// Empties rows and records; the count of errors stays.
     void Clear();
 

@@ -4,28 +4,11 @@
 #include <functional>
 #include <vector>
 
+#include "configurator/node_names.h"
+
 namespace kq_pdt {
 
 namespace {
-
-std::string ShownText(CItemList *names) {
-    kq_base::CTextBuffer text;
-    if (names != nullptr) {
-        names->Items().AppendText(text);
-    }
-    return std::string(text.View());
-}
-
-std::string ShownName(CSectionDef &section) {
-    const CScopeGuard scope(&section);
-    return ShownText(section.Names());
-}
-
-std::string ShownName(CSectionDef &section, CKeyDef &key) {
-    const CScopeGuard section_scope(&section);
-    const CScopeGuard scope(&key);
-    return ShownText(key.Names());
-}
 
 std::vector<CKeyDef *> KeysShowing(CSectionDef &section, std::string_view text) {
     std::vector<CKeyDef *> keys;
@@ -35,41 +18,6 @@ std::vector<CKeyDef *> KeysShowing(CSectionDef &section, std::string_view text) 
         }
     }
     return keys;
-}
-
-bool IsConstant(const CExpression &expression) {
-    return std::none_of(expression.Nodes().begin(), expression.Nodes().end(), [](const CExprNode &node) {
-        return node.kind == TExprKind::kReference || node.kind == TExprKind::kFunction;
-    });
-}
-
-/// What an item of a definition would show in a new node. A default counts if it can be known without asking for
-/// variables and without reserving channels.
-void AppendNewText(CItem &item, kq_base::CTextBuffer &text) {
-    item.ForceIntoRange();
-    const auto &expression = item.Attributes().default_expression;
-    TParValue value;
-    if (expression && IsConstant(*expression) && !item.IsUndefined() && item.IsEnabled()) {
-        expression->Evaluate(value);
-    }
-    if (item.Code() == TItemCode::kNumber && value.IsNumber()) {
-        text.AppendDecimal(value.number);
-    } else if (item.Code() == TItemCode::kString && value.kind == TParKind::pvText) {
-        text.Append(value.text.View());
-    } else {
-        item.AppendText(text);
-    }
-}
-
-bool NewNodeShows(CDefNode &definition, std::string_view name) {
-    const CScopeGuard scope(&definition);
-    kq_base::CTextBuffer text;
-    if (definition.Names() != nullptr) {
-        for (const auto &item : definition.Names()->Items().Items()) {
-            AppendNewText(*item, text);
-        }
-    }
-    return text.View() == name;
 }
 
 bool BeginsWithConstant(CDefNode &definition, std::string_view name) {
@@ -126,8 +74,8 @@ TNode *Pick(const std::vector<TNode *> &matches, const TPlaceName &name, const c
 /// The name of a node among those that show the same.
 template <class TNode>
 TPlaceName NameAmong(const std::vector<TNode *> &showing, const TNode &node, const std::string &text) {
-    const auto place = std::find(showing.begin(), showing.end(), &node) - showing.begin();
-    return {text, showing.size() > 1 ? static_cast<std::uint32_t>(place) + 1 : 0};
+    const auto index = std::find(showing.begin(), showing.end(), &node) - showing.begin();
+    return {text, showing.size() > 1 ? static_cast<std::uint32_t>(index) + 1 : 0};
 }
 
 }  // namespace
@@ -158,7 +106,7 @@ CSectionDef *CPlaceFinder::FindAddableSection(const CSheetEdit &edit, const TPla
     const auto showing = SectionsShowing(name.text);
     const auto matches = BestMatches<CSectionDef>(data_.Definitions(),
                                                   {
-                                                      [&](auto &each) { return NewNodeShows(each, name.text); },
+                                                      [&](auto &each) { return NewNodeText(each) == name.text; },
                                                       [&](auto &each) { return BeginsWithConstant(each, name.text); },
                                                       [&](auto &each) { return IsDefinitionOfAny(showing, each); },
                                                   });
@@ -182,7 +130,7 @@ const CKeyDef *CPlaceFinder::FindAddableKey(CSectionDef &section, const TPlaceNa
     const CScopeGuard scope(&section);
     const auto matches = BestMatches<CKeyDef>(section.Definition()->Keys(),
                                               {
-                                                  [&](auto &each) { return NewNodeShows(each, name.text); },
+                                                  [&](auto &each) { return NewNodeText(each) == name.text; },
                                                   [&](auto &each) { return BeginsWithConstant(each, name.text); },
                                                   [&](auto &each) { return IsDefinitionOfAny(showing, each); },
                                                   [&](auto &each) { return each.Label() == name.text; },

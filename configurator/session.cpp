@@ -4,7 +4,12 @@
 
 namespace kq_pdt {
 
-CConfiguratorSession::CConfiguratorSession() { sheet_data_.SetWindow(this); }
+CConfiguratorSession::CConfiguratorSession() {
+    sheet_data_.SetWindow(this);
+    // Nobody edits these texts unless a window says so.
+    par_view_.SetHistoryKept(false);
+    dmf_view_.SetHistoryKept(false);
+}
 
 CConfiguratorSession::~CConfiguratorSession() { sheet_data_.SetWindow(nullptr); }
 
@@ -28,6 +33,7 @@ CConfiguratorSession::TOutcome CConfiguratorSession::ReadIntoModel() {
         return TOutcome::kTemplateFailed;
     }
     sheet_data_.ReadPar(par_view_.Text());
+    ParRead();
     return messages_.ErrorCount() == 0 ? TOutcome::kDone : TOutcome::kErrors;
 }
 
@@ -60,16 +66,23 @@ CConfiguratorSession::TOutcome CConfiguratorSession::RepairDmf() {
     return outcome;
 }
 
+// What is written replaces the text in one piece, so that a person can take it back as one step and an equal text
+// counts as none.
+
 void CConfiguratorSession::WritePar() {
-    par_view_.Clear();
-    CTextOut out(&par_view_);
+    CTextView written;
+    written.SetHistoryKept(false);
+    CTextOut out(&written);
     sheet_data_.WriteParText(out);
+    par_view_.SetText(written.Text());
 }
 
 void CConfiguratorSession::WriteDmf() {
-    dmf_view_.Clear();
-    CTextOut out(&dmf_view_);
+    CTextView written;
+    written.SetHistoryKept(false);
+    CTextOut out(&written);
     sheet_data_.Ranges().WriteDmfText(out);
+    dmf_view_.SetText(written.Text());
 }
 
 void CConfiguratorSession::AddWarning(std::string_view text1, std::string_view text2, std::uint32_t line) {

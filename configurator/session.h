@@ -55,8 +55,12 @@ public:
     void ClearMessages() override;
 
 protected:
-    /// The sheet is about to lose what it shows.
+    /// Takes away the messages after so many rows.
+    void CutMessages(std::size_t rows) { messages_.CutTo(rows); }
+    /// The model is about to lose what the sheet shows.
     virtual void ClearSheet() {}
+    /// The parameter file's text was read into the model; its messages are all there.
+    virtual void ParRead() {}
 
 private:
     bool LoadTemplate();

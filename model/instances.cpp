@@ -27,9 +27,20 @@ CSectionDef &CInstances::Append(std::unique_ptr<CSectionDef> section) {
         index_.Remove(appended);
         appended.Retire();
         buried_.push_back(std::move(*found));
+        TellRow(found, false);
         list_.erase(found);
     });
+    TellRow(list_.end() - 1, true);
     return appended;
+}
+
+std::size_t CInstances::IndexOf(const CSectionDef &section) {
+    return static_cast<std::size_t>(PositionOf(list_, section.Serial()) - list_.begin());
+}
+
+/// Sections are the rows of table 1.
+void CInstances::TellRow(CSectionList::iterator position, bool inserted) {
+    data_.RowsChanged(1, static_cast<std::size_t>(position - list_.begin()) + 1, inserted);
 }
 
 void CInstances::Renamed(CSectionDef &section) { index_.Rename(section); }
@@ -41,11 +52,14 @@ void CInstances::Release(CSectionDef &section) {
         return;
     }
     std::unique_ptr<CSectionDef> released = std::move(*found);
+    TellRow(found, false);
     list_.erase(found);
     index_.Remove(section);
     CJournal::Note([this, &section] {
-        list_.insert(PositionOf(list_, section.Serial()), std::unique_ptr<CSectionDef>(Unbury(section)));
+        const auto back =
+            list_.insert(PositionOf(list_, section.Serial()), std::unique_ptr<CSectionDef>(Unbury(section)));
         index_.Add(section);
+        TellRow(back, true);
     });
     Bury(std::move(released));
     section.SheetData()->Post(cmRebuildTable, section.RowId());
@@ -82,10 +96,11 @@ void CInstances::Bury(std::unique_ptr<CDefNode> node) {
 }
 
 CSectionDef *CInstances::Unbury(const CSectionDef &section) {
-    const auto buried =
-        std::find_if(buried_.begin(), buried_.end(), [&section](const auto &other) { return other.get() == &section; });
+    // What is taken back was buried last.
+    const auto buried = std::find_if(buried_.rbegin(), buried_.rend(),
+                                     [&section](const auto &other) { return other.get() == &section; });
     CDefNode *node = buried->release();
-    buried_.erase(buried);
+    buried_.erase(std::prev(buried.base()));
     return static_cast<CSectionDef *>(node);
 }
 

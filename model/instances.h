@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <vector>
@@ -10,6 +11,8 @@
 class CTextOut;
 
 namespace kq_pdt {
+
+class CParSheetData;
 
 /// The instances of a model in the order in which they were created, and the end of sections.
 ///
@@ -34,6 +37,8 @@ public:
         CInstances &instances_;
     };
 
+    explicit CInstances(CParSheetData &data) : data_(data) {}
+
     /// Puts an instance at the end of the list.
     CSectionDef &Append(std::unique_ptr<CSectionDef> section);
     /// An instance's name shows another text now.
@@ -53,13 +58,17 @@ public:
     void Write(CTextOut &out) const;
 
     const CSectionList &List() const { return list_; }
+    /// The position in the list of an instance that is in it.
+    std::size_t IndexOf(const CSectionDef &section);
     const CInstanceIndex &Index() const { return index_; }
     bool Has(const CSectionDef &definition) const { return index_.FirstOf(&definition) != nullptr; }
 
 private:
+    void TellRow(CSectionList::iterator position, bool inserted);
     /// Ends what was buried, unless it may still be in use.
     void EndReleased();
 
+    CParSheetData &data_;
     CSectionList list_;
     CInstanceIndex index_;
     std::uint32_t next_serial_ = 1;

@@ -20,13 +20,13 @@ void CJournal::Note(std::function<void()> take_back) {
 }
 
 /// Taking back changes fields, too, which nobody needs to note.
-void CJournal::TakeBack() {
-    active_ = nullptr;
-    while (!steps_.empty()) {
-        steps_.back()();
-        steps_.pop_back();
+void CJournal::TakeBack(TSteps &steps) {
+    CJournal *active = std::exchange(active_, nullptr);
+    while (!steps.empty()) {
+        steps.back()();
+        steps.pop_back();
     }
-    active_ = this;
+    active_ = active;
 }
 
 }  // namespace kq_pdt

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <utility>
 #include <vector>
 
 namespace kq_pdt {
@@ -9,6 +10,9 @@ namespace kq_pdt {
 /// notes its old value here first; without one nothing is noted. There is one edit at a time, on one thread.
 class CJournal {
 public:
+    /// What takes changes back, to be called from the back.
+    using TSteps = std::vector<std::function<void()>>;
+
     CJournal();
     ~CJournal();
     CJournal(const CJournal &) = delete;
@@ -26,12 +30,16 @@ public:
     static bool IsActive() { return active_ != nullptr; }
 
     /// Takes all changes back, the newest first, and is empty then.
-    void TakeBack();
+    void TakeBack() { TakeBack(steps_); }
+    /// The same for steps that were taken out of a journal.
+    static void TakeBack(TSteps &steps);
+    /// Hands over what was noted; the journal is empty then.
+    TSteps TakeSteps() { return std::exchange(steps_, {}); }
 
 private:
     static thread_local CJournal *active_;
 
-    std::vector<std::function<void()>> steps_;
+    TSteps steps_;
 };
 
 }  // namespace kq_pdt

@@ -56,6 +56,9 @@ public:
     const CKeyDef *Definition() const { return definition_; }
     const kq_base::TPoolVector<std::unique_ptr<CParDef>> &Pars() const { return pars_; }
     CParDef &AddPar();
+    /// Where the key was last seen among the keys of its section (CSectionDef::IndexOf).
+    std::size_t Index() const { return index_; }
+    void SetIndex(std::size_t index) { index_ = static_cast<std::uint32_t>(index); }
     /// True if a line of the text gave the key its values.
     bool WasRead() const { return was_read_; }
     void SetRead() { was_read_ = true; }
@@ -65,6 +68,7 @@ private:
     CSectionDef *section_ = nullptr;
     kq_base::TPoolVector<std::unique_ptr<CParDef>> pars_;
     std::uint32_t columns_ = kNoNumber;  ///< not counted yet
+    std::uint32_t index_ = 0;
     const CKeyDef *definition_ = nullptr;
     bool was_read_ = false;
 };

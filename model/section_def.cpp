@@ -37,6 +37,7 @@ std::unique_ptr<CSectionDef> CSectionDef::Clone(bool deep) {
                 continue;
             }
             clone->keys_.push_back(key->Clone(true, nullptr));
+            clone->keys_.back()->SetIndex(clone->keys_.size() - 1);
             clone->keys_.back()->SetSection(clone.get());
         }
     }
@@ -46,8 +47,11 @@ std::unique_ptr<CSectionDef> CSectionDef::Clone(bool deep) {
 
 CKeyDef &CSectionDef::AddKey(std::unique_ptr<CKeyDef> key) {
     key->SetSection(this);
+    key->SetIndex(keys_.size());
     keys_.push_back(std::move(key));
+    TellRow(keys_.size() - 1, true);
     CJournal::Note([this] {
+        TellRow(keys_.size() - 1, false);
         auto kept = std::make_shared<std::unique_ptr<CKeyDef>>(std::move(keys_.back()));
         keys_.pop_back();
         SheetData()->Instances().Bury(std::move(*kept));
@@ -250,14 +254,40 @@ void CSectionDef::FollowVariable(const TSectionUse &use, const CVariable *variab
 }
 
 void CSectionDef::RemoveKey(CKeyDef &key) {
-    const auto found = std::find_if(keys_.begin(), keys_.end(), [&](const auto &other) { return other.get() == &key; });
-    const auto index = found - keys_.begin();
+    const std::size_t index = IndexOf(key);
+    const auto found = keys_.begin() + static_cast<std::ptrdiff_t>(index);
     const CScopeGuard scope(this);
     key.GiveBack();
     key.Retire();
     auto removed = std::make_shared<std::unique_ptr<CKeyDef>>(std::move(*found));
+    TellRow(index, false);
     keys_.erase(found);
-    CJournal::Note([this, removed, index] { keys_.insert(keys_.begin() + index, std::move(*removed)); });
+    CJournal::Note([this, removed, index] {
+        keys_.insert(keys_.begin() + static_cast<std::ptrdiff_t>(index), std::move(*removed));
+        TellRow(index, true);
+    });
+}
+
+/// Deletions move the keys after them up, and taking one back moves them down again: a key isn't far from where it was
+/// last seen.
+std::size_t CSectionDef::IndexOf(CKeyDef &key) const {
+    std::size_t below = std::min(key.Index(), keys_.size());
+    std::size_t above = below;
+    while (above == keys_.size() || keys_[above].get() != &key) {
+        above = std::min(above + 1, keys_.size());
+        if (below != 0 && keys_[--below].get() == &key) {
+            above = below;
+        }
+    }
+    key.SetIndex(above);
+    return above;
+}
+
+/// Keys are the rows of the section's table, after the cells of its name.
+void CSectionDef::TellRow(std::size_t index, bool inserted) {
+    if (RowId() != 0) {
+        SheetData()->RowsChanged(RowId(), (names_ ? names_->Items().CountCells() : 0) + index + 1, inserted);
+    }
 }
 
 TParValue CSectionDef::BoundValue(std::string_view variable) const {

@@ -56,6 +56,8 @@ public:
     TParValue BoundValue(std::string_view variable) const;
 
     const std::vector<std::unique_ptr<CKeyDef>> &Keys() const { return keys_; }
+    /// The position among the keys of one of them.
+    std::size_t IndexOf(CKeyDef &key) const;
     /// `depend_on`: the variable whose values create instances; in definitions only.
     const CVarRefItem *DependOn() const { return depend_on_.get(); }
     void SetDependOn(std::unique_ptr<CVarRefItem> variable) { depend_on_ = std::move(variable); }
@@ -73,6 +75,8 @@ public:
     void SetSerial(std::uint32_t serial) { serial_ = serial; }
 
 private:
+    void TellRow(std::size_t index, bool inserted);
+
     std::vector<std::unique_ptr<CKeyDef>> keys_;
     std::unique_ptr<CVarRefItem> depend_on_;
     bool uniform_ = false;

@@ -54,6 +54,9 @@ bool CParSheetData::EndEdit(bool &bad_channel) {
             edit_->channels.Commit();
             commands = std::move(edit_->commands);
             channels_changed = edit_->channels_changed;
+            if (listener_ != nullptr) {
+                listener_->EditTaken(edit_->journal.TakeSteps());
+            }
         } else {
             edit_->journal.TakeBack();
             edit_->channels.RollBack();
@@ -73,6 +76,18 @@ bool CParSheetData::EndEdit(bool &bad_channel) {
         window_->ShowHint(texts::kCannotChange);
     }
     return taken;
+}
+
+void CParSheetData::TakeBackEdit(CJournal::TSteps &steps) {
+    const CInstances::CHold hold(instances_);
+    CJournal::TakeBack(steps);
+    references_outdated_ = true;
+}
+
+void CParSheetData::RowsChanged(std::uint32_t table, std::size_t row, bool inserted) {
+    if (listener_ != nullptr && table != 0 && !reading_par_) {
+        listener_->RowsChanged(table, static_cast<std::uint32_t>(row), inserted);
+    }
 }
 
 void CParSheetData::NodeReleased(const CDefNode &node) {
@@ -145,12 +160,12 @@ CSectionDef &CParSheetData::AppendDefinition(std::unique_ptr<CSectionDef> sectio
     return *definitions_.back();
 }
 
-void CParSheetData::ClearInstances() {
-    next_table_id_ = 2;
-    instances_.Clear();
-}
+void CParSheetData::ClearInstances() { instances_.Clear(); }
 
 void CParSheetData::ClearData() {
+    if (listener_ != nullptr) {
+        listener_->ModelCleared();
+    }
     open_editor_.reset();
     ClearInstances();
     while (!definitions_.empty()) {

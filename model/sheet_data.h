@@ -12,6 +12,7 @@
 #include "model/compile_result.h"
 #include "model/dll_item.h"
 #include "model/instances.h"
+#include "model/model_listener.h"
 #include "model/reference_index.h"
 #include "model/report_window.h"
 #include "model/section_def.h"
@@ -43,6 +44,10 @@ public:
     /// Attaches the window that takes messages and commands, or none.
     void SetWindow(CReportWindow *window);
     CReportWindow *Window() const { return window_; }
+    /// Attaches who follows edits and rows, or nobody; not owned.
+    void SetListener(CModelListener *listener) { listener_ = listener; }
+    /// A row of a table was inserted or removed; table 0 is one that nobody knows yet.
+    void RowsChanged(std::uint32_t table, std::size_t row, bool inserted);
 
     /// Compiles the template at a path into a list of sections that share this model's variables, words and channels.
     /// On failure what was read before the error stays.
@@ -88,17 +93,20 @@ public:
     bool DefineChannelRange(std::uint32_t first, std::uint32_t last, std::uint32_t type, std::uint32_t direction);
     /// The same without a word to the user.
     bool DefineFittingRange(std::uint32_t first, std::uint32_t last, std::uint32_t type, std::uint32_t direction);
-    /// Reserves count channels behind all others, of no type and direction; gives the first number.
+    /// Reserves count channels after all others, of no type and direction; gives the first number.
     std::uint32_t NewChannelRange(bool defined, std::uint32_t count);
     void SelectChannelRange(std::uint32_t first);
 
     /// Tells the user that a channel number won't do.
     void ShowBadChannel();
-    /// An error without a place.
+    /// An error without a position.
     void ReportError(std::string_view text);
     void Post(TWindowCommand command, std::uint32_t parameter = 0);
 
-    /// The next id for a table of the sheet. Ids count up from 2 and are used once.
+    /// Takes back an edit whose steps EditTaken gave; the channels are the caller's to roll back.
+    void TakeBackEdit(CJournal::TSteps &steps);
+
+    /// The next id for a table of the sheet. Ids count up from 2 and are used once in the model's life.
     std::uint32_t AllocTableId() { return next_table_id_++; }
     /// The instance that a table shows: a section, or a key with its section. Both null for an unknown id.
     void FindByTable(std::uint32_t id, CSectionDef *&section, CKeyDef *&key);
@@ -143,10 +151,11 @@ private:
     CReferenceIndex references_;
     bool references_outdated_ = true;
     bool no_channels_ = false;
-    CInstances instances_;
+    CInstances instances_{*this};
     CAssignments assignments_{*this};
     std::uint32_t next_table_id_ = 2;
     CReportWindow *window_ = nullptr;
+    CModelListener *listener_ = nullptr;
     CNameList keyword_words_;
     std::unordered_map<std::uint32_t, CDefNode *> tables_;  ///< instances and their keys by the id of their table
     std::uint32_t module_depth_ = 0;

@@ -19,7 +19,7 @@ ALLOWED = {
     "model": BELOW_MODEL,
     "template": [*BELOW_MODEL, "model"],
     "configurator": [*BELOW_MODEL, "model", "template"],
-    "tools": ["platform/base", "platform/os", "scanner", "driver", "driver/channels", "configurator"],
+    "tools": [*PLATFORM, "template/language", "scanner", "driver", "driver/channels", "configurator"],
 }
 # Single files that reach further: the one that compiles templates for the model, and the header of all driver access.
 EXCEPTIONS = {("model/sheet_data_templates.cpp", "template"), ("driver/kq_drv.h", "driver/channels")}

@@ -34,5 +34,6 @@ struct TArguments {
     std::string text;                    ///< of match
     std::vector<std::string> variables;  ///< each NAME=VALUE
     std::string module;                  ///< of inspect and drive
+    std::string script;                  ///< of session
     TDriveArguments drive;
 };

@@ -20,4 +20,5 @@ int RunMatch(const TArguments &arguments, TConsole &console);
 int RunScan(const TArguments &arguments, TConsole &console);
 int RunTokens(const TArguments &arguments, TConsole &console);
 int RunInspect(const TArguments &arguments, TConsole &console);
+int RunSession(const TArguments &arguments, TConsole &console);
 int RunDrive(const TArguments &arguments, TConsole &console);

@@ -33,6 +33,7 @@ public:
         AddEdits();
         AddLanguageTools();
         AddScannerTools();
+        AddSession();
         AddModuleTools();
     }
 
@@ -116,6 +117,12 @@ private:
                 "A section or a line, #N after a name for the N-th of that name");
     }
 
+    void AddSession() {
+        AddFile(
+            AddCommand("session", "Do what a script says in the configurator's window, without a screen", RunSession),
+            "SCRIPT", arguments_.script, "The script, one command a line");
+    }
+
     void AddLanguageTools() {
         CLI::App *eval = AddCommand("eval", "Evaluate an expression of the template language", RunEval);
         eval->add_option("EXPR", arguments_.expression, "The expression")->required()->option_text("TEXT");
@@ -176,8 +183,8 @@ void Unguard(std::string &argument) {
 }
 
 TArguments Unguarded(TArguments arguments) {
-    for (std::string *argument :
-         {&arguments.pdt, &arguments.par, &arguments.expression, &arguments.text, &arguments.module}) {
+    for (std::string *argument : {&arguments.pdt, &arguments.par, &arguments.expression, &arguments.text,
+                                  &arguments.module, &arguments.script}) {
         Unguard(*argument);
     }
     for (std::optional<std::string> *argument :

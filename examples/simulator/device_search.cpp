@@ -44,7 +44,7 @@ bool SearchDevices(CSearchListener &listener, void *cancel) {
         }
         if (device.group != group) {
             group = device.group;
-            listener.AddItem(kRootKey, group, GroupName(group), kCheckMark);
+            listener.AddItem(kRootKey, group, GroupName(group), TItemFlags::kCheckMark);
         }
         listener.AddItem(group, device.key, device.name, device.flags);
         last = std::string(texts::kLastFound).append(device.name);

@@ -11,7 +11,7 @@ namespace simulator {
 class CSearchListener {
 public:
     virtual ~CSearchListener() = default;
-    virtual void AddItem(std::uint32_t parent, std::uint32_t key, std::string_view name, std::uint32_t flags) = 0;
+    virtual void AddItem(std::uint32_t parent, std::uint32_t key, std::string_view name, TItemFlags flags) = 0;
     /// Three lines that replace those before.
     virtual void Progress(std::string_view line1, std::string_view line2, std::string_view line3) = 0;
 };

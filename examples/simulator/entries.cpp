@@ -23,10 +23,16 @@ constexpr std::uint32_t kVersion = 0x30000;
 /// A driver and what is only there between the entries of one round.
 struct TDriver {
     simulator::CSimulator simulator;
-    TCode written = simulator::kGood;  ///< the first thing that went wrong in the output round
+    TCode written = TCode::kGood;  ///< the first thing that went wrong in the output round
 };
 
 TDriver &DriverOf(void *handle) { return *static_cast<TDriver *>(handle); }
+
+/// The answer of a round that ended with this result.
+KQTruth Finalized(TCode result, std::uint32_t *code) {
+    *code = static_cast<std::uint32_t>(result);
+    return static_cast<KQTruth>(result == TCode::kGood);
+}
 
 }  // namespace
 
@@ -151,24 +157,23 @@ void InputRequest(void *, std::uint32_t) {}
 void InputRequestCompleted(void *) {}
 
 KQTruth InputFinalized(void *driver, std::uint32_t, std::uint32_t *code) {
-    *code = DriverOf(driver).simulator.Recorded();
-    return static_cast<KQTruth>(*code == simulator::kGood);
+    return Finalized(DriverOf(driver).simulator.Recorded(), code);
 }
 
 void GetInput3(void *driver, std::uint32_t channel, KQValue *value, std::uint32_t *status, KQUTCStamp *,
                std::uint32_t *code) {
     TValue given(*value);
-    *code = DriverOf(driver).simulator.Input(channel, given, *status);
+    *code = static_cast<std::uint32_t>(DriverOf(driver).simulator.Input(channel, given, *status));
     *value = given;
 }
 
 // Output. A code can only be given at the end of the round.
 
-void OutputRequestStart(void *driver) { DriverOf(driver).written = simulator::kGood; }
+void OutputRequestStart(void *driver) { DriverOf(driver).written = TCode::kGood; }
 
 void OutputRequest3(void *driver, std::uint32_t channel, KQValue value, std::uint32_t, KQUTCStamp *) {
     const TCode code = DriverOf(driver).simulator.Output(channel, TValue(value));
-    if (DriverOf(driver).written == simulator::kGood) {
+    if (DriverOf(driver).written == TCode::kGood) {
         DriverOf(driver).written = code;
     }
 }
@@ -176,8 +181,7 @@ void OutputRequest3(void *driver, std::uint32_t channel, KQValue value, std::uin
 void OutputRequestCompleted(void *) {}
 
 KQTruth OutputFinalized(void *driver, std::uint32_t, std::uint32_t *code) {
-    *code = DriverOf(driver).written;
-    return static_cast<KQTruth>(*code == simulator::kGood);
+    return Finalized(DriverOf(driver).written, code);
 }
 
 // Questions.

@@ -12,6 +12,7 @@
 #include "platform/base/code_page.h"
 
 using simulator::TDevice;
+using simulator::TItemFlags;
 
 namespace {
 
@@ -24,8 +25,8 @@ class CListener : public simulator::CSearchListener {
 public:
     CListener(KQAddItemEntry *add_item, KQProgressEntry *progress) : add_item_(add_item), progress_(progress) {}
 
-    void AddItem(std::uint32_t parent, std::uint32_t key, std::string_view name, std::uint32_t flags) override {
-        add_item_(parent, key, Length(name), name.data(), 0, "", flags);
+    void AddItem(std::uint32_t parent, std::uint32_t key, std::string_view name, TItemFlags flags) override {
+        add_item_(parent, key, Length(name), name.data(), 0, "", static_cast<std::uint32_t>(flags));
     }
     void Progress(std::string_view line1, std::string_view line2, std::string_view line3) override {
         progress_(Length(line1), line1.data(), Length(line2), line2.data(), Length(line3), line3.data());
@@ -61,9 +62,9 @@ class CWideListener : public simulator::CSearchListener {
 public:
     CWideListener(KQAddItemEntryW *add_item, KQProgressEntryW *progress) : add_item_(add_item), progress_(progress) {}
 
-    void AddItem(std::uint32_t parent, std::uint32_t key, std::string_view name, std::uint32_t flags) override {
+    void AddItem(std::uint32_t parent, std::uint32_t key, std::string_view name, TItemFlags flags) override {
         const std::u16string wide = Wide(name);
-        add_item_(parent, key, Length(wide), wide.data(), 0, u"", flags);
+        add_item_(parent, key, Length(wide), wide.data(), 0, u"", static_cast<std::uint32_t>(flags));
     }
     void Progress(std::string_view line1, std::string_view line2, std::string_view line3) override {
         const std::u16string wide1 = Wide(line1);
@@ -109,7 +110,7 @@ KQTruth LoadModulesTreeW(KQPathW path, KQAddItemEntryW *add_item, KQProgressEntr
 void PutModulesToPar(KQIsCheckedEntry *is_checked) {
     std::vector<const TDevice *> chosen;
     for (const TDevice &device : simulator::kDevices) {
-        const bool with_group = device.flags != simulator::kExclusive && is_checked(device.group) != 0;
+        const bool with_group = device.flags != TItemFlags::kExclusive && is_checked(device.group) != 0;
         if (with_group || is_checked(device.key) != 0) {
             chosen.push_back(&device);
         }

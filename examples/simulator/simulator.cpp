@@ -16,6 +16,8 @@ namespace simulator {
 
 namespace {
 
+constexpr std::uint32_t Bit(TStatus status) { return static_cast<std::uint32_t>(status); }
+
 bool HasType(const TBlock &block, const TValue &value) {
     return value.tag == (block.type == kq_def::kTagDString ? kq_def::kTagCountedText : block.type);
 }
@@ -43,7 +45,7 @@ void CSimulator::Stop() {
 
 void CSimulator::Look() {
     step_ = clock_.Steps();
-    recorded_ = recorder_.Advance(parameters_, step_) ? kGood : kNoRecord;
+    recorded_ = recorder_.Advance(parameters_, step_) ? TCode::kGood : TCode::kNoRecord;
 }
 
 double CSimulator::SignalNow(const TBlock &block, std::uint32_t channel) const {
@@ -55,13 +57,13 @@ double CSimulator::SignalNow(const TBlock &block, std::uint32_t channel) const {
 TCode CSimulator::Input(std::uint32_t channel, TValue &value, std::uint32_t &status) {
     const TBlock *const block = channels_.Find(channel);
     if (block == nullptr) {
-        return kUnknownChannel;
+        return TCode::kUnknownChannel;
     }
     if (block->direction == kq_def::kDirectionOutput) {
-        return kWrongDirection;
+        return TCode::kWrongDirection;
     }
     if (!HasType(*block, value)) {
-        return kWrongType;
+        return TCode::kWrongType;
     }
     status = 0;
     if (block->signal != nullptr) {
@@ -75,7 +77,7 @@ TCode CSimulator::Input(std::uint32_t channel, TValue &value, std::uint32_t &sta
     } else {
         value = kq_def::ScalarValue<kq_def::kTagLongcard>(step_);
     }
-    return kGood;
+    return TCode::kGood;
 }
 
 TCode CSimulator::InputSignal(const TBlock &block, std::uint32_t channel, TValue &value, std::uint32_t &status) const {
@@ -91,16 +93,16 @@ TCode CSimulator::InputSignal(const TBlock &block, std::uint32_t channel, TValue
             value = kq_def::ScalarValue<kq_def::kTagShortreal>(static_cast<float>(now));
             break;
     }
-    status = forced_.contains(channel) ? kStatusForced : 0U;
+    status = forced_.contains(channel) ? Bit(TStatus::kForced) : 0;
     if (block.signal->alarm != 0 && now >= block.signal->alarm) {
-        status |= kStatusAlarm;
+        status |= Bit(TStatus::kAlarm);
     }
-    return kGood;
+    return TCode::kGood;
 }
 
 TCode CSimulator::InputHistory(const TValue &value) const {
     if (buffer_ == nullptr || value.GetField<void *>(TValue::kBufferAt) != buffer_) {
-        return kNoBuffer;
+        return TCode::kNoBuffer;
     }
     std::array<float, kHistorySteps> history{};
     if (!parameters_.signals.empty()) {
@@ -111,30 +113,30 @@ TCode CSimulator::InputHistory(const TValue &value) const {
         }
     }
     std::memcpy(buffer_, history.data(), kHistorySize);
-    return kGood;
+    return TCode::kGood;
 }
 
 TCode CSimulator::Output(std::uint32_t channel, const TValue &value) {
     const TBlock *const block = channels_.Find(channel);
     if (block == nullptr) {
-        return kUnknownChannel;
+        return TCode::kUnknownChannel;
     }
     if (block->direction == kq_def::kDirectionInput) {
-        return kWrongDirection;
+        return TCode::kWrongDirection;
     }
     if (!HasType(*block, value)) {
-        return kWrongType;
+        return TCode::kWrongType;
     }
     if (block->signal == nullptr) {
         if (ready_ && kq_def::ScalarIn<kq_def::kTagBoolean>(value)) {
             Control(channel);
         }
-        return kGood;
+        return TCode::kGood;
     }
     kq_def::VisitScalarTag(value.tag, [this, channel, &value](auto tag) {
         forced_[channel] = static_cast<double>(kq_def::ScalarIn<tag()>(value));
     });
-    return kGood;
+    return TCode::kGood;
 }
 
 void CSimulator::Control(std::uint32_t channel) {
@@ -174,16 +176,16 @@ std::string CSimulator::Report() const {
 }
 
 std::string_view CodeText(std::uint32_t code) {
-    switch (code) {
-        case kUnknownChannel:
+    switch (static_cast<TCode>(code)) {
+        case TCode::kUnknownChannel:
             return texts::kUnknownChannel;
-        case kWrongType:
+        case TCode::kWrongType:
             return texts::kWrongType;
-        case kWrongDirection:
+        case TCode::kWrongDirection:
             return texts::kWrongDirection;
-        case kNoBuffer:
+        case TCode::kNoBuffer:
             return texts::kNoBuffer;
-        case kNoRecord:
+        case TCode::kNoRecord:
             return texts::kNoRecord;
         default:
             return {};

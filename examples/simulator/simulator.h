@@ -13,7 +13,7 @@
 namespace simulator {
 
 /// What an operation answers; 0 is all well.
-enum TCode : std::uint32_t {
+enum class TCode : std::uint32_t {
     kGood = 0,
     kUnknownChannel = 1,
     kWrongType = 2,
@@ -23,9 +23,9 @@ enum TCode : std::uint32_t {
 };
 
 /// The bits of the status that comes with a value.
-enum TStatus : std::uint32_t {
-    kStatusAlarm = 1,   ///< the value has reached the alarm of its signal
-    kStatusForced = 2,  ///< the host has written it
+enum class TStatus : std::uint32_t {
+    kAlarm = 1,   ///< the value has reached the alarm of its signal
+    kForced = 2,  ///< the host has written it
 };
 
 /// The bytes of the buffer channel: the last 64 values of the first signal's first channel, the newest last, each as
@@ -73,7 +73,7 @@ private:
     std::map<std::uint32_t, double> forced_;  ///< what the host has written, by channel
     bool ready_ = false;
     std::uint64_t step_ = 0;
-    TCode recorded_ = kGood;
+    TCode recorded_ = TCode::kGood;
     void *buffer_ = nullptr;
 };
 

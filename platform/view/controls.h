@@ -6,14 +6,16 @@
 #include <vector>
 
 #include "platform/base/bounded_text.h"
+#include "platform/base/export.h"
 #include "platform/view/view.h"
 
 /// The controls in which a cell of a sheet is edited. What a person does arrives through the operations named
 /// User...; they give false, and change nothing, where the control wouldn't let a person do that.
 
 /// A list of texts of which one is selected; with free text, a text may also be typed.
-class CComboBox : public CView {
+class KQ_API CComboBox : public CView {
 public:
+    TViewKind Kind() const override { return TViewKind::kComboBox; }
     enum class TMode : std::uint8_t { kList, kFreeText };
 
     explicit CComboBox(TMode mode) : mode_(mode) {}
@@ -47,8 +49,9 @@ private:
 };
 
 /// A whole number with steps up and down. The program may give it any value; a person stays within the limits.
-class CIntegerCountBox : public CView {
+class KQ_API CIntegerCountBox : public CView {
 public:
+    TViewKind Kind() const override { return TViewKind::kCountBox; }
     /// The limits are included. From 0 to 0 there are none; a `to` below `from` means no upper one.
     CIntegerCountBox(std::uint32_t value, std::uint32_t from, std::uint32_t to);
 
@@ -73,8 +76,9 @@ private:
 };
 
 /// A line of text of at most 255 characters; longer ones are cut.
-class CEditBox : public CView {
+class KQ_API CEditBox : public CView {
 public:
+    TViewKind Kind() const override { return TViewKind::kEditBox; }
     explicit CEditBox(std::string_view text) : text_(text) {}
 
     std::string_view Text() const { return text_.View(); }

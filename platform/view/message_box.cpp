@@ -9,6 +9,16 @@ TMessageBoxHandler &Handler() {
     return handler;
 }
 
+int boxes_shown = 0;
+
+class CShown {
+public:
+    CShown() { ++boxes_shown; }
+    ~CShown() { --boxes_shown; }
+    CShown(const CShown &) = delete;
+    CShown &operator=(const CShown &) = delete;
+};
+
 }  // namespace
 
 TMessageBoxHandler SetMessageBoxHandler(TMessageBoxHandler handler) {
@@ -16,8 +26,10 @@ TMessageBoxHandler SetMessageBoxHandler(TMessageBoxHandler handler) {
 }
 
 TBoxAnswer DoMessageBox2(const TMessageBox &box) {
-    if (Handler()) {
-        return Handler()(box);
+    // The handler may be replaced while it waits.
+    if (const TMessageBoxHandler handler = Handler()) {
+        const CShown shown;
+        return handler(box);
     }
     switch (box.buttons) {
         case TBoxButtons::kYesNo:
@@ -28,3 +40,5 @@ TBoxAnswer DoMessageBox2(const TMessageBox &box) {
             return TBoxAnswer::kOk;
     }
 }
+
+bool IsMessageBoxShown() { return boxes_shown > 0; }

@@ -30,3 +30,5 @@ KQ_API TMessageBoxHandler SetMessageBoxHandler(TMessageBoxHandler handler);
 
 /// Shows a box and gives the answer.
 KQ_API TBoxAnswer DoMessageBox2(const TMessageBox &box);
+/// True while a box waits for its answer.
+bool IsMessageBoxShown();

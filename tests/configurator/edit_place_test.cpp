@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include <vector>
+#include "tests/support/every_text.h"
 
 using kq_pdt::ParseEditPlace;
 using kq_pdt::TEditPlace;
@@ -10,19 +10,8 @@ using kq_pdt::TPlaceName;
 
 namespace {
 
-/// All texts of up to three characters that have a meaning in a place, or none.
-std::vector<std::string> Names() {
-    std::vector<std::string> names = {""};
-    for (std::size_t at = 0; at < names.size() && names[at].size() < 3; ++at) {
-        for (const char character : std::string("a1/#:@=\\")) {
-            names.push_back(names[at] + character);
-        }
-    }
-    return names;
-}
-
 TEST(EditPlace, AnyNameReadsAsItWasWritten) {
-    for (const std::string &name : Names()) {
+    ForEveryText({"a", "1", "/", "#", ":", "@", "=", "\\"}, 3, [](const std::string &name) {
         for (const std::uint32_t number : {0U, 1U, 23U}) {
             const TPlaceName written{name, number};
             for (const char *cell : {"", ":4", "@5"}) {
@@ -43,7 +32,7 @@ TEST(EditPlace, AnyNameReadsAsItWasWritten) {
             EXPECT_FALSE(place.key);
             EXPECT_EQ(place.number, 6U);
         }
-    }
+    });
 }
 
 TEST(EditPlace, WhatIsNoNumberAtTheEndBelongsToTheName) {

@@ -130,7 +130,7 @@ TEST(Session, TablesOfTheSheetAreFoundByTheirIds) {
     EXPECT_EQ(find(2).first, nullptr);
     data.ClearInstances();
     EXPECT_EQ(find(3).first, nullptr);
-    EXPECT_EQ(data.AllocTableId(), 2U);
+    EXPECT_EQ(data.AllocTableId(), 5U);
 }
 
 }  // namespace

@@ -40,7 +40,6 @@ TEST(DriverAllocation, SettledExchangesAllocateNothing) {
             Exchange(driver, string, true);
             EXPECT_EQ(settled.Allocations(), 0U) << length;
         }
-        driver.Done();
     });
 }
 
@@ -91,31 +90,27 @@ TEST(DriverAllocation, ShortMemoryIsAFailure) {
         EXPECT_EQ(error.Utf8(), "Nedostatek paměti");
 
         std::uint32_t code = 0;
-        std::uint32_t first_code = 0;
-        const auto first = [&](bool done) {
-            first_code = first_code == 0 && !done ? code : first_code;
-            return done;
-        };
         std::uint32_t status = 0;
-        TValue value;
-        const auto input = [&] {
-            value = DStringValue(nullptr);
-            return first(driver.GetInput(code, 1, &value, status, nullptr));
+        const auto check = [&code](bool may_fail, auto exchange) {
+            std::uint32_t first_code = 0;
+            const std::size_t failures = Failures([&] {
+                const bool done = exchange();
+                first_code = first_code == 0 && !done ? code : first_code;
+                return done;
+            });
+            EXPECT_EQ(failures > 0, may_fail);
+            EXPECT_EQ(first_code, may_fail ? kq_drv::kRoomNotGrown : 0U);
         };
-        EXPECT_GT(Failures(input), 0U);
-        EXPECT_EQ(first_code, kq_drv::kRoomNotGrown);
+        TValue value;
+        check(true, [&] {
+            value = DStringValue(nullptr);
+            return driver.GetInput(code, 1, &value, status, nullptr);
+        });
         DisposeValueDString(&value);
-
-        first_code = 0;
-        const bool widens = module.Generation() == 3 && module.IsWide();
-        const auto output = [&] { return first(driver.OutputRequest(code, 1, with_text, 0, nullptr)); };
-        EXPECT_EQ(Failures(output) > 0, widens);
-        EXPECT_EQ(first_code, widens ? kq_drv::kRoomNotGrown : 0U);
-
-        first_code = 0;
+        check(module.Generation() == 3 && module.IsWide(),
+              [&] { return driver.OutputRequest(code, 1, with_text, 0, nullptr); });
         value = DStringValue(nullptr);
-        EXPECT_GT(Failures([&] { return first(driver.QueryProc(code, with_text, &value)); }), 0U);
-        EXPECT_EQ(first_code, kq_drv::kRoomNotGrown);
+        check(true, [&] { return driver.QueryProc(code, with_text, &value); });
         DisposeValueDString(&value);
 
         kq_drv::CChannelMap map;
@@ -127,7 +122,6 @@ TEST(DriverAllocation, ShortMemoryIsAFailure) {
                   0U);
         EXPECT_EQ(error.Utf8(), "Nedostatek paměti");
         driver.Done();
-        settled.Done();
     });
 }
 

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <functional>
 #include <sstream>
 
 #include "platform/os/modules.h"
@@ -172,7 +173,6 @@ TEST(DriverLifecycle, OptionalEntriesMayBeMissing) {
             module.TakeLog(),
             "InputRequest 7\nInputRequestCompleted\nInputFinalized 8\nGetInput3 3 4 0 0\nOutputRequest3 3 4 0 4 0\n"
             "OutputRequestCompleted\nOutputFinalized 8\nDriverProc 1 2 3 4 5\n");
-        driver.Done();
     }
 }
 
@@ -297,7 +297,6 @@ TEST(DriverLifecycle, AModuleOfBothWidthsIsNarrow) {
     EXPECT_EQ(ReadParameters(driver), "1 0 0 ? ");
     EXPECT_EQ(module.TakeLog(), "Init 259 255 0 1\n");
     EXPECT_EQ(module.Given(), "C:\\par.par");
-    driver.Done();
 }
 
 TEST(DriverLifecycle, TheNewestFormServes) {
@@ -341,69 +340,47 @@ TEST(DriverLifecycle, TheNewestFormServes) {
     }
 }
 
-/// The index of an operation in the table of virtual ones, as compilers for this system encode it in a member pointer.
-template <typename TMember>
-std::uintptr_t SlotOf(TMember member) {
-    std::uintptr_t encoded = 0;
-    std::memcpy(&encoded, &member, sizeof(encoded));
-    return (encoded - 1) / sizeof(void *);
+/// Expects these operations in the table of virtual ones, in this order and no others before or between them. Compilers
+/// for this system encode an operation's index in the pointer to it.
+template <typename... TMembers>
+void ExpectSlots(TMembers... members) {
+    const auto slot_of = [](auto member) {
+        std::uintptr_t encoded = 0;
+        std::memcpy(&encoded, &member, sizeof(encoded));
+        return (encoded - 1) / sizeof(void *);
+    };
+    std::uintptr_t wanted = 0;
+    for (const std::uintptr_t slot : {slot_of(members)...}) {
+        EXPECT_EQ(slot, wanted++);
+    }
 }
 
 TEST(DriverLifecycle, OperationsKeepTheirSlots) {
-    const std::uintptr_t slots[] = {SlotOf(&CDriver::Version),
-                                    SlotOf(&CDriver::GetDriverInfo),
-                                    SlotOf(&CDriver::Initialize),
-                                    SlotOf(&CDriver::ReadParameters),
-                                    SlotOf(&CDriver::QueryErrorCode),
-                                    SlotOf(&CDriver::AbleToEnumerateChannels),
-                                    SlotOf(&CDriver::EnumerateChannels),
-                                    SlotOf(&CDriver::GetChannelDescription),
-                                    SlotOf(&CDriver::Run),
-                                    SlotOf(&CDriver::Stop),
-                                    SlotOf(&CDriver::Done),
-                                    SlotOf(&CDriver::InputRequestStart),
-                                    SlotOf(&CDriver::InputRequest),
-                                    SlotOf(&CDriver::InputRequestCompleted),
-                                    SlotOf(&CDriver::InputFinalized),
-                                    SlotOf(&CDriver::InputOOBDataQuery),
-                                    SlotOf(&CDriver::GetInput),
-                                    SlotOf(&CDriver::OutputRequestStart),
-                                    SlotOf(&CDriver::OutputRequest),
-                                    SlotOf(&CDriver::OutputRequestCompleted),
-                                    SlotOf(&CDriver::OutputFinalized),
-                                    SlotOf(&CDriver::BufferInfo),
-                                    SlotOf(&CDriver::SetBufferAddr),
-                                    SlotOf(&CDriver::DriverProc),
-                                    SlotOf(&CDriver::QueryProc),
-                                    SlotOf(&CDriver::DriverCallBackA),
-                                    SlotOf(&CDriver::DriverCallBackW)};
-    std::uintptr_t wanted = 0;
-    for (const std::uintptr_t slot : slots) {
-        EXPECT_EQ(slot, wanted++);
-    }
-    EXPECT_EQ(wanted, 27U);
+    ExpectSlots(&CDriver::Version, &CDriver::GetDriverInfo, &CDriver::Initialize, &CDriver::ReadParameters,
+                &CDriver::QueryErrorCode, &CDriver::AbleToEnumerateChannels, &CDriver::EnumerateChannels,
+                &CDriver::GetChannelDescription, &CDriver::Run, &CDriver::Stop, &CDriver::Done,
+                &CDriver::InputRequestStart, &CDriver::InputRequest, &CDriver::InputRequestCompleted,
+                &CDriver::InputFinalized, &CDriver::InputOOBDataQuery, &CDriver::GetInput, &CDriver::OutputRequestStart,
+                &CDriver::OutputRequest, &CDriver::OutputRequestCompleted, &CDriver::OutputFinalized,
+                &CDriver::BufferInfo, &CDriver::SetBufferAddr, &CDriver::DriverProc, &CDriver::QueryProc,
+                &CDriver::DriverCallBackA, &CDriver::DriverCallBackW);
 }
 
-/// A host that turns to the driver while that is being made.
-class CHastyHost : public CDriver {
+/// A host that answers its driver by a function of the test.
+class CHost : public CDriver {
 public:
-    std::uint32_t DriverCallBackA(std::uint32_t /*number*/, void * /*pointer*/) override { return Ask(); }
-    std::uint32_t DriverCallBackW(std::uint32_t /*number*/, void * /*pointer*/) override { return Ask(); }
+    using TAnswer = std::function<std::uint32_t(CHost &host, bool wide, std::uint32_t number, void *pointer)>;
 
-    std::uint32_t codes[3] = {9, 9, 9};
-    TDStringA string;
+    explicit CHost(TAnswer answer) : answer_(std::move(answer)) {}
+    std::uint32_t DriverCallBackA(std::uint32_t number, void *pointer) override {
+        return answer_(*this, false, number, pointer);
+    }
+    std::uint32_t DriverCallBackW(std::uint32_t number, void *pointer) override {
+        return answer_(*this, true, number, pointer);
+    }
 
 private:
-    std::uint32_t Ask() {
-        std::uint32_t status = 0;
-        kq_def::TValue scalar;
-        scalar.tag = kq_def::kTagReal;
-        kq_def::TValue text = kq_def::DStringValue(&string);
-        GetInput(codes[0], 1, &scalar, status, nullptr);
-        GetInput(codes[1], 1, &text, status, nullptr);
-        codes[2] = OutputRequest(codes[2], 1, scalar, 0, nullptr) ? 0 : codes[2];
-        return 0;
-    }
+    TAnswer answer_;
 };
 
 TEST(DriverLifecycle, DriverMayCallItsHostFromInit3) {
@@ -411,13 +388,23 @@ TEST(DriverLifecycle, DriverMayCallItsHostFromInit3) {
         const CTestModule module(3, wide);
         module.Control().calls_back = true;
         module.SetTexts(u"žluť");
-        CHastyHost host;
+        TDStringA string;
+        bool done = false;
+        CHost host([&](CHost &driver, bool, std::uint32_t, void *) {
+            std::uint32_t code = 9;
+            std::uint32_t status = 0;
+            TValue scalar;
+            scalar.tag = kTagReal;
+            TValue text = DStringValue(&string);
+            done = driver.GetInput(code, 1, &scalar, status, nullptr) &&
+                   driver.GetInput(code, 1, &text, status, nullptr) &&
+                   driver.OutputRequest(code, 1, scalar, 0, nullptr);
+            return 0U;
+        });
         host.Init(module.Handle());
         EXPECT_EQ(Initialize(host), "ok");
-        for (const std::uint32_t code : host.codes) {
-            EXPECT_EQ(code, 0U);
-        }
-        EXPECT_EQ(kq_base::ToUtf8(host.string.View()), "žluť");
+        EXPECT_TRUE(done);
+        EXPECT_EQ(kq_base::ToUtf8(string.View()), "žluť");
         host.Done();
     }
 }
@@ -440,12 +427,14 @@ TEST(DriverLifecycle, ModuleThatIsOnlyLookedAtIsNeverCalled) {
 
 TEST(DriverLifecycle, CopiesAreTheSameDriver) {
     WithEachModule([](const CTestModule &module) {
-        CInitializedDriver driver(module);
+        CDriver driver;
+        driver.Init(module.Handle());
+        EXPECT_EQ(Initialize(driver), "ok");
         CDriver copy(driver);
         CDriver assigned;
         assigned = copy;
         module.SetTexts(u"čtvrtek");
-        for (CDriver *each : {static_cast<CDriver *>(&driver), &copy, &assigned}) {
+        for (CDriver *each : {&driver, &copy, &assigned}) {
             TDStringA text;
             TValue value = DStringValue(&text);
             std::uint32_t code = 9;
@@ -460,16 +449,11 @@ TEST(DriverLifecycle, CopiesAreTheSameDriver) {
 }
 
 TEST(DriverLifecycle, TheDriverCallsItsHost) {
-    class CHost : public CDriver {
-    public:
-        std::uint32_t DriverCallBackA(std::uint32_t number, void *pointer) override {
-            return number + *static_cast<std::uint32_t *>(pointer);
-        }
-        std::uint32_t DriverCallBackW(std::uint32_t number, void * /*pointer*/) override { return number * 2; }
-    };
     std::uint32_t forty = 40;
     WithEachModule([&](const CTestModule &module) {
-        CHost host;
+        CHost host([](CHost &, bool wide, std::uint32_t number, void *pointer) {
+            return wide ? number * 2 : number + *static_cast<std::uint32_t *>(pointer);
+        });
         host.Init(module.Handle());
         EXPECT_EQ(Initialize(host), "ok");
         ReadParameters(host);
@@ -505,7 +489,6 @@ TEST(DriverLifecycle, ChannelMapFromTheDriver) {
         module.Control().overlap = 2;
         EXPECT_EQ(load(driver, map), "0 Číslo kanálu redefinováno (1)");
         EXPECT_TRUE(map.Check(error.kHigh, error.Data(), 1, 20, kTagReal, kDirectionInput)) << "the blocks before stay";
-        driver.Done();
     });
     const CTestModule endless(3, false);
     endless.Control().logs = false;
@@ -516,13 +499,11 @@ TEST(DriverLifecycle, ChannelMapFromTheDriver) {
         EXPECT_EQ(load(driver, map), blocks <= 1000000 ? "1 ?" : "0 Ovladač vypisuje příliš mnoho bloků kanálů");
         CTextBuffer256 error;
         EXPECT_EQ(map.Check(error.kHigh, error.Data(), 9999991, 10, kTagReal, kDirectionInput), blocks >= 1000000);
-        driver.Done();
     }
     const CTestModule silent(1, false, {"EnumerateChannels"});
     CInitializedDriver driver(silent);
     CChannelMap map;
     EXPECT_EQ(load(driver, map), "0 ?");
-    driver.Done();
 }
 
 }  // namespace

@@ -73,8 +73,11 @@ void WithEachModule(TUse use) {
     }
 }
 
-/// A proxy with a driver in the module, by the name "drv"; as instance 0.
+/// A proxy with a driver in the module, by the name "drv"; as instance 0. It is done with at the end.
 class CInitializedDriver : public kq_drv::CDriver {
 public:
     explicit CInitializedDriver(const CTestModule &module);
+    CInitializedDriver(const CInitializedDriver &) = delete;
+    CInitializedDriver &operator=(const CInitializedDriver &) = delete;
+    ~CInitializedDriver() override { CDriver::Done(); }
 };

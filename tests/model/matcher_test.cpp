@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
 #include <random>
 #include <string>
@@ -14,6 +15,7 @@
 #include "template/compiler.h"
 #include "tests/model/recorder.h"
 #include "tests/model/reference_matcher.h"
+#include "tests/support/every_text.h"
 
 namespace {
 
@@ -98,28 +100,25 @@ std::string RunReference(const CPatterns &patterns, std::string_view text) {
     return Show(matched, matcher.Winner(), matched ? &matcher.Results() : nullptr);
 }
 
-/// All texts up to a length over an alphabet, the empty one first.
-std::vector<std::string> AllTexts(std::size_t longest, const std::string &alphabet) {
-    std::vector<std::string> texts = {""};
-    for (std::size_t at = 0; at < texts.size() && texts[at].size() < longest; ++at) {
-        for (const char letter : alphabet) {
-            texts.push_back(texts[at] + letter);
-        }
-    }
+using TTexts = std::vector<std::string>;
+
+/// All texts of up to longest pieces.
+TTexts AllTexts(std::size_t longest, const std::vector<std::string_view> &pieces) {
+    TTexts texts;
+    ForEveryText(pieces, longest, [&texts](const std::string &text) { texts.push_back(text); });
     return texts;
 }
 
 /// All chains of up to longest items.
-std::vector<std::string> AllChains(std::size_t longest, const std::vector<std::string> &items) {
-    std::vector<std::string> chains = items;
-    std::size_t from = 0;
-    for (std::size_t length = 2; length <= longest; ++length) {
-        const std::size_t to = chains.size();
-        for (; from < to; ++from) {
-            for (const std::string &item : items) {
-                chains.push_back(chains[from] + " + " + item);
-            }
-        }
+TTexts AllChains(std::size_t longest, const TTexts &items) {
+    const std::string plus = " + ";
+    TTexts links;
+    std::transform(items.begin(), items.end(), std::back_inserter(links),
+                   [&](const auto &item) { return plus + item; });
+    TTexts chains = AllTexts(longest, {links.begin(), links.end()});
+    chains.erase(chains.begin());  // the one without an item
+    for (std::string &chain : chains) {
+        chain.erase(0, plus.size());
     }
     return chains;
 }
@@ -127,7 +126,7 @@ std::vector<std::string> AllChains(std::size_t longest, const std::vector<std::s
 /// Runs both matchers over each set of patterns and each text, and compares all that can be seen.
 class CComparison {
 public:
-    void Compare(const std::vector<std::string> &set, const std::vector<std::string> &texts) {
+    void Compare(const TTexts &set, const TTexts &texts) {
         CPatterns ours;
         CPatterns reference;
         for (const std::string &pattern : set) {
@@ -144,7 +143,7 @@ public:
             ASSERT_EQ(ours.Values(), reference.Values()) << testing::PrintToString(set) << " on " << text;
         }
     }
-    void CompareAll(const std::vector<std::string> &chains, const std::vector<std::string> &texts) {
+    void CompareAll(const TTexts &chains, const TTexts &texts) {
         for (const std::string &chain : chains) {
             Compare({chain}, texts);
             if (testing::Test::HasFatalFailure()) {
@@ -153,8 +152,7 @@ public:
         }
     }
     /// Sets of up to four patterns of up to longest items, at random.
-    void CompareSets(const std::vector<std::string> &items, std::size_t longest, const std::vector<std::string> &texts,
-                     int sets) {
+    void CompareSets(const TTexts &items, std::size_t longest, const TTexts &texts, int sets) {
         std::mt19937 random(20241);
         for (; sets > 0 && !testing::Test::HasFatalFailure(); --sets) {
             std::vector<std::string> set(1 + random() % 4);
@@ -174,7 +172,7 @@ private:
     std::size_t matches_ = 0;
 };
 
-const std::vector<std::string> kItems = {
+const TTexts kItems = {
     "number",
     "string",
     "'1'",
@@ -187,7 +185,7 @@ const std::vector<std::string> kItems = {
 };
 
 /// The patterns here hand each piece to a variable, or show one.
-const std::vector<std::string> kPublishing = {
+const TTexts kPublishing = {
     "number { id = %v% }",
     "string { id = %v%; optional }",
     "number { range_from = 2; range_to = 5; id = %w%; enable_if %v% = 1 }",
@@ -199,24 +197,23 @@ const std::vector<std::string> kPublishing = {
 
 TEST(Matcher, AgreesWithTheReference) {
     CComparison comparison;
-    comparison.CompareAll(AllChains(3, kItems), AllTexts(4, "1a."));
-    comparison.CompareAll(AllChains(4, {"number", "string", "'a'"}), AllTexts(5, "1a."));
-    comparison.CompareSets(kItems, 3, AllTexts(3, "1aA"), 700);
+    comparison.CompareAll(AllChains(3, kItems), AllTexts(4, {"1", "a", "."}));
+    comparison.CompareAll(AllChains(4, {"number", "string", "'a'"}), AllTexts(5, {"1", "a", "."}));
+    comparison.CompareSets(kItems, 3, AllTexts(3, {"1", "a", "A"}), 700);
     comparison.CompareSets(kItems, 6, {"1", "1a1.", "111111", "a1a1a1", "11a.1aA", "1.1.1.1", "aaaaaaa1"}, 3000);
     EXPECT_GT(comparison.Matches(), 10000U);
 }
 
 TEST(Matcher, AgreesWithTheReferenceWhilePublishing) {
     CComparison comparison;
-    comparison.CompareAll(AllChains(3, kPublishing), AllTexts(4, "1a"));
-    comparison.CompareSets(kPublishing, 3, AllTexts(3, "12a"), 300);
+    comparison.CompareAll(AllChains(3, kPublishing), AllTexts(4, {"1", "a"}));
+    comparison.CompareSets(kPublishing, 3, AllTexts(3, {"1", "2", "a"}), 300);
     EXPECT_GT(comparison.Matches(), 3000U);
 }
 
 TEST(Matcher, NumbersBeyondTheirBounds) {
-    const std::vector<std::string> texts = {"4294967295",     "4294967296",   "4294967296x",
-                                            "99999999999999", "42949672951a", "00000000004",
-                                            "99999999999x",   "0x",           "6x"};
+    const TTexts texts = {"4294967295",   "4294967296", "4294967296x", "99999999999999", "42949672951a", "00000000004",
+                          "99999999999x", "0x",         "6x"};
     CComparison comparison;
     for (const std::string attributes :
          {"", "{ range_from = 5 }", "{ range_from = 2; range_to = 5 }", "{ range_to = 5; id = %w% }"}) {

@@ -88,20 +88,37 @@ TEST(TextView, TheCursorStaysInTheText) {
     EXPECT_EQ(view.CursorOffset(), 0U);
 }
 
-/// Records the changes of its view.
-class CRecordingPeer : public CViewPeer {
+/// Gives each view a peer that records its changes here.
+class CRecordingFactory : public CPeerFactory {
 public:
-    void ViewChanged(CView & /*view*/, TViewChange change) override { changes.push_back(change); }
-    void AreaInvalidated(CView & /*view*/, const TRect &area) override { areas.push_back(area); }
+    CRecordingFactory() : former_(SetPeerFactory(this)) {}
+    ~CRecordingFactory() override { SetPeerFactory(former_); }
+
+    std::unique_ptr<CViewPeer> MakePeer(CView & /*view*/) override { return std::make_unique<CPeer>(*this); }
 
     std::vector<TViewChange> changes;
     std::vector<TRect> areas;
+
+private:
+    class CPeer : public CViewPeer {
+    public:
+        explicit CPeer(CRecordingFactory &factory) : factory_(factory) {}
+        void ViewChanged(CView & /*view*/, const TViewNotice &notice) override {
+            factory_.changes.push_back(notice.change);
+        }
+        void AreaInvalidated(CView & /*view*/, const TRect &area) override { factory_.areas.push_back(area); }
+
+    private:
+        CRecordingFactory &factory_;
+    };
+
+    CPeerFactory *former_;
 };
 
 TEST(TextView, ThePeerHearsOfEveryChange) {
+    CRecordingFactory factory;
     CTextView view;
-    CRecordingPeer peer;
-    view.SetPeer(&peer);
+    view.MakePeers();
     view.InsertText("");
     view.InsertText("a");
     view.SetLineIndex(0, 0);
@@ -112,20 +129,22 @@ TEST(TextView, ThePeerHearsOfEveryChange) {
     view.ClearColoredIdList();
     EXPECT_TRUE(view.ColoredIds().empty());
     using enum TViewChange;
-    EXPECT_EQ(peer.changes, (std::vector{kContent, kCursor, kFitCursor, kColors, kColors}));
+    EXPECT_EQ(factory.changes, (std::vector{kContent, kCursor, kFitCursor, kColors, kColors}));
 }
 
 TEST(View, AChildThatEndsLeavesItsAreaToBeRepainted) {
+    CRecordingFactory factory;
     CView parent;
-    CRecordingPeer peer;
-    parent.SetPeer(&peer);
+    parent.MakePeers();
     auto child = std::make_unique<CTextView>();
     child->NewRect({1, 2, 30, 40});
     parent.Register(*child);
+    EXPECT_NE(child->Peer(), nullptr);
     EXPECT_EQ(child->Parent(), &parent);
+    factory.areas.clear();
     child.reset();
     EXPECT_TRUE(parent.Children().empty());
-    EXPECT_EQ(peer.areas, (std::vector{TRect{1, 2, 30, 40}}));
+    EXPECT_EQ(factory.areas, (std::vector{TRect{1, 2, 30, 40}}));
 }
 
 TEST(View, MovesBetweenParentsAndOutlivesThem) {

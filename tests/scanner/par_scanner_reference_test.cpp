@@ -14,13 +14,13 @@ void CheckAgainstReference(const std::string &text) {
     ASSERT_EQ(SurfaceText(scanner, true), SurfaceText(reference, true)) << text;
 }
 
-void CheckBehindHeader(const std::string &text) { CheckAgainstReference("[s]\n" + text); }
+void CheckAfterHeader(const std::string &text) { CheckAgainstReference("[s]\n" + text); }
 
 TEST(ParScannerAgainstReference, EveryShortText) {
     using namespace std::string_view_literals;
     ForEveryText({"[", "]", "=", ",", " ", "a", "\n", "(*", "*)"}, 5, CheckAgainstReference);
-    ForEveryText({"a", "=", ",", " ", "\n", "\r", "'", "(*", "*)"}, 5, CheckBehindHeader);
-    ForEveryText({"a=", "1", ".", "E", ",", " ", "\r\n", "<", ":", "\0"sv}, 5, CheckBehindHeader);
+    ForEveryText({"a", "=", ",", " ", "\n", "\r", "'", "(*", "*)"}, 5, CheckAfterHeader);
+    ForEveryText({"a=", "1", ".", "E", ",", " ", "\r\n", "<", ":", "\0"sv}, 5, CheckAfterHeader);
     ForEveryText({"[a]", "(**)[b]", "(*\n*)", "\n", "k=", "v ", "12EF", "["}, 5, CheckAgainstReference);
 }
 
@@ -32,7 +32,7 @@ constexpr std::string_view kPieces =
 TEST(ParScannerAgainstReference, LongTexts) {
     CNastyTexts texts(kPieces, 7);
     for (int round = 0; round < 4000; ++round) {
-        CheckBehindHeader(texts.Make(texts.Number(80)));
+        CheckAfterHeader(texts.Make(texts.Number(80)));
     }
     // Mostly plain lines, so that the ways through plain and odd lines alternate.
     CNastyTexts plain(
@@ -52,7 +52,7 @@ TEST(ParScannerAgainstReference, OperationsInAnyOrder) {
         std::string history;
         for (int step = 0; step < 60; ++step) {
             const std::uint32_t operation = texts.Number(10);
-            const std::uint32_t handle = texts.Number(5);
+            const std::uint32_t handle = texts.Number(6) - 1;  // also the one that is none
             const auto perform = [&](auto &each) {
                 std::string_view value;
                 std::uint32_t separator = 0;
@@ -66,9 +66,10 @@ TEST(ParScannerAgainstReference, OperationsInAnyOrder) {
                                     : operation == 7 ? each.TapeFind(par_scanner::kComma, par_scanner::kLineEnd)
                                                      : each.NextValue(value, separator);
                 return std::to_string(operation) + (result ? "+" : "-") + std::string(value) + "," +
-                       std::to_string(separator) + "[" + std::string(each.SectionName()) + "]" +
-                       std::to_string(each.GetSectionLine()) + std::string(each.KeyName()) +
-                       std::to_string(each.GetKeyLine()) + "{" + std::to_string(each.GetActPos()) + "}";
+                       std::to_string(separator) + "#" + std::to_string(each.GetActSectionHandle()) + "[" +
+                       std::string(each.SectionName()) + "]" + std::to_string(each.GetSectionLine()) +
+                       std::string(each.KeyName()) + std::to_string(each.GetKeyLine()) + "{" +
+                       std::to_string(each.GetActPos()) + "}";
             };
             const std::string expected = perform(reference);
             history += expected + "\n";

@@ -6,8 +6,8 @@
 
 #include "scanner/tape_reader.h"
 
-/// The rules of the token reader once more, one character at a time and as plainly as they can be put, to hold the
-/// fast reader against.
+/// The rules of the token reader once more, one character at a time and as plainly as they can be put, to compare the
+/// fast reader with.
 class CReferenceReader {
 public:
     CReferenceReader(std::string_view tape, bool skipping) : tape_(tape), skipping_(skipping) {}
@@ -35,7 +35,7 @@ public:
                 }
                 continue;
             }
-            return ReadBehind(first, error);
+            return ReadAfter(first, error);
         }
     }
 
@@ -71,7 +71,7 @@ private:
         return true;
     }
 
-    bool ReadBehind(char first, std::uint32_t &error) {
+    bool ReadAfter(char first, std::uint32_t &error) {
         using namespace par_scanner;
         constexpr std::string_view kOperators = "+-*/ & ,;  )[]{}^~=#       |?!%\\";  // from kind 4 on
         switch (first) {

@@ -7,8 +7,8 @@
 
 #include "tests/scanner/reference_reader.h"
 
-/// The rules of the parameter file scanner once more, token by token and as plainly as they can be put, to hold the
-/// fast scanner against. The operations are those of CParScanner.
+/// The rules of the parameter file scanner once more, token by token and as plainly as they can be put, to compare the
+/// fast scanner with. The operations are those of CParScanner.
 class CReferenceScanner {
 public:
     explicit CReferenceScanner(std::string_view text) : text_(text), tape_(text, false) { ScanSections(); }
@@ -56,7 +56,7 @@ public:
 
     bool KeyPars(std::string_view &text) {
         text = {};
-        if (!GoBehindEqual()) {
+        if (!GoAfterEqual()) {
             return false;
         }
         bool end = false;
@@ -64,7 +64,7 @@ public:
         return true;
     }
     bool FirstValue(std::string_view &value) {
-        if (!GoBehindEqual()) {
+        if (!GoAfterEqual()) {
             return false;
         }
         ReadValue(value);
@@ -168,7 +168,7 @@ private:
         }
     }
 
-    bool GoBehindEqual() {
+    bool GoAfterEqual() {
         if (Key() == nullptr) {
             return false;
         }

@@ -43,19 +43,14 @@ std::vector<std::string> Words(const std::string &line) {
     bool quoted = false;
     bool inside = false;
     for (const char character : line) {
+        const bool between = character == ' ' && !quoted;
+        if (!between && !inside) {
+            words.emplace_back();
+        }
+        inside = !between;
         if (character == '"') {
             quoted = !quoted;
-            if (!inside) {
-                words.emplace_back();
-            }
-            inside = true;
-        } else if (character == ' ' && !quoted) {
-            inside = false;
-        } else {
-            if (!inside) {
-                words.emplace_back();
-            }
-            inside = true;
+        } else if (inside) {
             words.back() += character;
         }
     }

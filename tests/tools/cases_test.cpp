@@ -8,7 +8,6 @@
 #include "platform/base/code_page.h"
 #include "tests/support/temporary_directory.h"
 #include "tests/tools/case_file.h"
-#include "tests/tools/difference.h"
 #include "tests/tools/run_program.h"
 
 namespace {
@@ -63,14 +62,14 @@ std::string JsonLayout(const std::string &text, const std::string &pointer) {
     return json.contains(part) ? json[part].dump(1) + "\n" : "nothing at " + pointer + "\n";
 }
 
-/// Runs the runs of one case in the current directory and gives the differences from what is expected.
+/// Runs the runs of one case in the current directory and expects what the case file says.
 class CCaseCheck {
 public:
-    std::string Check(const TCase &each) {
-        for (const TCaseRun &run : each.runs) {
+    CCaseCheck(const std::filesystem::path &file, const TCase &each) : file_(file), case_(each) {}
+    void Check() {
+        for (const TCaseRun &run : case_.runs) {
             Check(run);
         }
-        return wrong_.empty() ? "" : "=== " + each.title + "\n" + wrong_;
     }
 
 private:
@@ -79,10 +78,8 @@ private:
     }
 
     void Expect(const TCaseRun &run, const std::string &what, const std::string &expected, const std::string &actual) {
-        const std::string difference = Difference(expected, actual);
-        if (!difference.empty()) {
-            wrong_ += "line " + std::to_string(run.line) + ", " + what + ":\n" + difference;
-        }
+        const testing::ScopedTrace where(file_.c_str(), run.line, case_.title + ": " + what);
+        EXPECT_EQ(expected, actual);
     }
 
     void Check(const TCaseRun &run) {
@@ -120,7 +117,8 @@ private:
         }
     }
 
-    std::string wrong_;
+    const std::filesystem::path &file_;
+    const TCase &case_;
 };
 
 class CCases : public testing::TestWithParam<std::filesystem::path> {};
@@ -131,10 +129,7 @@ TEST_P(CCases, ComeOutAsWritten) {
     ASSERT_TRUE(ReadCases(GetParam(), cases, mistake)) << mistake;
     for (const TCase &each : cases) {
         const CTemporaryDirectory directory;
-        const std::string wrong = CCaseCheck().Check(each);
-        if (!wrong.empty()) {
-            ADD_FAILURE_AT(GetParam().c_str(), each.runs.front().line) << wrong;
-        }
+        CCaseCheck(GetParam(), each).Check();
     }
 }
 

@@ -206,12 +206,17 @@ TEST(DriverCommands, ChannelListsThatDontHold) {
     }
 }
 
-TEST(DriverCommands, LargeBlocksAreDescribedByTheirFirstChannel) {
+TEST(DriverCommands, BlocksThatAreLargeOrComeAfterManyRowsAreDescribedByTheirFirstChannel) {
+    struct TRow {
+        std::uint32_t blocks;
+        std::uint32_t size;
+        std::size_t descriptions;  ///< how many the driver is asked for
+    };
     const CTemporaryDirectory directory;
     CLoaded loaded("generation3.dll");
-    loaded.Control().blocks = 1;
-    for (const std::uint32_t size : {63U, 64U, 65U}) {
-        loaded.Control().block_size = size;
+    for (const TRow &row : {TRow{1, 63, 63}, {1, 64, 64}, {1, 65, 1}, {100002, 2, 200002}}) {
+        loaded.Control().blocks = row.blocks;
+        loaded.Control().block_size = row.size;
         loaded.Control().log.clear();
         EXPECT_EQ(loaded.Drive({}).exit_code, 0);
         std::size_t asked = 0;
@@ -219,7 +224,7 @@ TEST(DriverCommands, LargeBlocksAreDescribedByTheirFirstChannel) {
         for (std::size_t at = 0; (at = log.find("GetChannelDescription", at)) != std::string::npos; ++at) {
             ++asked;
         }
-        EXPECT_EQ(asked, size <= 64 ? size : 1);
+        EXPECT_EQ(asked, row.descriptions) << row.blocks << " blocks of " << row.size;
     }
 }
 

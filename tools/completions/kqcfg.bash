@@ -13,7 +13,7 @@ _kqcfg() {
     local options
 
     if [[ $COMP_CWORD -eq 1 ]]; then
-        options="check format channels dmf set add remove template eval match scan tokens inspect drive --help --version"
+        options="check format channels dmf set add remove session template eval match scan tokens inspect drive --help --version"
         COMPREPLY=($(compgen -W "$options" -- "$current"))
         return
     fi
@@ -38,7 +38,7 @@ _kqcfg() {
         dmf) options="$translation --output" ;;
         set | add | remove) options="$translation --output --dmf-out" ;;
         eval) options="--var --json --help" ;;
-        match | scan | inspect) options="--json --help" ;;
+        match | scan | inspect | session) options="--json --help" ;;
         tokens) options="--raw --json --help" ;;
         drive) options="--name --instance --read --write --rounds --interval --json --help" ;;
         *) return ;;

@@ -263,42 +263,23 @@ private:
             blocks_.erase(blocks_.begin() + index);
             return true;
         }
-        TBlock after = block;
-        const bool done = Change(choice, block, after, first, last);
-        if (done) {
-            block = after;
-        }
-        return done;
-    }
-
-    bool Change(std::uint32_t choice, const TBlock &block, TBlock &after, std::uint32_t first, std::uint32_t last) {
-        const auto change = [&](std::uint32_t keyword, std::uint32_t from, std::uint32_t to) {
-            return table_.ChangeParameter(block.first, keyword, TParValue::Number(from), TParValue::Number(to));
+        const std::uint32_t other_type = block.type == kwReal ? kwBoolean : kwReal;
+        const std::uint32_t steps = block.last - block.first;
+        const struct {
+            std::uint32_t keyword, from, to;
+            TBlock after;
+        } edits[] = {
+            {kwChFrom, block.first, first, {first, std::max(first, block.last), block.type}},
+            {kwChTo, block.last, last, {std::min(last, block.first), last, block.type}},
+            {kwChCount, steps + 1, last - first + 1, {block.first, block.first + last - first, block.type}},
+            {kwChNumber, block.first, first, {first, first + steps, block.type}},
+            {kwAll, first, last, {first, last, block.type}},
+            {kwChType, block.type, other_type, {block.first, block.last, other_type}},
         };
-        switch (choice) {
-            case 3:
-                after.first = first;
-                after.last = std::max(first, block.last);
-                return change(kwChFrom, block.first, first);
-            case 4:
-                after.last = last;
-                after.first = std::min(last, block.first);
-                return change(kwChTo, block.last, last);
-            case 5:
-                after.last = block.first + last - first;
-                return change(kwChCount, block.last - block.first + 1, last - first + 1);
-            case 6:
-                after.first = first;
-                after.last = first + block.last - block.first;
-                return change(kwChNumber, block.first, first);
-            case 7:
-                after.first = first;
-                after.last = last;
-                return change(kwAll, first, last);
-            default:
-                after.type = block.type == kwReal ? kwBoolean : kwReal;
-                return change(kwChType, block.type, after.type);
-        }
+        const auto &[keyword, from, to, after] = edits[choice - 3];
+        const bool done = table_.ChangeParameter(block.first, keyword, TParValue::Number(from), TParValue::Number(to));
+        block = done ? after : block;
+        return done;
     }
 
     CGenerator generator_;
@@ -405,23 +386,6 @@ TEST(RangeTree, AgainstAList) {
     RunTree(2, 1000000, 100);
     RunTree(3, 1000000, 200000);
     RunTree(4, 50, 10);
-}
-
-TEST(RangeTree, AscendingInsertionsFillTheNodes) {
-    CRangeTree tree;
-    for (std::uint32_t number = 0; number < 300000; ++number) {
-        tree.Insert({number * 2, number * 2, 0, 0, number});
-    }
-    for (std::uint32_t row = 0; row < 300000; row += 777) {
-        CRangeTree::CPosition position;
-        ASSERT_TRUE(tree.FindContaining(row * 2, position));
-        ASSERT_EQ(tree.RowOf(position), row);
-        ASSERT_FALSE(tree.FindContaining(row * 2 + 1, position));
-    }
-    while (!tree.IsEmpty()) {
-        tree.Erase(tree.AtRow(tree.Size() / 2));
-    }
-    EXPECT_TRUE(tree.IsEnd(tree.Begin()));
 }
 
 }  // namespace

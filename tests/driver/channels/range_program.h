@@ -42,10 +42,12 @@ inline std::string CodeText(std::uint32_t code) {
     return code == kq_pdt::kUndefinedCode ? "-" : std::string(kq_pdt::KeywordText(code));
 }
 
-/// `4-6 real input D 'x'`: D defined, t type free, d direction free, c continues, the name only if there is one.
+/// `4-6 boolean output D 'x'`: D defined, t type free, d direction free, c continues, the name only if there is one.
+/// `real input`, which most ranges of the tests are, isn't shown.
 inline std::string RangeText(const kq_pdt::CChannelRange &range) {
-    std::string text = std::to_string(range.first) + "-" + std::to_string(range.last) + " " + CodeText(range.type) +
-                       " " + CodeText(range.direction);
+    const std::string kind = CodeText(range.type) + " " + CodeText(range.direction);
+    std::string text = std::to_string(range.first) + "-" + std::to_string(range.last);
+    text += kind == "real input" ? "" : " " + kind;
     std::string flags = std::string(range.defined ? "D" : "") + (range.typeFree ? "t" : "") +
                         (range.directionFree ? "d" : "") + (range.continues ? "c" : "");
     text += flags.empty() ? "" : " " + flags;

@@ -22,9 +22,10 @@ extern TModuleControl control;
 #define KQ_FORM(name) KQ##name##Entry
 #endif
 #define KQ_HAS(generation) (KQ_GENERATION == (generation) || KQ_GENERATION == 0)
-/// Opens the definition of an entry; its form is checked after it by KQ_CHECK.
-#define KQ_ENTRY(result, name) KQ_DRIVER_ENTRY result KQ_NAME(name)
-#define KQ_CHECK(name) static_assert(std::is_same_v<decltype(KQ_NAME(name)), KQ_FORM(name)>)
+/// Opens the definition of an entry; the compiler compares it with its form.
+#define KQ_ENTRY(result, name)                   \
+    KQ_DRIVER_ENTRY KQ_FORM(name) KQ_NAME(name); \
+    result KQ_NAME(name)
 
 namespace {
 
@@ -164,13 +165,11 @@ std::uint32_t Take(const KQValue &value, CText &to) {
 }  // namespace
 
 KQ_ENTRY(std::uint32_t, Version)() { return 0x20000 + KQ_GENERATION * 16 + KQ_WIDE; }
-KQ_CHECK(Version);
 
 KQ_ENTRY(void, GetDriverInfo)(std::uint32_t high, CCharacter *text) {
     Log("GetDriverInfo", &the_driver, high);
     Write(Text(), high, text);
 }
-KQ_CHECK(GetDriverInfo);
 
 KQ_ENTRY(KQTruth, Check)
 (std::uint32_t high, CCharacter *reason, std::uint32_t a, std::uint32_t b, std::uint32_t c, std::uint32_t d,
@@ -179,16 +178,13 @@ KQ_ENTRY(KQTruth, Check)
     Write(Text(), high, reason);
     return control.answer;
 }
-KQ_CHECK(Check);
 
 KQ_ENTRY(void *, MakeDriver)() {
     Log("MakeDriver", &the_driver);
     return control.mischief == TMischief::kNoDriver ? nullptr : &the_driver;
 }
-KQ_CHECK(MakeDriver);
 
 KQ_ENTRY(void, DisposeDriver)(void *driver) { Log("DisposeDriver", driver); }
-KQ_CHECK(DisposeDriver);
 
 #if KQ_HAS(1) || KQ_HAS(2)
 KQ_ENTRY(KQTruth, Init)
@@ -203,7 +199,6 @@ KQ_ENTRY(KQTruth, Init)
     }
     return control.answer;
 }
-KQ_CHECK(Init);
 #endif
 
 #ifdef KQ_INIT3_IS_DATA
@@ -220,7 +215,6 @@ KQ_ENTRY(void, Init3)
         callback(context, 0, nullptr);
     }
 }
-KQ_CHECK(Init3);
 #endif
 
 #if KQ_HAS(3)
@@ -241,7 +235,6 @@ KQ_ENTRY(KQTruth, ReadParameters)
 #endif
     return control.answer;
 }
-KQ_CHECK(ReadParameters);
 #endif
 
 KQ_ENTRY(KQTruth, QueryErrorCode)(void *driver, std::uint32_t code, std::uint32_t high, CCharacter *text) {
@@ -249,7 +242,6 @@ KQ_ENTRY(KQTruth, QueryErrorCode)(void *driver, std::uint32_t code, std::uint32_
     Write(Text(), high, text);
     return control.answer;
 }
-KQ_CHECK(QueryErrorCode);
 
 KQ_ENTRY(KQTruth, EnumerateChannels)
 (void *driver, unsigned long *cookie, std::uint32_t *type, std::uint32_t *direction, std::uint32_t *first,
@@ -266,7 +258,6 @@ KQ_ENTRY(KQTruth, EnumerateChannels)
     ++*cookie;
     return 2;
 }
-KQ_CHECK(EnumerateChannels);
 
 KQ_ENTRY(KQTruth, GetChannelDescription)
 (void *driver, std::uint32_t channel, std::uint32_t high, CCharacter *text, std::uint32_t detail_high,
@@ -276,7 +267,6 @@ KQ_ENTRY(KQTruth, GetChannelDescription)
     Write(SecondText(), detail_high, detail);
     return control.answer;
 }
-KQ_CHECK(GetChannelDescription);
 
 KQ_ENTRY(void, Run)(void *driver) {
     Log("Run", driver);
@@ -284,40 +274,28 @@ KQ_ENTRY(void, Run)(void *driver) {
         throw std::runtime_error("thrown");
     }
 }
-KQ_CHECK(Run);
 
 KQ_ENTRY(void, Stop)(void *driver) { Log("Stop", driver); }
-KQ_CHECK(Stop);
-
 KQ_ENTRY(void, Done)(void *driver) { Log("Done", driver); }
-KQ_CHECK(Done);
 
 KQ_ENTRY(KQTruth, BufferInfo)(void *driver, std::uint32_t a, std::uint8_t b, std::uint32_t c) {
     Log("BufferInfo", driver, a, b, c);
     return control.answer;
 }
-KQ_CHECK(BufferInfo);
 
 KQ_ENTRY(void, SetBufferAddr)(void *driver, std::uint32_t a, void *memory) {
     Log("SetBufferAddr", driver, a, *static_cast<char *>(memory));
 }
-KQ_CHECK(SetBufferAddr);
 
 KQ_ENTRY(void, InputRequestStart)(void *driver) { Log("InputRequestStart", driver); }
-KQ_CHECK(InputRequestStart);
-
 KQ_ENTRY(void, InputRequest)(void *driver, std::uint32_t channel) { Log("InputRequest", driver, channel); }
-KQ_CHECK(InputRequest);
-
 KQ_ENTRY(void, InputRequestCompleted)(void *driver) { Log("InputRequestCompleted", driver); }
-KQ_CHECK(InputRequestCompleted);
 
 KQ_ENTRY(KQTruth, InputFinalized)(void *driver, std::uint32_t a, std::uint32_t *code) {
     Log("InputFinalized", driver, a);
     *code = control.code;
     return control.answer;
 }
-KQ_CHECK(InputFinalized);
 
 KQ_ENTRY(KQTruth, InputOOBDataQuery)(void *driver, unsigned long *a, std::uint32_t *b) {
     Log("InputOOBDataQuery", driver);
@@ -325,19 +303,16 @@ KQ_ENTRY(KQTruth, InputOOBDataQuery)(void *driver, unsigned long *a, std::uint32
     *b = 66;
     return control.answer;
 }
-KQ_CHECK(InputOOBDataQuery);
 
 #if KQ_HAS(1)
 KQ_ENTRY(void, GetInput)(void *driver, std::uint32_t channel, KQValue *value) {
     Log("GetInput", driver, channel, value->tag);
     Fill(channel, *value);
 }
-KQ_CHECK(GetInput);
 
 KQ_ENTRY(void, OutputRequest)(void *driver, std::uint32_t channel, KQValue value) {
     Log("OutputRequest", driver, channel, value.tag, Take(value, Given()));
 }
-KQ_CHECK(OutputRequest);
 #endif
 
 #if KQ_HAS(2)
@@ -347,13 +322,11 @@ KQ_ENTRY(void, GetInput2)
     *status = 222;
     Fill(channel, *value);
 }
-KQ_CHECK(GetInput2);
 
 KQ_ENTRY(void, OutputRequest2)
 (void *driver, std::uint32_t channel, KQValue value, std::uint32_t status, KQUTCStamp *stamp) {
     Log("OutputRequest2", driver, channel, value.tag, Take(value, Given()), status, stamp != nullptr);
 }
-KQ_CHECK(OutputRequest2);
 #endif
 
 #if KQ_HAS(3)
@@ -364,40 +337,32 @@ KQ_ENTRY(void, GetInput3)
     *code = control.code;
     Fill(channel, *value);
 }
-KQ_CHECK(GetInput3);
 
 KQ_ENTRY(void, OutputRequest3)
 (void *driver, std::uint32_t channel, KQValue value, std::uint32_t status, KQUTCStamp *stamp) {
     Log("OutputRequest3", driver, channel, value.tag, Take(value, Given()), status, stamp != nullptr);
 }
-KQ_CHECK(OutputRequest3);
 #endif
 
 KQ_ENTRY(void, OutputRequestStart)(void *driver) { Log("OutputRequestStart", driver); }
-KQ_CHECK(OutputRequestStart);
-
 KQ_ENTRY(void, OutputRequestCompleted)(void *driver) { Log("OutputRequestCompleted", driver); }
-KQ_CHECK(OutputRequestCompleted);
 
 KQ_ENTRY(KQTruth, OutputFinalized)(void *driver, std::uint32_t a, std::uint32_t *code) {
     Log("OutputFinalized", driver, a);
     *code = control.code;
     return control.answer;
 }
-KQ_CHECK(OutputFinalized);
 
 KQ_ENTRY(void, DriverProc)
 (void *driver, std::uint32_t a, std::uint32_t b, std::uint32_t c, std::uint32_t d, std::uint32_t e) {
     Log("DriverProc", driver, a, b, c, d, e);
 }
-KQ_CHECK(DriverProc);
 
 #if KQ_HAS(1) || KQ_HAS(2)
 KQ_ENTRY(void, QueryProc)(void *driver, KQValue in, KQValue *out) {
     Log("QueryProc", driver, in.tag, Take(in, Given()), out->tag, Take(*out, Present()));
     Fill(in.tag, *out);
 }
-KQ_CHECK(QueryProc);
 #endif
 
 #if KQ_HAS(3)
@@ -405,5 +370,4 @@ KQ_ENTRY(void, QueryProc3)(void *driver, KQValue in, KQValue present, KQValue *o
     Log("QueryProc3", driver, in.tag, Take(in, Given()), present.tag, Take(present, Present()), out->tag);
     Fill(in.tag, *out);
 }
-KQ_CHECK(QueryProc3);
 #endif
