@@ -57,7 +57,7 @@ private:
 
     CParSheetData *sheet_data_;
     CNameList names_;
-    bool listed_ = false;     ///< names_ holds modules
+    bool listed_ = false;  ///< names_ holds modules
     std::uint32_t selected_index_ = kNoNumber;
     kq_base::TText loaded_name_;  ///< whose template is loaded; empty without one
     TLoadedModule loaded_;

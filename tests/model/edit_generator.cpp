@@ -42,6 +42,7 @@ struct TItem {
 struct TSource {
     std::string variable;
     std::uint32_t depth = 0;
+    bool sure = true;  ///< it always has a value, so what follows it in a name is matched where it was written
 };
 
 class CGenerator {
@@ -83,7 +84,7 @@ private:
         return "Name" + std::to_string(10 * (1 + number / 4) + number % 4);
     }
 
-    /// A variable that is published before the place at hand; null without one.
+    /// A variable that is published before the item at hand; null without one.
     const TVariable *Known(bool number, bool sure) {
         std::vector<const TVariable *> found;
         for (const TVariables *scope : {&root_, &section_, &key_}) {
@@ -131,6 +132,7 @@ private:
             if (!shared) {
                 sources_.push_back({variable.name, depth_ + 1});
             }
+            sources_.back().sure = sources_.back().sure && sure;
         } else if (const std::uint32_t scope = dice_.Below(3); scope == 0 && in_key_) {
             variable.name = key_names_.emplace_back(Name("k"));
             key_.push_back(variable);
@@ -401,7 +403,7 @@ private:
         const std::vector<TItem> items = channels ? ChannelItems() : std::vector<TItem>();
         flags += channels ? "channels;\n" : "";
         for (const TItem &item : items) {
-            if (!item.Has("optional") && Chance("channel_names")) {
+            if (!item.Has("optional") && source.sure && Chance("channel_names")) {
                 name += " + '-' + " + item.Text();
             } else {
                 keys += Key("'" + Name("k") + "'", "", {RolePar(item)}, "");
