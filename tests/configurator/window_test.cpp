@@ -125,6 +125,30 @@ TEST(Window, OpeningAsksAndTellsOfEachFileInTurn) {
     }
 }
 
+TEST(Window, DriverThatListsItsChannelsHasNoDriverMap) {
+    CWindowBench bench(kPdt, kPar, kDmf);
+    bench.module = KQ_BINARY_DIR "/examples/simulator/simulator.dll";
+    bench.Write(KQ_BINARY_DIR "/examples/simulator/simulator.pdt", kPdt);
+    std::string error;
+    bench.disk.Delete(CWindowBench::kDmf, error);
+    ASSERT_TRUE(bench.OpenSheet());
+    EXPECT_TRUE(bench.HasMenu(cmSearchDevices));
+    bench.Command(cmSave);
+    EXPECT_EQ(bench.TakeLog(), "save d.par") << "nor is an undefined channel asked about";
+    EXPECT_EQ(bench.window->DmfView().Text(), "");
+}
+
+TEST(Window, TemplateWithoutChannelsSavesTheParameterFileAlone) {
+    CWindowBench bench(
+        "no_channels; def_section name = 'S'; required; def_key name = 'v'; par = number; end_key"
+        " end_section",
+        "[S]\n  v = 1\n", kDmf);
+    ASSERT_TRUE(bench.OpenSheet());
+    EXPECT_FALSE(bench.window->SheetSplitter().IsPaneShown(CSplitterPane::TPane::kLower));
+    bench.Command(cmSave);
+    EXPECT_EQ(bench.TakeLog(), "save d.par");
+}
+
 TEST(Window, BrokenTemplateLeavesTheTextAlone) {
     CWindowBench bench("def_section name = 5", kPar, kDmf);
     ASSERT_TRUE(bench.Create());
