@@ -529,6 +529,27 @@ TEST(Window, StepsAreTakenBackInSheetAndText) {
     EXPECT_TRUE(window.IsModified()) << "text that was typed and isn't in the file";
 }
 
+TEST(Window, DeletingARowTakesItsOpenEditorAlong) {
+    CWindowBench bench(
+        "def_section name = 'S'; required; def_key name = 'm'; multiple; par = number; end_key end_section",
+        "[S]\n  m = 1\n  m = 2\n", kDmf);
+    ASSERT_TRUE(bench.OpenSheet());
+    CSheetView &sheet = bench.window->Sheet();
+    const std::uint32_t table = SectionTable(bench);
+    ASSERT_TRUE(bench.Type(sheet, table, 2, 2, "7"));
+    bench.Command(cmDelete);
+    EXPECT_EQ(sheet.RowCount(table), 1U);
+    EXPECT_EQ(sheet.CellEditor(), nullptr);
+    EXPECT_TRUE(bench.window->IsModified());
+    // The value that was typed is no step of its own.
+    EXPECT_TRUE(bench.window->UserUndo());
+    EXPECT_EQ(sheet.RowCount(table), 2U);
+    EXPECT_EQ(sheet.ReadCell(table, 2, 2).text, "2");
+    EXPECT_EQ(sheet.Selection(), (CSheetView::TPosition{table, 2, 2}));
+    EXPECT_FALSE(bench.window->IsModified());
+    EXPECT_FALSE(bench.window->UserUndo());
+}
+
 TEST(Window, EventsOfTheModelAndOfTheHost) {
     CWindowBench bench(kPdt, kPar, kDmf);
     ASSERT_TRUE(bench.Create());
