@@ -125,6 +125,30 @@ TEST(Window, OpeningAsksAndTellsOfEachFileInTurn) {
     }
 }
 
+TEST(Window, DriverThatListsItsChannelsHasNoDriverMap) {
+    CWindowBench bench(kPdt, kPar, kDmf);
+    bench.module = KQ_BINARY_DIR "/examples/simulator/simulator.dll";
+    bench.Write(KQ_BINARY_DIR "/examples/simulator/simulator.pdt", kPdt);
+    std::string error;
+    bench.disk.Delete(CWindowBench::kDmf, error);
+    ASSERT_TRUE(bench.OpenSheet());
+    EXPECT_TRUE(bench.HasMenu(cmSearchDevices));
+    bench.Command(cmSave);
+    EXPECT_EQ(bench.TakeLog(), "save d.par") << "nor is an undefined channel asked about";
+    EXPECT_EQ(bench.window->DmfView().Text(), "");
+}
+
+TEST(Window, TemplateWithoutChannelsSavesTheParameterFileAlone) {
+    CWindowBench bench(
+        "no_channels; def_section name = 'S'; required; def_key name = 'v'; par = number; end_key"
+        " end_section",
+        "[S]\n  v = 1\n", kDmf);
+    ASSERT_TRUE(bench.OpenSheet());
+    EXPECT_FALSE(bench.window->SheetSplitter().IsPaneShown(CSplitterPane::TPane::kLower));
+    bench.Command(cmSave);
+    EXPECT_EQ(bench.TakeLog(), "save d.par");
+}
+
 TEST(Window, BrokenTemplateLeavesTheTextAlone) {
     CWindowBench bench("def_section name = 5", kPar, kDmf);
     ASSERT_TRUE(bench.Create());
@@ -503,6 +527,27 @@ TEST(Window, StepsAreTakenBackInSheetAndText) {
     ASSERT_TRUE(bench.Tab(kSheet));
     EXPECT_FALSE(bench.HasMenu(cmUndo));
     EXPECT_TRUE(window.IsModified()) << "text that was typed and isn't in the file";
+}
+
+TEST(Window, DeletingARowTakesItsOpenEditorAlong) {
+    CWindowBench bench(
+        "def_section name = 'S'; required; def_key name = 'm'; multiple; par = number; end_key end_section",
+        "[S]\n  m = 1\n  m = 2\n", kDmf);
+    ASSERT_TRUE(bench.OpenSheet());
+    CSheetView &sheet = bench.window->Sheet();
+    const std::uint32_t table = SectionTable(bench);
+    ASSERT_TRUE(bench.Type(sheet, table, 2, 2, "7"));
+    bench.Command(cmDelete);
+    EXPECT_EQ(sheet.RowCount(table), 1U);
+    EXPECT_EQ(sheet.CellEditor(), nullptr);
+    EXPECT_TRUE(bench.window->IsModified());
+    // The value that was typed is no step of its own.
+    EXPECT_TRUE(bench.window->UserUndo());
+    EXPECT_EQ(sheet.RowCount(table), 2U);
+    EXPECT_EQ(sheet.ReadCell(table, 2, 2).text, "2");
+    EXPECT_EQ(sheet.Selection(), (CSheetView::TPosition{table, 2, 2}));
+    EXPECT_FALSE(bench.window->IsModified());
+    EXPECT_FALSE(bench.window->UserUndo());
 }
 
 TEST(Window, EventsOfTheModelAndOfTheHost) {

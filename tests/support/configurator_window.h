@@ -44,8 +44,7 @@ public:
     std::string File(std::string_view path) const { return kq_base::ToUtf8(disk.Content(path)); }
 
     bool OpenEditor() {
-        // Without a driver's module the template lies beside where the module would.
-        window.reset(::OpenEditor(Path("d.dll"), Path(kPar), Path(kDmf)));
+        window.reset(::OpenEditor(Path(module), Path(kPar), Path(kDmf)));
         return window != nullptr;
     }
     bool Create() {
@@ -113,7 +112,7 @@ public:
     }
     void GetDllFileName(std::uint32_t /*high*/, const char * /*name*/, std::uint32_t path_high, char *path) override {
         Log("dll?");
-        kq_base::CopyToBuffer("d.dll", path_high, path);
+        kq_base::CopyToBuffer(module, path_high, path);
     }
     void GetPdtFileName(std::uint32_t /*high*/, const char * /*name*/, std::uint32_t path_high, char *path) override {
         Log("pdt?");
@@ -143,6 +142,7 @@ public:
         CWindowBench &bench_;
     };
 
+    std::string module = "d.dll";  ///< the driver's module; the template of OpenEditor lies beside it
     CDisk disk;
     CMemorySettings settings;
     std::vector<TBoxAnswer> answers;  ///< to the next boxes; their last button without one
