@@ -65,6 +65,8 @@ public:
     /// The window is to be maximised when it is first shown.
     void MaximizeWhenShown() { maximize_pending_ = true; }
     void WindowShown();
+    /// Takes a bubble down that is shown.
+    void HideBubble();
 
     /// Handles an event that the window got; true if the window's own handling is to follow.
     bool HandleEvent(TEvent &event);
@@ -140,7 +142,7 @@ private:
     bool OpenPar();
     bool OpenDmf();
     struct TFileTexts;
-    bool OpenFile(CTextView &view, TFile &file, const TFileTexts &texts);
+    bool OpenFile(CTextView &view, TFile &file, const TFileTexts &shown);
     bool LoadFile(CTextView &view, TFile &file);
     void SetColouredIds();
 
