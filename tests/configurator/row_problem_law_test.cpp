@@ -70,6 +70,7 @@ struct TCounts {
     std::uint32_t sound_models = 0;
     std::uint32_t rows = 0;
     std::uint32_t problems = 0;
+    std::uint32_t single = 0;  ///< models with just one
     std::uint32_t others = 0;  ///< rows without a problem that don't come back, since rows with one are in the way
     std::map<std::string, std::uint32_t> kinds;
 };
@@ -104,11 +105,21 @@ void CheckModel(CModelSession &model, const TTemplate &pdt, const std::string &p
     for (const auto &[row, count] : sound) {
         counts.others += read[row] < count ? 1 : 0;
     }
+    std::string told;
+    std::uint32_t count_of_problems = 0;
     for (const auto &[row, count] : problems) {
-        counts.problems += count;
-        const std::string &text = texts[row];
-        counts.kinds[text.substr(0, text.find('"'))] += count;
-        EXPECT_TRUE(read[row] < all[row] || !silent) << row << ": " << text << "\n" << par << pdt.pdt;
+        count_of_problems += count;
+        told += row + ": " + texts[row] + "\n";
+        counts.kinds[texts[row].substr(0, texts[row].find('"'))] += count;
+    }
+    counts.problems += count_of_problems;
+    // One row with a problem may come back in the place of another one.
+    const std::string row = problems.empty() ? "" : problems.begin()->first;
+    if (count_of_problems == 1) {
+        ++counts.single;
+        EXPECT_TRUE(read[row] < all[row] || !silent) << told << par << pdt.pdt;
+    } else if (count_of_problems > 1) {
+        EXPECT_TRUE(all != read || !silent) << told << par << pdt.pdt;
     }
 }
 
@@ -143,8 +154,8 @@ TEST(RowProblemLaw, RowsWithoutAProblemComeBackAndOthersDont) {
         }
     }
     std::cout << edits << " edits, " << counts.models << " models, " << counts.sound_models << " without a problem; "
-              << counts.rows << " rows, " << counts.problems << " with a problem, " << counts.others
-              << " others that don't come back\n";
+              << counts.rows << " rows, " << counts.problems << " with a problem (" << counts.single
+              << " models with just one), " << counts.others << " others that don't come back\n";
     for (const auto &[kind, number] : counts.kinds) {
         std::cout << "  " << number << " " << kind << "\n";
     }
