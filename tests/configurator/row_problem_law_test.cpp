@@ -133,34 +133,67 @@ std::string NastyText(CDice &dice) {
     return "\"" + dice.Pick(kTexts);
 }
 
-TEST(RowProblemLaw, RowsWithoutAProblemComeBackAndOthersDont) {
-    const TKnobs knobs = MakeKnobs(kKnobs);
-    const std::uint32_t count = FromEnvironment("KQ_ROW_COUNT", 1200);
-    CModuleDirectory directory;
-    TCounts counts;
-    std::uint32_t edits = 0;
-    for (std::uint32_t seed = FromEnvironment("KQ_ROW_SEED", 1); edits < count && !HasFailure(); ++seed) {
-        const TCase start{MakeTemplate(seed, knobs), "", "begin\nend.\n", {}};
+class CRowProblemLaw {
+public:
+    /// Edits at random, with the law watched after each that was taken; gives how many there were.
+    std::uint32_t Run(const TCase &start, std::uint32_t seed) {
         CDice dice(seed);
-        CLawRun run(directory, start);
-        for (std::uint32_t edit = 0; run.IsReadable() && edit < kEditsOfOneTemplate && !HasFailure(); ++edit, ++edits) {
+        CLawRun run(directory_, start);
+        std::uint32_t edits = 0;
+        for (; run.IsReadable() && edits < kEditsOfOneTemplate && !testing::Test::HasFailure(); ++edits) {
             TEdit step = run.Choose(dice);
             step.value = NastyText(dice);
             run.Step(step, dice.OneIn(2) ? nullptr : &dice);
             if (run.WasTaken()) {
-                SCOPED_TRACE("seed " + std::to_string(seed) + ", edit " + std::to_string(edit));
+                SCOPED_TRACE("seed " + std::to_string(seed) + ", edit " + std::to_string(edits));
                 CheckModel(run.Model(), start.pdt, run.Par(), run.Dmf(), counts);
             }
         }
+        return edits;
     }
-    std::cout << edits << " edits, " << counts.models << " models, " << counts.sound_models << " without a problem; "
-              << counts.rows << " rows, " << counts.problems << " with a problem (" << counts.single
-              << " models with just one), " << counts.others << " others that don't come back\n";
-    for (const auto &[kind, number] : counts.kinds) {
-        std::cout << "  " << number << " " << kind << "\n";
+
+    void Print(std::uint32_t edits) const {
+        std::cout << edits << " edits, " << counts.models << " models, " << counts.sound_models
+                  << " without a problem; " << counts.rows << " rows, " << counts.problems << " with a problem ("
+                  << counts.single << " models with just one), " << counts.others << " others that don't come back\n";
+        for (const auto &[kind, number] : counts.kinds) {
+            std::cout << "  " << number << " " << kind << "\n";
+        }
     }
-    EXPECT_GT(counts.sound_models * 10, counts.models);
-    EXPECT_GT(counts.problems, 0U);
+
+    TCounts counts;
+
+private:
+    CModuleDirectory directory_;
+};
+
+TEST(RowProblemLaw, RowsWithoutAProblemComeBackAndOthersDont) {
+    const TKnobs knobs = MakeKnobs(kKnobs);
+    const std::uint32_t count = FromEnvironment("KQ_ROW_COUNT", 1200);
+    CRowProblemLaw law;
+    std::uint32_t edits = 0;
+    for (std::uint32_t seed = FromEnvironment("KQ_ROW_SEED", 1); edits < count && !HasFailure(); ++seed) {
+        edits += 1 + law.Run({MakeTemplate(seed, knobs), "", "begin\nend.\n", {}}, seed);
+    }
+    law.Print(edits);
+    EXPECT_GT(law.counts.sound_models * 10, law.counts.models);
+    EXPECT_GT(law.counts.problems, 0U);
+}
+
+TEST(RowProblemLaw, HoldsForTheExamples) {
+    CRowProblemLaw law;
+    std::uint32_t edits = 0;
+    for (const std::string name : {"modbus/modbus", "meters/meters", "simulator/simulator"}) {
+        const auto text = [&](const char *ending) {
+            return kq_base::ToUtf8(ReadBytes(KQ_SOURCE_DIR "/examples/" + name + ending));
+        };
+        for (std::uint32_t seed = 1; seed <= 5; ++seed) {
+            edits += law.Run({{text(".pdt"), {}}, text(".par"), text(".dmf"), {}}, seed);
+        }
+    }
+    law.Print(edits);
+    EXPECT_GT(law.counts.sound_models, 0U);
+    EXPECT_GT(law.counts.problems, 0U);
 }
 
 }  // namespace
