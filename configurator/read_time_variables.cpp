@@ -22,6 +22,7 @@ CItem *LastWritten(const CItemSeq &items, const CVariable &variable) {
 /// The item of a row that publishes a variable last when its line is read. A choice in a name publishes while the name
 /// is matched against the definitions, so into a variable of the definition.
 CItem *LastWritten(CKeyDef &key, const CVariable &variable) {
+    // NOLINTNEXTLINE(modernize-loop-convert): the last one first.
     for (auto par = key.Pars().rbegin(); par != key.Pars().rend(); ++par) {
         if (CItem *item = LastWritten((*par)->Items(), variable)) {
             return item;
