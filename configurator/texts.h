@@ -110,6 +110,7 @@ inline constexpr std::string_view kRowNotWritten = "Řádek nemá žádnou hodno
 inline constexpr std::string_view kRowWithoutName = "Řádek nemá název, pod kterým by se načetl"_cp;
 inline constexpr std::string_view kRowBroken =
     "Text obsahuje znaky, které soubor neudrží: apostrof, závorku, komentář nebo konec řádku"_cp;
+inline constexpr std::string_view kRowNameLong = "Název je příliš dlouhý, ostatní řádky sekce by se nenačetly"_cp;
 inline constexpr std::string_view kRowNameUnknown = "Název se ze souboru načte jinak, než je v šabloně"_cp;
 inline constexpr std::string_view kRowNameTaken =
     "Stejný název má i jiný parametr šablony, hodnoty se načtou do něj"_cp;
