@@ -29,6 +29,9 @@ TJson ItemJson(const TTreeItem &item) {
             {"items", TJson::array()}};
 }
 
+/// Items below this level aren't given: nothing reads JSON that is nested without limit.
+constexpr std::size_t kDeepestLevel = 200;
+
 TJson TreeJson(const CTreeViewerPane &tree) {
     struct TLevel {
         const std::vector<std::unique_ptr<TTreeItem>> *items;
@@ -42,7 +45,11 @@ TJson TreeJson(const CTreeViewerPane &tree) {
         if (level.next < level.items->size()) {
             const TTreeItem &item = *(*level.items)[level.next++];
             level.json.push_back(ItemJson(item));
-            levels.push_back({&item.items, 0, TJson::array()});
+            if (levels.size() < kDeepestLevel) {
+                levels.push_back({&item.items, 0, TJson::array()});
+            } else if (!item.items.empty()) {
+                level.json.back()["deeper"] = true;
+            }
         } else {
             TJson done = std::move(level.json);
             levels.pop_back();
