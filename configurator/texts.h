@@ -75,6 +75,14 @@ inline constexpr std::string_view kReadErrorTitle = "Chyba při čtení konfigur
 inline constexpr std::string_view kRepairFailed = "Oprava mapovacího souboru nebyla dokončena."_cp;
 inline constexpr std::string_view kErrorsInPar = "V parametrech ovladače jsou chyby!"_cp;
 
+// Device search.
+
+inline constexpr std::string_view kSearching = "Vyhledávají se zařízení..."_cp;
+inline constexpr std::string_view kSearchIsEnding = "Vyčkejte na dokončení vyhledávání."_cp;
+inline constexpr std::string_view kCancel = "Storno"_cp;
+inline constexpr std::string_view kNothingFound = "Nenalezeno žádné zařízení."_cp;
+inline constexpr std::string_view kSearchFailed = "Vyhledání zařízení nebylo možné dokončit."_cp;
+
 // Sheet, channels table and the steps in them.
 
 inline constexpr std::string_view kAddRow = "<přidat>"_cp;
