@@ -1,5 +1,7 @@
 #include "tools/session/search_person.h"
 
+#include <algorithm>
+#include <iterator>
 #include <utility>
 
 #include "configurator/kq_pdt.h"
@@ -26,9 +28,8 @@ template <class Visit>
 void VisitItems(const CTreeViewerPane &tree, const Visit &visit) {
     std::vector<TTreeItem *> waiting;
     const auto add = [&waiting](const std::vector<std::unique_ptr<TTreeItem>> &items) {
-        for (auto item = items.rbegin(); item != items.rend(); ++item) {
-            waiting.push_back(item->get());
-        }
+        std::transform(items.rbegin(), items.rend(), std::back_inserter(waiting),
+                       [](const std::unique_ptr<TTreeItem> &item) { return item.get(); });
     };
     add(tree.Items());
     while (!waiting.empty()) {
