@@ -1,5 +1,7 @@
 #include "tools/session/search_person.h"
 
+#include <algorithm>
+#include <iterator>
 #include <utility>
 
 #include "configurator/kq_pdt.h"
