@@ -3,12 +3,9 @@
 #include <QGuiApplication>
 #include <QScreen>
 #include <cstdio>
-#include <memory>
 #include <utility>
 
-#include "desktop/kqconf/host.h"
-#include "desktop/kqconf/session_frame.h"
-#include "desktop/peers/text.h"
+#include "desktop/kqconf/driver_session.h"
 
 namespace kq_desktop {
 
@@ -32,26 +29,12 @@ int CProgram::Run() {
 bool CProgram::RunDriver(const TDriverFiles &files) {
     std::uint32_t language = 0;
     FindLanguage(options_.language, language);
-    CDesktopHost host(files, language, options_.modules);
-    CAbstractDriverConfigurator *configurator = nullptr;
-    const std::string name = FromQt(files.name);
-    const std::unique_ptr<CConfiguratorWindow> window(
-        CreateDriverConfigurator(static_cast<std::uint32_t>(name.size()), name.c_str(), &host, &configurator));
-    if (window == nullptr) {
+    CDriverSession session(advice_, events_);
+    if (!session.Open(files, language, options_.modules)) {
         std::fputs(QStringLiteral("kqconf: %1: soubor nelze otevřít\n").arg(files.par).toUtf8().constData(), stderr);
         return false;
     }
-    advice_.SetWindow(window.get());
-    window->SetVisible(true);
-    {
-        CSessionFrame frame(*window);
-        events_.idle = [&frame] { frame.Refresh(); };
-        configurator->ReadViewSettings();
-        window->Exec();
-        events_.idle = nullptr;
-    }
-    window->Done();
-    advice_.SetWindow(nullptr);
+    session.Run();
     return true;
 }
 
