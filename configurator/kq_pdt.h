@@ -96,7 +96,8 @@ public:
 
     ~CConfiguratorWindow() override;
 
-    /// Runs until the window is to end: code 4, or code 5 once closing was confirmed.
+    /// Runs until the window is to end: code 4, or code 5 once closing was confirmed. The window has to outlive it: a
+    /// host that runs a loop of its own may delete the window when it hears NotifyClosed, this one's caller only after.
     std::uint32_t Exec() override;
     void SetVisible(bool visible) override;
     void SetSelect(bool selected) override;
@@ -187,9 +188,10 @@ extern "C" {
 KQ_API CConfiguratorWindow *OpenEditor(TDriverPath module, TDriverPath par, TDriverPath dmf);
 
 /// Opens a window for a driver under a host, which names the files. The name is the driver's display name: its length,
-/// or any greater number, then the text, terminated. Null, with a null configurator, if a window is open already, the
-/// callback is null, or a file couldn't be opened. The host deletes the window; the configurator is the library's and
-/// lives until the next window is created.
+/// or any greater number, then the text, terminated. The host deletes the window; the configurator is the library's,
+/// and lives until the next window is created. Null if a file couldn't be opened, which the person has seen; the
+/// configurator is null then. Null also, and nothing touched or asked, if a window is open already or the callback is
+/// null.
 KQ_API CConfiguratorWindow *CreateDriverConfigurator(std::uint32_t name_high, const char *name,
                                                      CAbstractPdtIdeCallBack *callback,
                                                      CAbstractDriverConfigurator **configurator);

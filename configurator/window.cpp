@@ -23,7 +23,7 @@ void CConfiguratorWindow::SetVisible(bool visible) {
 }
 
 void CConfiguratorWindow::SetSelect(bool selected) {
-    state_->session.Sheet().HideBubble();
+    state_->session.HideBubble();
     CWindow::SetSelect(selected);
 }
 

@@ -65,6 +65,8 @@ public:
     /// The window is to be maximised when it is first shown.
     void MaximizeWhenShown() { maximize_pending_ = true; }
     void WindowShown();
+    /// Takes a bubble down that is shown.
+    void HideBubble();
 
     /// Handles an event that the window got; true if the window's own handling is to follow.
     bool HandleEvent(TEvent &event);
@@ -136,11 +138,10 @@ private:
 
     // window_open.cpp
     bool CanEnumerate() const;
-    bool HasDeviceSearch() const;
     bool OpenPar();
     bool OpenDmf();
     struct TFileTexts;
-    bool OpenFile(CTextView &view, TFile &file, const TFileTexts &texts);
+    bool OpenFile(CTextView &view, TFile &file, const TFileTexts &shown);
     bool LoadFile(CTextView &view, TFile &file);
     void SetColouredIds();
 
@@ -192,7 +193,12 @@ private:
     bool SaveDmfFromModel(std::string &error);
 
     // device_search.cpp
+    bool HasDeviceSearch() const;
     void SearchDevices();
+    void RunSearch();
+    bool WriteForSearch(std::string_view path);
+    bool ChooseDevices(std::string_view path);
+    void TakeSearchResult(std::string_view path);
 
     CConfiguratorWindow &window_;
     TOpening opening_;

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -68,8 +69,10 @@ public:
         bool backwards = false;   ///< towards the beginning
     };
 
-    /// The colour in which numbers are shown.
-    std::uint32_t number_color = 0x00800000;
+    /// The colour in which numbers are shown until another one is set.
+    static constexpr std::uint32_t kNumberColor = 0x00800000;
+    /// The colour of numbers that was set.
+    std::optional<std::uint32_t> number_color;
 
     // The program's side. What it does to the text between two of a person's edits is one step of the history.
 
@@ -97,6 +100,9 @@ public:
     /// history; any other is a step.
     /// False leaves all as it was and gives the reason.
     bool LoadFromFile(std::string_view path, std::string &error);
+    /// Replaces the text, as a step, by that of a file which isn't the one that the text is saved to. It counts as
+    /// saved until the next change or SetSaved, but undo and redo don't take it for the saved one. False likewise.
+    bool ImportFile(std::string_view path, std::string &error);
     /// Writes the whole text to a file and marks it saved. False gives the reason; the file's old content stays.
     bool SaveToFile(std::string_view path, std::string &error);
 

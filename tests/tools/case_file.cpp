@@ -94,8 +94,48 @@ bool FileBytes(const TSection &section, const std::vector<std::string> &head, st
     if (has("noeol") && !text.empty()) {
         text.resize(text.size() - line_end.size());
     }
-    const std::size_t options = static_cast<std::size_t>(has("crlf")) + has("noeol") + has("escapes");
-    return kq_base::FromUtf8(text, bytes) && (!has("escapes") || ReplaceEscapes(bytes)) && options + 1 == head.size();
+    const std::size_t options = static_cast<std::size_t>(has("crlf")) + has("noeol") + has("escapes") + has("utf8");
+    if (has("utf8")) {
+        bytes = text;
+    } else if (!kq_base::FromUtf8(text, bytes)) {
+        return false;
+    }
+    return (!has("escapes") || ReplaceEscapes(bytes)) && options + 1 == head.size();
+}
+
+/// The script of a session. Each line that says what has to come of a command is left empty there, so that lines keep
+/// their numbers.
+bool TakeSession(const TSection &section, TCaseRun &run) {
+    run.arguments = {"session", "--json", "-"};
+    std::uint32_t number = 0;
+    TSessionStep *step = nullptr;
+    for (const std::string &line : section.text) {
+        ++number;
+        if (line.starts_with(">") || line.starts_with("= ")) {
+            if (step == nullptr) {
+                return false;
+            }
+            run.input += '\n';
+            if (line.front() == '=') {
+                step->given = line.substr(1);
+                continue;
+            }
+            auto &events = step->events ? *step->events : step->events.emplace();
+            if (line.find_first_not_of("> ") != std::string::npos) {
+                events.push_back(line.substr(1));
+            }
+            continue;
+        }
+        const bool refused = line.starts_with("! ");
+        const std::string command = refused ? line.substr(2) : line;
+        run.input += command + '\n';
+        if (!command.empty() && command.front() != '#') {
+            step = &run.steps[number];
+            *step = {.command = command, .refused = refused, .events = std::nullopt, .given = ""};
+            run.exit_code = refused ? 1 : run.exit_code;
+        }
+    }
+    return !run.steps.empty();
 }
 
 /// Makes cases of the sections of one file.
@@ -124,6 +164,13 @@ public:
             runs.push_back(next_);
             next_ = {};
             return true;
+        }
+        if (head[0] == "session") {
+            next_.line = section.line;
+            const bool taken = TakeSession(section, next_);
+            runs.push_back(next_);
+            next_ = {};
+            return taken;
         }
         if (head[0] == "in") {
             return FileBytes(section, head, next_.input);

@@ -92,7 +92,13 @@ private:
                 argument.replace(0, 1, argument[0] == '@' ? kRoot : kBuilt);
             }
         }
-        const TRunResult result = RunProgram(arguments, run.input);
+        std::string input = run.input;
+        if (!run.steps.empty()) {
+            Replace(input, " @", " " + kRoot);
+            Replace(input, " ^", " " + kBuilt);
+        }
+        const TRunResult result = RunProgram(arguments, input);
+        CheckSession(run, result.output);
         Expect(run, "exit code", std::to_string(run.exit_code), std::to_string(result.exit_code));
         CheckOutput(run, result.output);
         if (run.errors || run.exit_code == 0 || (Has(run, "--json") && run.exit_code == 1)) {
@@ -103,6 +109,47 @@ private:
             Expect(run, "existence of " + name, text ? "yes" : "no", there ? "yes" : "no");
             Expect(run, name, text.value_or(""), Shown(kq_base::ToUtf8(ReadBytes(name))));
         }
+    }
+
+    /// Each command was carried out or refused, and its events came, as the steps say.
+    void CheckSession(const TCaseRun &run, const std::string &output) {
+        if (run.steps.empty()) {
+            return;
+        }
+        const TJson answers = TJson::parse(output, nullptr, false);
+        Expect(run, "commands", std::to_string(run.steps.size()), std::to_string(answers.size()));
+        for (const TJson &answer : answers) {
+            const auto line = answer["line"].get<std::uint32_t>();
+            const TSessionStep &step = run.steps.at(line);
+            const std::string what = "line " + std::to_string(run.line + static_cast<int>(line)) + ": " + step.command +
+                                     (answer.contains("found") ? ", found " + answer["found"].dump() : "");
+            Expect(run, what, step.refused ? "refused" : "done", answer["ok"] == true ? "done" : "refused");
+            if (step.events) {
+                Expect(run, what, EventLines(*step.events), EventLines(answer["events"]));
+            }
+            if (!step.given.empty()) {
+                const TJson given = TJson::parse(step.given, nullptr, false);
+                TJson expected = answer;
+                expected.update(given);
+                Expect(run, what, Shown(expected.dump(1)), Shown(answer.dump(1)));
+            }
+        }
+    }
+
+    static std::string EventLines(const std::vector<std::string> &events) {
+        std::string lines;
+        for (const std::string &event : events) {
+            lines += TJson::parse(event, nullptr, false).dump() + "\n";
+        }
+        return lines;
+    }
+
+    static std::string EventLines(const TJson &events) {
+        std::string lines;
+        for (const TJson &event : events) {
+            lines += Shown(event.dump() + "\n");
+        }
+        return lines;
     }
 
     void CheckOutput(const TCaseRun &run, const std::string &output) {

@@ -24,7 +24,8 @@ std::string BlockText(const std::string &text, std::size_t indent) {
     std::size_t start = 0;
     while (start < text.size()) {
         const std::size_t end = std::min(text.find('\n', start), text.size());
-        block += Indented(indent, "| " + text.substr(start, end - start));
+        const std::size_t length = end - start - (end > start && text[end - 1] == '\r' ? 1 : 0);
+        block += Indented(indent, "| " + text.substr(start, length));
         start = end + 1;
     }
     return block;
@@ -33,10 +34,10 @@ std::string BlockText(const std::string &text, std::size_t indent) {
 std::string CellsText(const TJson &cells) {
     std::string text;
     for (const TJson &cell : cells) {
-        text += text.empty() ? "" : " | ";
         const TJson &shown = cell["text"];
-        text += shown.is_null() ? "(disabled)" : shown.get<std::string>();
+        text += (&cell == &cells.front() ? "" : " | ") + (shown.is_null() ? "(disabled)" : shown.get<std::string>());
     }
+    text.erase(text.find_last_not_of(" |") + 1);
     return text;
 }
 
@@ -60,10 +61,19 @@ bool IsFlat(const TJson &value) {
     return std::none_of(value.begin(), value.end(), [](const TJson &each) { return each.is_object(); });
 }
 
-std::string FlatText(const TJson &array) {
+std::string FlatText(const TJson &array, const char *separator = ", ") {
     std::string text;
     for (const TJson &each : array) {
-        text += (text.empty() ? "" : ", ") + (each.is_array() ? FlatText(each) : ScalarText(each));
+        text += (text.empty() ? "" : separator) + (each.is_array() ? FlatText(each, " ") : ScalarText(each));
+    }
+    return text;
+}
+
+/// An object of scalars in one line.
+std::string MemberList(const TJson &object) {
+    std::string text;
+    for (const auto &[name, value] : object.items()) {
+        text += (text.empty() ? "" : ", ") + name + ": " + ScalarText(value);
     }
     return text;
 }
@@ -90,7 +100,10 @@ std::string ValueText(const std::string &name, const TJson &value, std::size_t i
     if (value.is_array()) {
         std::string text = Indented(indent, name);
         for (const TJson &each : value) {
-            text += Indented(indent + kStep, "-") + MembersText(each, indent + 2 * kStep);
+            const bool one_line =
+                std::none_of(each.begin(), each.end(), [](const TJson &member) { return member.is_structured(); });
+            text += one_line ? Indented(indent + kStep, MemberList(each))
+                             : Indented(indent + kStep, "-") + MembersText(each, indent + 2 * kStep);
         }
         return text;
     }
