@@ -66,7 +66,7 @@ void CTextHighlighter::Read(const CTextView &view) {
     for (const CTextView::TColoredId &word : view.ColoredIds()) {
         words_[ToQt(word.name.View())] = ColorOf(word.color);
     }
-    number_ = ColorOf(view.number_color);
+    number_ = ColorOf(view.number_color.value_or(CTextView::kNumberColor));
 }
 
 QList<QTextLayout::FormatRange> CTextHighlighter::Formats(const QString &text, const QPalette &palette) const {
