@@ -138,7 +138,6 @@ private:
 
     // window_open.cpp
     bool CanEnumerate() const;
-    bool HasDeviceSearch() const;
     bool OpenPar();
     bool OpenDmf();
     struct TFileTexts;
@@ -194,7 +193,12 @@ private:
     bool SaveDmfFromModel(std::string &error);
 
     // device_search.cpp
+    bool HasDeviceSearch() const;
     void SearchDevices();
+    void RunSearch();
+    bool WriteForSearch(std::string_view path);
+    bool ChooseDevices(std::string_view path);
+    void TakeSearchResult(std::string_view path);
 
     CConfiguratorWindow &window_;
     TOpening opening_;
