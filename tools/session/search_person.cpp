@@ -1,7 +1,5 @@
 #include "tools/session/search_person.h"
 
-#include <algorithm>
-#include <iterator>
 #include <utility>
 
 #include "configurator/kq_pdt.h"
