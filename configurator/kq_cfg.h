@@ -290,6 +290,12 @@ KQ_API TTemplate DescribeTemplate(const TOptions &options, std::string_view temp
 /// (kUndefined declares it without one). Text after the expression is an error.
 KQ_API TEvaluation EvaluateExpression(std::string_view expression, const TVariables &variables);
 
+/// An expression as the template language writes it, with the parentheses that it needs and those that make clear how
+/// operands group.
+KQ_API std::string ExpressionText(const TExpr &expression);
+/// A text as a literal of the template language: in single quotes, each quote in it doubled.
+KQ_API std::string LiteralText(std::string_view text);
+
 /// Matches a text against a value list of the template language, written as after `name =`. Text after the list is an
 /// error.
 KQ_API TMatch MatchValueList(std::string_view value_list, std::string_view text);

@@ -96,7 +96,8 @@ public:
 
     ~CConfiguratorWindow() override;
 
-    /// Runs until the window is to end: code 4, or code 5 once closing was confirmed.
+    /// Runs until the window is to end: code 4, or code 5 once closing was confirmed. The window has to outlive it: a
+    /// host that runs a loop of its own may delete the window when it hears NotifyClosed, this one's caller only after.
     std::uint32_t Exec() override;
     void SetVisible(bool visible) override;
     void SetSelect(bool selected) override;

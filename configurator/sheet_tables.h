@@ -77,12 +77,23 @@ public:
     static std::vector<const CKeyDef *> AddableKeys(const CSectionDef &section);
 
 private:
+    /// Where the cell of a key's table that was read last lies: cells are counted over all values before it, and a
+    /// table's next cell is read near the last one.
+    struct TCursor {
+        std::uint32_t table = 0;
+        std::size_t par = 0;
+        std::uint32_t cells_before = 0;
+    };
+
+    void ReadKeyCell(std::uint32_t table, const TRow &row, TCellField field, kq_base::CTextBuffer &text,
+                     bool &disabled);
     static bool IsGrid(CSectionDef &section);
     static std::uint32_t NameCells(CSectionDef &section);
 
     CParSheetData &data_;
     const CSheetEdit &edit_;
     kq_base::CTextBuffer column_text_;
+    TCursor cursor_;
 };
 
 }  // namespace kq_pdt

@@ -9,10 +9,11 @@ namespace kq_pdt {
 
 namespace {
 
-/// Commands that a person gives outside the cell that is edited, which leaves it.
+/// Commands that leave the cell that is edited. Those that save or close see to it themselves; a deletion takes what is
+/// edited along, or leaves it.
 bool LeavesCell(std::uint32_t code) {
-    constexpr std::array<std::uint32_t, 9> kCodes = {
-        cmClose, cmSave, cmApply, cmDelete, cmAdd, cmSearchDevices, cmDriverHelp, cmRepairDmf, CListBox::kRowChosen};
+    constexpr std::array<std::uint32_t, 5> kCodes = {cmAdd, cmSearchDevices, cmDriverHelp, cmRepairDmf,
+                                                     CListBox::kRowChosen};
     return std::find(kCodes.begin(), kCodes.end(), code) != kCodes.end();
 }
 
@@ -22,17 +23,19 @@ bool CWindowSession::HandleEvent(TEvent &event) {
     if (done_) {
         return true;
     }
-    bool base_follows = true;
     if (event.Is(ecKeyDown | ecKey) && event.code == CConfiguratorWindow::kNextMessageKey) {
         CommitCellEditors();
         NextMessage();
     } else if (event.Is(ecCommand | ecNotice)) {
-        base_follows = HandleCommand(event);
+        if (!HandleCommand(event)) {
+            // The host was told that the window is closed, and may have deleted it.
+            return false;
+        }
     } else if (event.event_class == ecMouse) {
         HideBubble();
     }
     UpdateUndoMenu(tabs_.ActiveTabIndex());
-    return base_follows;
+    return true;
 }
 
 bool CWindowSession::HandleCommand(TEvent &event) {
@@ -52,6 +55,7 @@ bool CWindowSession::HandleCommand(TEvent &event) {
             StopEvent(event);
             return true;
         case cmDelete:
+            channels_.HideCellEditor();
             if (OnSheet()) {
                 sheet_.DeleteSelectedRow();
             }

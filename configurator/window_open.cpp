@@ -120,7 +120,10 @@ void CWindowSession::ReadSettings() {
         tabs_.SetActiveTabIndex(CConfiguratorWindow::kSheetTab);
     }
     if (settings.Open(CSettings::GetRegistryIniPath(4) + "\\text editor")) {
-        settings.ReadUnsigned("number color", ParView().number_color);
+        std::uint32_t number_color = 0;
+        if (settings.ReadUnsigned("number color", number_color)) {
+            ParView().number_color = number_color;
+        }
         settings.ReadUnsigned("system keyword color", keyword_color_);
     }
     SetColouredIds();

@@ -141,7 +141,7 @@ private:
     bool OpenPar();
     bool OpenDmf();
     struct TFileTexts;
-    bool OpenFile(CTextView &view, TFile &file, const TFileTexts &texts);
+    bool OpenFile(CTextView &view, TFile &file, const TFileTexts &shown);
     bool LoadFile(CTextView &view, TFile &file);
     void SetColouredIds();
 

@@ -110,6 +110,9 @@ bool CChannelsGroupItem::Define() {
         return to.kind == TParKind::pvUndefined;
     }
     to_ = to;
+    if (to_.number == kNoNumber) {
+        return false;
+    }
     if (to_.number < from_.number) {
         sheet_data_->ReportError(texts::kBoundsReversed);
         return false;
@@ -121,6 +124,18 @@ bool CChannelsGroupItem::Define() {
     }
     defined_ = LayRange();
     return defined_;
+}
+
+void CChannelsGroupItem::Reconsider() {
+    if (!defined_) {
+        return;
+    }
+    const bool stays = Evaluate(from_expression_) == from_ && Evaluate(to_expression_) == to_ &&
+                       CurrentWord(type_rows_.get(), kwChType) == type_ &&
+                       CurrentWord(direction_rows_.get(), kwChDirection) == direction_;
+    if (!stays) {
+        RemoveRange();
+    }
 }
 
 /// Type or direction may have changed with the parameter. Rows of which none holds any more refuse the change.

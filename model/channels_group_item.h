@@ -27,6 +27,8 @@ public:
 
     /// Makes the range unless it is there. False if that fails; bounds that aren't known yet are no failure.
     bool Define();
+    /// Takes the range back if bounds, type or direction have changed while nobody told the group.
+    void Reconsider();
     /// Gives an expression to a bound that has none yet: `ch_from` to the lower one or, if that is taken, to the upper
     /// one, `ch_to` to the upper one. A further one is dropped.
     void SetBound(std::uint32_t keyword, std::unique_ptr<CExpression> expression);

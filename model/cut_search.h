@@ -29,8 +29,10 @@ public:
     /// Begins a search; the text and the items of all patterns have to live until its end.
     void Begin(std::string_view text);
     void AddPattern(const CItemSeq::TItems &items);
-    /// True if a pattern matches the whole text.
+    /// True if a pattern matches the whole text; numbers that the match pulls into their ranges are pulled.
     bool Finish();
+    /// The same without a change to any item.
+    bool HasWinner() const { return winner_ != kNone; }
     /// The index of the pattern that won, in the order of adding.
     std::uint32_t Winner() const { return winning_pattern_; }
     /// Appends a piece for each item of the winning pattern that took part, in order.

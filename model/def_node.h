@@ -72,6 +72,9 @@ public:
     /// Makes a block of channels for a node that has none yet, and its groups. False if one of them can't be, or its
     /// numbers aren't in the ranges of their items.
     virtual bool CommitChannels();
+    /// After the node was published while a file is read: groups whose values have changed since give their ranges
+    /// back.
+    virtual void ReconsiderGroups();
     /// Hands a channel number to the item that is for it. False if there is one and it can't take the number.
     bool TakeNumber(std::uint32_t keyword, std::uint32_t number);
     /// Looks through the items for the answer to a channel attribute; 0xFFFFFFFF if none has one.

@@ -30,6 +30,13 @@ void CDefNode::RegisterGroupItems() {
     }
 }
 
+void CDefNode::ReconsiderGroups() {
+    const CScopeGuard scope(this);
+    for (const auto &group : groups_) {
+        group->Reconsider();
+    }
+}
+
 void CDefNode::RegisterChannels() {
     const CScopeGuard scope(this);
     RegisterGroupItems();

@@ -27,6 +27,9 @@ public:
 
     /// In a definition the required procedures, in an instance the modules found.
     const CNameList &Names() const { return names_; }
+    /// The first name that the text has at a position, in any case of letters, with ".DLL" or without. False without
+    /// any.
+    bool FindEntry(std::string_view text, std::uint32_t position, TMatchStep &step, std::uint32_t &index) const;
 
     void Publish() override;
     bool AppendText(kq_base::CTextBuffer &text) override;
@@ -45,9 +48,6 @@ protected:
     void AppendShownValue(kq_base::CTextBuffer &text) const override;
 
 private:
-    /// The first name that the text has at a position, in any case of letters, with ".DLL" or without. False without
-    /// any.
-    bool FindEntry(std::string_view text, std::uint32_t position, TMatchStep &step, std::uint32_t &index) const;
     const kq_base::TText *Selected() const;
     void ListModules(CDllItem &clone) const;
     bool HasProcedures(std::string_view path) const;
@@ -57,7 +57,7 @@ private:
 
     CParSheetData *sheet_data_;
     CNameList names_;
-    bool listed_ = false;     ///< names_ holds modules
+    bool listed_ = false;  ///< names_ holds modules
     std::uint32_t selected_index_ = kNoNumber;
     kq_base::TText loaded_name_;  ///< whose template is loaded; empty without one
     TLoadedModule loaded_;

@@ -225,6 +225,14 @@ TParValue CItem::ValueInScopes() {
     return InScopesOf(*this, [this] { return PublishedValue(); });
 }
 
+void CItem::PublishWithoutText() {
+    CParSheetData *data = SheetData();
+    if (id_variable_ && data != nullptr && (undefined_ || !IsEnabled()) &&
+        data->References().Dependent(id_variable_->Name()) == nullptr) {
+        AssignToVariable(PublishedValue());
+    }
+}
+
 CSectionDef *CItem::Dependent() const { return id_variable_ ? id_variable_->Dependent() : nullptr; }
 
 void CItem::SetDependent(CSectionDef *section) { id_variable_->SetDependent(section); }
@@ -266,7 +274,15 @@ bool CItem::AssignToVariable(const TParValue &value) {
 }
 
 void CItem::AdoptDependent(const CItem &source, const TParValue &value) {
-    if (!id_variable_ || !source.id_variable_ || !id_variable_->AdoptDependent(*source.id_variable_)) {
+    if (!id_variable_ || !source.id_variable_) {
+        return;
+    }
+    if (!id_variable_->AdoptDependent(*source.id_variable_)) {
+        // The match created a section of its own, of which no text was read: the item's section takes the value.
+        CSectionDef *created = source.Dependent();
+        if (created != nullptr && created != Dependent() && !created->WasTaken()) {
+            created->SheetData()->Instances().Release(*created);
+        }
         return;
     }
     if (CVariable *variable = id_variable_->Variable()) {

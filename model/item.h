@@ -115,6 +115,9 @@ public:
     /// Releases what the item owns.
     virtual void Done();
 
+    /// The line that was read has no text for the item. If it can't have one, being undefined or disabled, its variable
+    /// is told so that what follows in the file sees it; not where that could create a section before the end.
+    void PublishWithoutText();
     /// The value of a name came from a text, be it through a clone: no default replaces it, and the variable has it. To
     /// be called inside the scopes of the item's nodes.
     virtual void CountAsGiven() {}

@@ -28,6 +28,12 @@ void CItemSeq::PublishAll() {
     }
 }
 
+void CItemSeq::PublishWithoutText() {
+    for (const auto &item : items_) {
+        item->PublishWithoutText();
+    }
+}
+
 void CItemSeq::CountAsGiven() {
     for (const auto &item : items_) {
         item->CountAsGiven();
@@ -45,8 +51,7 @@ bool CItemSeq::AllOptional() const {
 }
 
 bool CItemSeq::HasModule() const {
-    return std::any_of(items_.begin(), items_.end(),
-                       [](const auto &item) { return item->Code() == TItemCode::kDll; });
+    return std::any_of(items_.begin(), items_.end(), [](const auto &item) { return item->Code() == TItemCode::kDll; });
 }
 
 bool CItemSeq::AnyEnabled() const {

@@ -23,6 +23,8 @@ public:
     bool AppendText(kq_base::CTextBuffer &text);
     /// Publishes all items. From then on the node answers their questions about channels.
     void PublishAll();
+    /// The line that was read has no text for the items: see CItem.
+    void PublishWithoutText();
     /// The values of a name came from a text: see CItem.
     void CountAsGiven();
     /// Gives back what others can see of the items.

@@ -28,6 +28,7 @@ void CMatcher::Begin(std::string_view text) {
     text_ = text;
     patterns_.clear();
     stepped_ = false;
+    silent_ = false;
 }
 
 void CMatcher::AddPattern(const CItemSeq &items, CDefNode *scope1, CDefNode *scope2) {
@@ -97,12 +98,26 @@ bool CMatcher::Mark(const TPattern &pattern, bool starting, std::uint32_t item, 
     return fresh;
 }
 
+void CMatcher::SearchCuts() {
+    search_.Begin(text_);
+    for (const TPattern &pattern : patterns_) {
+        search_.AddPattern(*pattern.items);
+    }
+}
+
+bool CMatcher::RunSilently() {
+    silent_ = true;
+    if (!stepped_) {
+        SearchCuts();
+        return search_.HasWinner();
+    }
+    Prepare(true);
+    return Search();
+}
+
 bool CMatcher::Run() {
     if (!stepped_) {
-        search_.Begin(text_);
-        for (const TPattern &pattern : patterns_) {
-            search_.AddPattern(*pattern.items);
-        }
+        SearchCuts();
         return search_.Finish();
     }
     Prepare(false);
@@ -185,7 +200,7 @@ void CMatcher::Start(std::uint32_t pattern_index, std::uint32_t item, std::uint3
         if (pattern.publishes) {
             trace = Carry(*operation.item, trace);
         } else {
-            if (operation.code == TItemCode::kNumber) {
+            if (operation.code == TItemCode::kNumber && !silent_) {
                 operation.item->ForceIntoRange();
             }
             pieces_.push_back({trace, position, item, position});

@@ -49,6 +49,9 @@ public:
     void AddPattern(const CItemSeq &items, CDefNode *scope1, CDefNode *scope2);
     /// Runs the match; true if a pattern matched the whole text.
     bool Run();
+    /// The same without any effect: nothing is published and no item changes. Afterwards only Winner and Cuts may be
+    /// asked for.
+    bool RunSilently();
     /// The index of the pattern that won, in the order of adding.
     std::size_t Winner() const { return stepped_ ? won_.pattern : search_.Winner(); }
     /// Where the winner was cut: a piece for each item that took part, in order. Empty if the winner's candidates
@@ -110,6 +113,7 @@ private:
 
     void Prepare(bool everything_cheaply);
     bool Search();
+    void SearchCuts();
     bool Match(const TOperation &operation, std::uint32_t position, TMatchStep &step) const;
     bool SkipEmpty(const TPattern &pattern, std::uint32_t &item, std::uint32_t position, TMatchStep &step);
     void Start(std::uint32_t pattern_index, std::uint32_t item, std::uint32_t position, std::uint32_t trace);
@@ -124,6 +128,7 @@ private:
 
     std::string_view text_;
     CCutSearch search_;
+    bool silent_ = false;   ///< items stay as they are
     bool stepped_ = false;  ///< a pattern publishes or shows a variable, so won_ will hold the winner and not search_
     std::vector<TPattern> patterns_;
     std::vector<TCandidate> queue_;

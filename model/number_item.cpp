@@ -20,12 +20,12 @@ bool CNumberItem::IsInRange(std::uint32_t number) const {
            (attributes.range_to < attributes.range_from || number <= attributes.range_to);
 }
 
-void CNumberItem::ForceIntoRange() {
-    if (!IsInRange(value_)) {
-        const TItemAttributes &attributes = Attributes();
-        value_ = value_ < attributes.range_from ? attributes.range_from : attributes.range_to;
-    }
+std::uint32_t CNumberItem::InRange(std::uint32_t number) const {
+    const TItemAttributes &attributes = Attributes();
+    return IsInRange(number) ? number : number < attributes.range_from ? attributes.range_from : attributes.range_to;
 }
+
+void CNumberItem::ForceIntoRange() { value_ = InRange(value_); }
 
 void CNumberItem::Publish() {
     if (Attributes().default_expression && !has_value_ && !undefined_ && IsEnabled()) {

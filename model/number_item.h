@@ -11,6 +11,8 @@ public:
     CNumberItem();
 
     std::uint32_t Value() const { return value_; }
+    /// The number, or the bound of the range that is next to it.
+    std::uint32_t InRange(std::uint32_t number) const;
 
     void Publish() override;
     bool SetValue(const TParValue &value) override;

@@ -132,8 +132,8 @@ CSectionDef *CParReader::MatchInstance(std::string_view name, std::unique_ptr<CI
     return fresh != nullptr ? fresh : first;
 }
 
-/// False if neither a definition nor an instance has the name, so that a later pass may. A dependent section that no value
-/// has created yet waits as long as others can be read, since one of them may publish the value.
+/// False if neither a definition nor an instance has the name, so that a later pass may. A dependent section that no
+/// value has created yet waits as long as others can be read, since one of them may publish the value.
 bool CParReader::ReadSection(const TParSectionRef &section) {
     std::unique_ptr<CItemSeq> results;
     CSectionDef *definition = MatchDefinition(section.name, results);
@@ -171,6 +171,7 @@ bool CParReader::ReadSection(const TParSectionRef &section) {
     ReadKeys(*definition, *instance);
     instance->RegisterChannels();
     instance->PublishTree();
+    instance->ReconsiderGroups();
     instance->CommitChannels();
     return true;
 }
@@ -256,9 +257,14 @@ void CParReader::ReadValues(std::string_view key_text, CSectionDef &instance, CK
         const CScopeGuard key_scope(&key);
         return par.AnyEnabled();
     };
+    const auto pass_over = [&] {
+        const CScopeGuard section_scope(&instance);
+        const CScopeGuard key_scope(&key);
+        pars[next++]->Items().PublishWithoutText();
+    };
     const auto skip_disabled = [&] {
         while (next < pars.size() && !pars[next]->Items().HasModule() && !is_enabled(*pars[next])) {
-            ++next;
+            pass_over();
         }
     };
     std::string_view value;
@@ -274,12 +280,18 @@ void CParReader::ReadValues(std::string_view key_text, CSectionDef &instance, CK
         CParDef &par = *pars[next];
         if (TakeValue(value, has_separator, separator, instance, key, par)) {
             next_value();
-        } else if (!par.AllOptional() && is_enabled(par)) {
-            ReportRefusedValue(key_text, value);
-            next_value();
+            ++next;
+        } else {
+            if (!par.AllOptional() && is_enabled(par)) {
+                ReportRefusedValue(key_text, value);
+                next_value();
+            }
+            pass_over();
         }
-        ++next;
         skip_disabled();
+    }
+    while (next < pars.size()) {
+        pass_over();
     }
     if (!has_value || pars.empty() || !pars.back()->Items().ReadsAll()) {
         return;

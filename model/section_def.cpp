@@ -124,6 +124,14 @@ bool CSectionDef::CommitChannels() {
     return CDefNode::CommitChannels() && result;
 }
 
+void CSectionDef::ReconsiderGroups() {
+    const CScopeGuard scope(this);
+    CDefNode::ReconsiderGroups();
+    for (const auto &key : keys_) {
+        key->ReconsiderGroups();
+    }
+}
+
 void CSectionDef::CapturedValueChanged(const TParValue &value, const CVariable *variable) {
     CJournal::Note([this] { SheetData()->Instances().Renamed(*this); });
     {

@@ -62,11 +62,15 @@ CItem *LastOfNode(CDefNode &node, const CVariable &variable) {
     return last;
 }
 
+/// Keys that come once are among the first, as many as the definition has.
 CItem *LastOfSection(CSectionDef &section, const TSectionUse &use, const CVariable &variable) {
-    // NOLINTNEXTLINE(modernize-loop-convert): the last one first.
-    for (auto key = section.Keys().rbegin(); key != section.Keys().rend(); ++key) {
-        if (use.Holds((*key)->Definition())) {
-            return LastOfNode(**key, variable);
+    const auto &keys = section.Keys();
+    const bool repeated =
+        std::any_of(use.keys.begin(), use.keys.end(), [](const CKeyDef *key) { return key->Has(nfMultiple); });
+    const std::size_t end = repeated ? keys.size() : std::min(keys.size(), use.section->Keys().size());
+    for (std::size_t index = end; index-- > 0;) {
+        if (use.Holds(keys[index]->Definition())) {
+            return LastOfNode(*keys[index], variable);
         }
     }
     return use.in_section ? LastOfNode(section, variable) : nullptr;
@@ -81,7 +85,7 @@ bool TextCreates(const CItem &item, const TParValue &value, const TParValue &cur
 
 }  // namespace
 
-CItem *CAssignments::LastPublisher(const CVariable &variable) const {
+CItem *CAssignments::LastPublisher(const CVariable &variable, std::uint32_t before) const {
     CDefNode *node = variable.Scope().Node();
     if (node != nullptr && node->Has(nfKey)) {
         return LastOfNode(*node, variable);
@@ -90,8 +94,8 @@ CItem *CAssignments::LastPublisher(const CVariable &variable) const {
     CSectionDef *last = nullptr;
     CItem *item = nullptr;
     for (const TSectionUse &use : uses->publishers) {
-        CSectionDef *section =
-            node != nullptr ? static_cast<CSectionDef *>(node) : sheet_data_.Instances().Index().LastOf(use.section);
+        CSectionDef *section = node != nullptr ? static_cast<CSectionDef *>(node)
+                                               : sheet_data_.Instances().Index().LastBefore(use.section, before);
         while (section != nullptr && (last == nullptr || section->Serial() > last->Serial())) {
             if (CItem *found = LastOfSection(*section, use, variable)) {
                 last = section;

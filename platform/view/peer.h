@@ -70,6 +70,8 @@ struct TViewNotice {
     std::uint64_t removed = 0;
     std::uint64_t inserted = 0;
     const TTreeItem *item = nullptr;
+
+    friend bool operator==(const TViewNotice &left, const TViewNotice &right) = default;
 };
 
 class CView;

@@ -35,14 +35,15 @@ TStamp StampOf(const std::string &path) {
     return {status.st_dev, status.st_ino, status.st_size, status.st_mtim.tv_sec, status.st_mtim.tv_nsec};
 }
 
-/// Keeps other processes from writing the files of a directory between reading and replacing one. One that is stopped
-/// while it holds the lock delays us for a moment only: a lost value is better than a window that doesn't answer.
+/// Keeps other processes from writing the files of a directory between reading and replacing one. If one is stopped
+/// while it holds the lock, we wait for two seconds only: a lost value is better than a window that does not
+/// answer.
 class CDirectoryLock {
 public:
     explicit CDirectoryLock(const std::string &directory)
         : directory_(open(directory.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {
         constexpr timespec kPause = {.tv_sec = 0, .tv_nsec = 2'000'000};
-        for (int attempt = 0; attempt < 100 && flock(directory_.Number(), LOCK_EX | LOCK_NB) != 0; ++attempt) {
+        for (int attempt = 0; attempt < 1000 && flock(directory_.Number(), LOCK_EX | LOCK_NB) != 0; ++attempt) {
             if (errno != EWOULDBLOCK) {
                 return;
             }
@@ -85,11 +86,11 @@ bool ReplaceFile(const std::string &path, std::string_view content) {
     return true;
 }
 
-/// The file to be replaced: a link to it stays a link.
-std::string BehindLinks(const std::string &path) {
+/// The file to be replaced, with its directory: a link to it stays a link.
+fs::path BehindLinks(const std::string &path) {
     std::error_code error;
     const fs::path target = fs::canonical(path, error);
-    return error ? path : target.string();
+    return error ? fs::absolute(path, error) : target;
 }
 
 }  // namespace
@@ -101,17 +102,20 @@ struct CFileSettings::TState {
     CMemorySettings values;
     CMemorySettings unsaved;
 
-    /// Reads the file unless it is the one that was read last.
+    /// Reads the file, if it isn't the one that was read last.
     void Update();
+    void Read();
     bool Save();
 };
 
 void CFileSettings::TState::Update() {
-    const TStamp present = StampOf(path);
-    if (std::exchange(was_read, true) && present == stamp) {
-        return;
+    if (!std::exchange(was_read, true) || StampOf(path) != stamp) {
+        Read();
     }
-    stamp = present;
+}
+
+void CFileSettings::TState::Read() {
+    stamp = StampOf(path);
     std::string text;
     CMemorySettings::TPaths paths;
     if (kq_base::ReadFile(path, text) == 0) {
@@ -130,11 +134,11 @@ void CFileSettings::TState::Update() {
 bool CFileSettings::TState::Save() {
     const fs::path file = BehindLinks(path);
     std::error_code error;
-    if (!file.has_parent_path() || (fs::create_directories(file.parent_path(), error), error)) {
+    if (path.empty() || (fs::create_directories(file.parent_path(), error), error)) {
         return false;
     }
     const CDirectoryLock lock(file.parent_path().string());
-    Update();
+    Read();
     if (!ReplaceFile(file.string(), SettingsText(values.Paths()))) {
         return false;
     }

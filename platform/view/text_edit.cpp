@@ -61,10 +61,13 @@ bool CTextView::UserSelect(std::size_t anchor, std::size_t cursor) {
 }
 
 bool CTextView::UserUndo() {
-    if (!IsEnabled() || !CanUndo()) {
+    if (!IsEnabled()) {
         return false;
     }
     FinishStep();
+    if (!history_->CanStepBack()) {
+        return false;
+    }
     const CTextHistory::TChange change = history_->StepBack(text_);
     saved_ = history_->IsAtSaved();
     ReplacePiece(change.offset, change.removed, change.inserted);
@@ -72,10 +75,13 @@ bool CTextView::UserUndo() {
 }
 
 bool CTextView::UserRedo() {
-    if (!IsEnabled() || !CanRedo()) {
+    if (!IsEnabled()) {
         return false;
     }
     FinishStep();
+    if (!history_->CanStepForward()) {
+        return false;
+    }
     const CTextHistory::TChange change = history_->StepForward(text_);
     saved_ = history_->IsAtSaved();
     ReplacePiece(change.offset, change.removed, change.inserted);

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -68,8 +69,10 @@ public:
         bool backwards = false;   ///< towards the beginning
     };
 
-    /// The colour in which numbers are shown.
-    std::uint32_t number_color = 0x00800000;
+    /// The colour in which numbers are shown until another one is set.
+    static constexpr std::uint32_t kNumberColor = 0x00800000;
+    /// The colour of numbers that was set.
+    std::optional<std::uint32_t> number_color;
 
     // The program's side. What it does to the text between two of a person's edits is one step of the history.
 

@@ -142,6 +142,7 @@ void CView::MakePeers() {
         peer_ = peer_factory->MakePeer(*this);
     }
     if (peer_ != nullptr) {
+        // NOLINTNEXTLINE(modernize-loop-convert): a peer that is made may put further views in.
         for (std::size_t index = 0; index < children_.size(); ++index) {
             children_[index]->MakePeers();
         }

@@ -42,6 +42,7 @@ struct TItem {
 struct TSource {
     std::string variable;
     std::uint32_t depth = 0;
+    bool sure = true;  ///< it always has a value, so what follows it in a name is matched where it was written
 };
 
 class CGenerator {
@@ -83,7 +84,7 @@ private:
         return "Name" + std::to_string(10 * (1 + number / 4) + number % 4);
     }
 
-    /// A variable that is published before the place at hand; null without one.
+    /// A variable that is published before the item at hand; null without one.
     const TVariable *Known(bool number, bool sure) {
         std::vector<const TVariable *> found;
         for (const TVariables *scope : {&root_, &section_, &key_}) {
@@ -131,6 +132,7 @@ private:
             if (!shared) {
                 sources_.push_back({variable.name, depth_ + 1});
             }
+            sources_.back().sure = sources_.back().sure && sure;
         } else if (const std::uint32_t scope = dice_.Below(3); scope == 0 && in_key_) {
             variable.name = key_names_.emplace_back(Name("k"));
             key_.push_back(variable);
@@ -401,7 +403,7 @@ private:
         const std::vector<TItem> items = channels ? ChannelItems() : std::vector<TItem>();
         flags += channels ? "channels;\n" : "";
         for (const TItem &item : items) {
-            if (!item.Has("optional") && Chance("channel_names")) {
+            if (!item.Has("optional") && source.sure && Chance("channel_names")) {
                 name += " + '-' + " + item.Text();
             } else {
                 keys += Key("'" + Name("k") + "'", "", {RolePar(item)}, "");
@@ -477,7 +479,7 @@ TKnobs MakeKnobs(std::string_view changes) {
             "required=30,bare_rows=5,channel_keys=40,section_channels=12,optional_numbers=20,channel_names=25,"
             "free_words=20,partial_rows=10,number_words=15,word_labels=5,word_variables=25,free_counts=20,group_keys="
             "15,"
-            "section_groups=15,group_rows=40,sources=15,missing_sources=15,shared_sources=20,multiple_dependents=0,"
+            "section_groups=15,group_rows=40,sources=15,missing_sources=15,shared_sources=20,multiple_dependents=15,"
             "name_defaults=20,name_strings=25,name_publishers=50,module_keys=8,repeated_modules=20,fixed_channels=20,"
             "driver_map=40") +
         (changes.empty() ? "" : ",") + std::string(changes);

@@ -38,10 +38,10 @@ std::string ModuleBytes(const std::string &procedure) {
 }
 
 template <class TNodes>
-std::uint32_t NumberAmongEquals(const TNodes &nodes, std::size_t place, kq_pdt::CSectionDef *section) {
-    const std::string name = NameOf(*nodes[place], section);
+std::uint32_t NumberAmongEquals(const TNodes &nodes, std::size_t index, kq_pdt::CSectionDef *section) {
+    const std::string name = NameOf(*nodes[index], section);
     return 1 +
-           static_cast<std::uint32_t>(std::count_if(nodes.begin(), nodes.begin() + static_cast<std::ptrdiff_t>(place),
+           static_cast<std::uint32_t>(std::count_if(nodes.begin(), nodes.begin() + static_cast<std::ptrdiff_t>(index),
                                                     [&](const auto &node) { return NameOf(*node, section) == name; }));
 }
 
@@ -82,10 +82,10 @@ TEdit CLawRun::Choose(CDice &dice) {
         edit.section = NameOf(*dice.Pick(data.Definitions()));
         return edit;
     }
-    const std::size_t place = dice.Below(sections.size());
-    kq_pdt::CSectionDef &section = *sections[place];
+    const std::size_t index = dice.Below(sections.size());
+    kq_pdt::CSectionDef &section = *sections[index];
     edit.section = NameOf(section);
-    edit.section_number = NumberAmongEquals(sections, place, nullptr);
+    edit.section_number = NumberAmongEquals(sections, index, nullptr);
     if (what < 22) {
         edit.kind = TKind::kRemoveSection;
         return edit;

@@ -65,7 +65,7 @@ bool IsNeeded(const std::string &text, const TLines &lines, std::size_t at) {
            *first == "par = '.';" || *first == "multiple;" || (at > 0 && lines[at - 1] == "name = 'Main';");
 }
 
-/// An attribute by its place in a text. The items of a list share their condition.
+/// An attribute by its position in a text. The items of a list share their condition.
 bool IsNeeded(const std::string &text, std::size_t at, const std::string &attribute) {
     const std::string ahead = text.substr(0, at + 1);
     const std::size_t line = ahead.rfind('\n') + 1;
@@ -186,16 +186,16 @@ std::string Command(const TEdit &edit) {
                std::to_string(edit.cell) + ": " + edit.value;
     }
     const bool adds = edit.kind == TKind::kAddSection || edit.kind == TKind::kAddKey;
-    std::string place = Numbered(edit.section, edit.section_number);
-    place += edit.key.empty() ? "" : "/" + Numbered(edit.key, edit.key_number);
+    std::string path = Numbered(edit.section, edit.section_number);
+    path += edit.key.empty() ? "" : "/" + Numbered(edit.key, edit.key_number);
     if (edit.kind == TKind::kCell) {
-        place += ":" + std::to_string(edit.cell) + "=" + edit.value.substr(edit.value.empty() ? 0 : 1);
+        path += ":" + std::to_string(edit.cell) + "=" + edit.value.substr(edit.value.empty() ? 0 : 1);
     }
     return std::string("kqcfg ") +
            (adds                        ? "add"
             : edit.kind == TKind::kCell ? "set"
                                         : "remove") +
-           " t.pdt t.par --modules . --dmf t.dmf --dmf-out t.dmf -o t.par '" + place + "'" +
+           " t.pdt t.par --modules . --dmf t.dmf --dmf-out t.dmf -o t.par '" + path + "'" +
            (edit.value == "!" ? "  # cancelled" : "");
 }
 

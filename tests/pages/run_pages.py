@@ -1,7 +1,8 @@
 #!/usr/bin/env python3
 """Runs what README.md and docs/ show, as a reader would who follows a page from its top.
 
-- A block after a line that ends in "`NAME`:" is the file of that name, in code page 1250.
+- A block after a line that ends in "`NAME`:" is the file of that name, in code page 1250;
+  in UTF-8 if it is a script of a session, "NAME.session".
 - A block of `sh` is commands. Each has to end with 0, or with N where a comment "# exit code N" follows it.
 - A block of `console` is commands, each after "$ ", and what the terminal shows then. `echo $?` shows the exit code.
 
@@ -79,7 +80,8 @@ def failures_of_block(block, reader):
     elif block.language == "sh":
         yield from run_commands(block, reader)
     elif name:
-        (reader.directory / name[1]).write_bytes(block.text.encode("cp1250"))
+        encoding = "utf-8" if name[1].endswith(".session") else "cp1250"
+        (reader.directory / name[1]).write_bytes(block.text.encode(encoding))
 
 
 def failures_of_page(page, root, build):

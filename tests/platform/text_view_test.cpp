@@ -6,6 +6,7 @@
 
 #include "platform/base/code_page.h"
 #include "tests/support/memory_disk.h"
+#include "tests/support/recording_peers.h"
 
 namespace {
 
@@ -88,33 +89,6 @@ TEST(TextView, TheCursorStaysInTheText) {
     EXPECT_EQ(view.CursorOffset(), 0U);
 }
 
-/// Gives each view a peer that records its changes here.
-class CRecordingFactory : public CPeerFactory {
-public:
-    CRecordingFactory() : former_(SetPeerFactory(this)) {}
-    ~CRecordingFactory() override { SetPeerFactory(former_); }
-
-    std::unique_ptr<CViewPeer> MakePeer(CView & /*view*/) override { return std::make_unique<CPeer>(*this); }
-
-    std::vector<TViewChange> changes;
-    std::vector<TRect> areas;
-
-private:
-    class CPeer : public CViewPeer {
-    public:
-        explicit CPeer(CRecordingFactory &factory) : factory_(factory) {}
-        void ViewChanged(CView & /*view*/, const TViewNotice &notice) override {
-            factory_.changes.push_back(notice.change);
-        }
-        void AreaInvalidated(CView & /*view*/, const TRect &area) override { factory_.areas.push_back(area); }
-
-    private:
-        CRecordingFactory &factory_;
-    };
-
-    CPeerFactory *former_;
-};
-
 TEST(TextView, ThePeerHearsOfEveryChange) {
     CRecordingFactory factory;
     CTextView view;
@@ -129,7 +103,7 @@ TEST(TextView, ThePeerHearsOfEveryChange) {
     view.ClearColoredIdList();
     EXPECT_TRUE(view.ColoredIds().empty());
     using enum TViewChange;
-    EXPECT_EQ(factory.changes, (std::vector{kContent, kCursor, kFitCursor, kColors, kColors}));
+    EXPECT_EQ(factory.Changes(), (std::vector{kContent, kCursor, kFitCursor, kColors, kColors}));
 }
 
 TEST(View, AChildThatEndsLeavesItsAreaToBeRepainted) {

@@ -93,12 +93,11 @@ TJson TextState(CConfiguratorWindow &window) {
     for (const auto &[word, color] : colors) {
         words.push_back(TJson::array({TextJson(word), color}));
     }
-    static const std::uint32_t unset_color = CTextView().number_color;
     return {{"text", TextJson(view.Text())},
             {"line", shown ? TJson(view.CursorLine() + 1) : TJson(nullptr)},
             {"column", shown ? TJson(view.CursorColumn() + 1) : TJson(nullptr)},
             {"words", std::move(words)},
-            {"numberColor", view.number_color == unset_color ? TJson(nullptr) : TJson(view.number_color)}};
+            {"numberColor", NumberOrNull(view.number_color)}};
 }
 
 TJson DmfState(CConfiguratorWindow &window) { return TextJson(window.DmfView().Text()); }
