@@ -197,6 +197,8 @@ void CSheetPeer::ShowAll() {
 
 void CSheetPeer::ShowWidths() {
     const CSyncing syncing(syncing_);
+    // A sheet of several columns is flat, so it needs no room for the signs that open nodes.
+    Tree().setRootIsDecorated(view_.Columns(CSheetModel::kRoot).size() == 1);
     for (int column = 0; column < model_->columnCount({}) - 1; ++column) {
         const auto number = static_cast<std::uint32_t>(column + 1);
         std::uint32_t width = view_.ColumnWidth(CSheetModel::kRoot, number);

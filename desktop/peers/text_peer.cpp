@@ -189,6 +189,9 @@ void CTextPeer::ColorAnew() {
 }
 
 void CTextPeer::Show(const TViewNotice &notice) {
+    if (notice.change == TViewChange::kContent || notice.change == TViewChange::kText) {
+        ++changes_;
+    }
     switch (notice.change) {
         case TViewChange::kContent:
             stale_ = true;

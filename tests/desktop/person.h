@@ -15,7 +15,7 @@
 
 class QMainWindow;
 class QTreeView;
-class QAction;
+class QPlainTextEdit;
 
 /// A person at the window: opens an example's copy, presses keys, clicks, and looks. After each thing all that follows
 /// from it has happened.
@@ -37,7 +37,7 @@ public:
     QMainWindow &Main() const;
     QTreeView &Sheet() const;
     QTreeView &Channels() const;
-    class QPlainTextEdit &Text() const;
+    QPlainTextEdit &Text() const;
     QString Path(const QString &name) const { return copies_.filePath(name); }
     QString FileText(const QString &name) const;
 
