@@ -26,8 +26,9 @@ CTextPeer::CTextPeer(CTextView &view, CPeerAdvice &advice) : CQtPeer(advice), vi
 
 CTextPeer::~CTextPeer() {
     if (Widget() != nullptr) {
-        Editor().document()->disconnect();
-        Editor().disconnect();
+        Editor().document()->disconnect(&Editor());
+        Editor().disconnect(&Editor());
+        Editor().Detach();
     }
 }
 

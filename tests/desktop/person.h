@@ -26,11 +26,13 @@ public:
     CPerson(const CPerson &) = delete;
     CPerson &operator=(const CPerson &) = delete;
 
-    /// Copies a folder of files and opens one of them.
-    bool Open(const QString &folder, const QString &file);
+    /// Copies a folder of files and opens one of them, with files of other names where these are given.
+    bool Open(const QString &folder, const QString &file, const QString &pdt = {}, const QString &dmf = {});
     /// Opens one of the copied files anew.
     bool Reopen(const QString &file);
     void End();
+    /// Asks the window to close and lets it run; true if it ended. Otherwise the window is up still.
+    bool CloseAndRun();
 
     CConfiguratorWindow &Window() { return session_->Window(); }
     kq_desktop::CSessionFrame &Frame() { return session_->Frame(); }
@@ -55,7 +57,7 @@ public:
     QWidget *Focus() const;
 
 private:
-    bool Show(const QString &file);
+    bool Show(const QString &file, const QString &pdt, const QString &dmf);
     void AnswerBox();
 
     QTemporaryDir copies_;

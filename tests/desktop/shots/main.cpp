@@ -74,8 +74,8 @@ int main(int argc, char **argv) {
     shoot("07-replace");
     person.Press(Qt::Key_Escape);
     person.End();
-    person.Answer({QStringLiteral("Ano"), QStringLiteral("OK")});
-    person.Open(examples + QStringLiteral("modbus"), QStringLiteral("modbus_errors.par"));
+    person.Open(examples + QStringLiteral("modbus"), QStringLiteral("modbus_errors.par"), QStringLiteral("modbus.pdt"),
+                QStringLiteral("modbus.dmf"));
     person.Main().resize(960, 680);
     person.Press(Qt::Key_F8);
     shoot("08-errors");
