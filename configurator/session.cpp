@@ -81,11 +81,15 @@ void CConfiguratorSession::WritePar() {
     par_view_.SetText(written.Text());
 }
 
+void CConfiguratorSession::WriteDmfTo(CTextView &view) {
+    view.SetHistoryKept(false);
+    CTextOut out(&view);
+    sheet_data_.Ranges().WriteDmfText(out);
+}
+
 void CConfiguratorSession::WriteDmf() {
     CTextView written;
-    written.SetHistoryKept(false);
-    CTextOut out(&written);
-    sheet_data_.Ranges().WriteDmfText(out);
+    WriteDmfTo(written);
     dmf_view_.SetText(written.Text());
 }
 

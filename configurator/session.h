@@ -64,6 +64,8 @@ protected:
 
     /// Writes the model at the end of an empty view that nobody edits.
     void WriteParTo(CTextView &view);
+    /// The same of the driver map file's text.
+    void WriteDmfTo(CTextView &view);
 
 private:
     bool LoadTemplate();

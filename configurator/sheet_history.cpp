@@ -144,6 +144,12 @@ void CSheetHistory::MarkSaved() {
     }
 }
 
+void CSheetHistory::MarkUnsaved() {
+    if (state_) {
+        state_->saved_state = TState::kNeverSaved;
+    }
+}
+
 bool CSheetHistory::IsAtSaved() const { return state_ && state_->saved_state == state_->Present(); }
 
 }  // namespace kq_pdt

@@ -50,6 +50,8 @@ public:
 
     /// The present state is in the files now.
     void MarkSaved();
+    /// The files hold none of the states, since a save failed halfway.
+    void MarkUnsaved();
     /// True if the present state is the one that was last saved.
     bool IsAtSaved() const;
 

@@ -190,6 +190,11 @@ std::uint32_t CSheetTables::EditedCell(const TRow &row, std::uint32_t column) {
     }
 }
 
+bool CSheetTables::HasCell(const TRow &row, std::uint32_t column) {
+    const std::uint32_t cell = EditedCell(row, column);
+    return cell != 0 && (row.kind != TRowKind::kKey || cell < row.key->GetCellCount());
+}
+
 bool CSheetTables::IsCellEditable(std::uint32_t table, std::uint32_t row, std::uint32_t column) {
     const TRow found = FindRow(table, row);
     if (found.kind == TRowKind::kAdd) {

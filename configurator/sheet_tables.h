@@ -48,6 +48,9 @@ public:
     /// The cell of name or values, from 1, that a column of a row edits; 0 if none.
     static std::uint32_t EditedCell(const TRow &row, std::uint32_t column);
 
+    /// True if the cell that a column of a row edits exists; in a row with fewer cells the columns are used otherwise.
+    static bool HasCell(const TRow &row, std::uint32_t column);
+
     /// The table that opens from a row, which has its id from now on; 0 without one.
     std::uint32_t SubTable(const TRow &row);
     static bool HasSubTable(const TRow &row);

@@ -163,6 +163,7 @@ void CWindowSession::CommitCellEditors() {
 }
 
 void CWindowSession::NoteCommitted() {
+    ++changes_;
     modified_ = true;
     ParView().SetSaved(false);
 }

@@ -17,12 +17,31 @@ void CWindowSession::SaveSession(std::uint32_t command) {
         saved = SaveParFromModel();
         if (saved) {
             history_.MarkSaved();
+        } else {
+            history_.MarkUnsaved();
         }
     }
     if (command == cmApply && saved) {
         closing_ = true;
         MakeEvent(window_, ecCommand, kCloseLoop);
     }
+}
+
+CConfiguratorWindow::TTexts CWindowSession::TextsToSave() {
+    CConfiguratorWindow::TTexts texts;
+    texts.has_dmf = !SheetData().NoChannels() && !driver_enumerates_;
+    if (!OnSheet()) {
+        texts.par = ParView().Text();
+        texts.dmf = DmfView().Text();
+        return texts;
+    }
+    CTextView par;
+    WriteParTo(par);
+    texts.par = par.Text();
+    CTextView dmf;
+    WriteDmfTo(dmf);
+    texts.dmf = dmf.Text();
+    return texts;
 }
 
 void CWindowSession::NotifyFiles() {

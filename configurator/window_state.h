@@ -79,6 +79,10 @@ public:
     /// Ends the session; once.
     void Done();
 
+    CConfiguratorWindow::TTexts TextsToSave();
+    void ReplaceTexts(const CConfiguratorWindow::TTexts &texts);
+    std::uint64_t ChangeCount() const { return changes_; }
+
     bool Undo();
     bool Redo();
     std::string UndoName();
@@ -201,6 +205,7 @@ private:
     void TakeSearchResult(std::string_view path);
 
     CConfiguratorWindow &window_;
+    std::uint64_t changes_ = 0;
     TOpening opening_;
     TFile par_file_{opening_.par_path};
     TFile dmf_file_{opening_.dmf_path};

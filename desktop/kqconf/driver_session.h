@@ -22,19 +22,22 @@ public:
 
     /// Opens the files and shows the window. False if a file couldn't be opened, which the person has seen.
     bool Open(const TDriverFiles &files, std::uint32_t language, const QString &modules);
-    /// Runs the window until it ends.
-    void Run() { window_->Exec(); }
+    /// Runs the window until it ends. Gives the file to be opened next; empty for none.
+    QString Run();
 
     CConfiguratorWindow &Window() { return *window_; }
     CSessionFrame &Frame() { return *frame_; }
 
 private:
+    void OpenNext(const QString &path);
+
     CWindowAdvice &advice_;
     CQtEventSource &events_;
     std::unique_ptr<CDesktopHost> host_;
     CAbstractDriverConfigurator *configurator_ = nullptr;
     std::unique_ptr<CConfiguratorWindow> window_;
     std::unique_ptr<CSessionFrame> frame_;
+    QString next_;
 };
 
 }  // namespace kq_desktop

@@ -1,11 +1,14 @@
 #include "desktop/kqconf/program.h"
 
 #include <QGuiApplication>
+#include <QMessageBox>
 #include <QScreen>
 #include <cstdio>
 #include <utility>
 
 #include "desktop/kqconf/driver_session.h"
+#include "desktop/kqconf/start_page.h"
+#include "desktop/kqconf/text_files.h"
 
 namespace kq_desktop {
 
@@ -17,24 +20,39 @@ CProgram::CProgram(TOptions options) : options_(std::move(options)) {
 }
 
 int CProgram::Run() {
-    QString error;
-    const std::optional<TDriverFiles> files = FindDriverFiles(options_.files, error);
-    if (!files) {
-        std::fputs(QStringLiteral("kqconf: %1\n").arg(error).toUtf8().constData(), stderr);
-        return 1;
+    if (options_.files.file.isEmpty()) {
+        options_.files.file = CStartPage::Ask();
     }
-    return RunDriver(*files) ? 0 : 1;
+    bool opened = false;
+    while (!options_.files.file.isEmpty()) {
+        QString error;
+        const std::optional<TDriverFiles> files = FindDriverFiles(options_.files, error);
+        if (!files || !RunDriver(*files, error)) {
+            std::fputs(QStringLiteral("kqconf: %1\n").arg(error).toUtf8().constData(), stderr);
+            if (!opened) {
+                return 1;
+            }
+            // Who chose the file from a menu looks at no terminal.
+            QMessageBox::critical(nullptr, QStringLiteral("Soubor nelze otevřít"), error);
+            options_.files = {CStartPage::Ask(), {}, {}, {}};
+            continue;
+        }
+        opened = true;
+    }
+    return 0;
 }
 
-bool CProgram::RunDriver(const TDriverFiles &files) {
+/// Opens a driver and runs its window; afterwards `options_` names what is to be opened next.
+bool CProgram::RunDriver(const TDriverFiles &files, QString &error) {
     std::uint32_t language = 0;
     FindLanguage(options_.language, language);
     CDriverSession session(advice_, events_);
     if (!session.Open(files, language, options_.modules)) {
-        std::fputs(QStringLiteral("kqconf: %1: soubor nelze otevřít\n").arg(files.par).toUtf8().constData(), stderr);
+        error = QStringLiteral("%1: soubor nelze otevřít").arg(files.par);
         return false;
     }
-    session.Run();
+    AddRecentFile(files.par);
+    options_.files = {session.Run(), {}, {}, {}};
     return true;
 }
 

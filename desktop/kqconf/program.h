@@ -18,8 +18,7 @@ public:
     int Run();
 
 private:
-    /// Opens a driver and runs its window to its end. False if it couldn't be opened.
-    bool RunDriver(const TDriverFiles &files);
+    bool RunDriver(const TDriverFiles &files, QString &error);
 
     TOptions options_;
     CWindowAdvice advice_;

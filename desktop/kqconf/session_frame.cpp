@@ -2,10 +2,9 @@
 
 #include <QAction>
 #include <QMainWindow>
-#include <QShortcut>
 #include <QTabWidget>
 
-#include "desktop/kqconf/commands.h"
+#include "desktop/kqconf/find_bar.h"
 #include "desktop/peers/menu_peer.h"
 #include "desktop/peers/text.h"
 #include "desktop/peers/text_peer.h"
@@ -13,50 +12,42 @@
 
 namespace kq_desktop {
 
-CSessionFrame::CSessionFrame(CConfiguratorWindow &window) : window_(window) {
+CSessionFrame::CSessionFrame(CConfiguratorWindow &window, const TDriverFiles &files)
+    : window_(window),
+      notices_(std::make_unique<CNotices>(*static_cast<CWindowPeer *>(CQtPeer::Of(&window))->Notices())) {
+    safety_ = std::make_unique<CSafetyNet>(window, files, *notices_, *MainWindow());
+    AddFindBar();
+    AddMenus();
     AddKeys();
     Refresh();
 }
+
+CSessionFrame::~CSessionFrame() = default;
 
 QMainWindow *CSessionFrame::MainWindow() const {
     return static_cast<CWindowPeer *>(CQtPeer::Of(&window_))->MainWindow();
 }
 
-bool CSessionFrame::HasUnsavedWork() const {
-    const bool par = OnText() ? !window_.ParView().IsSaved() : window_.IsModified();
-    return par || !window_.DmfView().IsSaved();
+void CSessionFrame::LeaveCell() {
+    window_.Sheet().UserCommit();
+    window_.Channels().UserCommit();
 }
 
-void CSessionFrame::AddKeys() {
-    const auto add = [this](const QKeySequence &key, auto action) {
-        auto *shortcut = new QShortcut(key, MainWindow());
-        QObject::connect(shortcut, &QShortcut::activated, MainWindow(), action);
-    };
-    add(QKeySequence(Qt::Key_F8), [this] { GoToNext(); });
-    add(QKeySequence(Qt::SHIFT | Qt::Key_F8), [this] { GoToPrevious(); });
-    add(QKeySequence(Qt::CTRL | Qt::Key_1), [this] { window_.Tabs().UserActivate(CConfiguratorWindow::kSheetTab); });
-    add(QKeySequence(Qt::CTRL | Qt::Key_2), [this] { window_.Tabs().UserActivate(CConfiguratorWindow::kTextTab); });
-    // Deleting a row is a command of the tool box alone.
-    add(QKeySequence(Qt::Key_Delete), [this] {
-        if (!OnText()) {
-            window_.SheetToolBox().UserPress(cmDelete);
-        }
-    });
-}
-
-void CSessionFrame::GoToNext() {
-    if (OnText()) {
-        MakeEvent(window_, ecKeyDown, CConfiguratorWindow::kNextMessageKey);
-    } else {
-        window_.UserNextProblem();
-    }
-}
-
-void CSessionFrame::GoToPrevious() {
-    const std::size_t count = window_.Messages().Rows().size();
-    if (OnText() && count != 0) {
-        const std::size_t current = window_.CurrentMessage();
-        window_.Messages().UserChoose(current > 1 ? current - 1 : count);
+bool CSessionFrame::HandleCommand(std::uint32_t command) {
+    switch (command) {
+        case cmTextFind:
+            OpenFind(false);
+            return true;
+        case cmTextReplace:
+            OpenFind(true);
+            return true;
+        case cmSave:
+        case cmApply:
+            LeaveCell();
+            ShowProblems();
+            return !safety_->MayOverwrite();
+        default:
+            return false;
     }
 }
 
@@ -87,26 +78,49 @@ void CSessionFrame::ShowSteps() {
 void CSessionFrame::ShowTabTips() {
     auto *tabs = static_cast<QTabWidget *>(CQtPeer::Of(&window_.Tabs())->Widget());
     constexpr int kSheet = 0;
-    QString reason;
-    if (!window_.Tabs().Tabs().front().enabled) {
-        const auto &rows = window_.Messages().Rows();
-        for (std::size_t row = 0; row < rows.size() && row < 2; ++row) {
-            reason += (row == 0 ? QString() : QStringLiteral("\n")) + ToQt(rows[row].text.View());
-        }
-        if (tabs->tabToolTip(kSheet).isEmpty()) {
-            tabs->setTabToolTip(kSheet, reason);
-        }
+    if (window_.Tabs().Tabs().front().enabled || !tabs->tabToolTip(kSheet).isEmpty()) {
+        return;
     }
+    QStringList reason;
+    const auto &rows = window_.Messages().Rows();
+    for (std::size_t row = 0; row < rows.size() && row < 2; ++row) {
+        reason.append(ToQt(rows[row].text.View()));
+    }
+    tabs->setTabToolTip(kSheet, reason.join(QLatin1Char('\n')));
+}
+
+/// A row that wouldn't read back is said when the sheet is left or saved, without stopping anybody.
+void CSessionFrame::ShowProblems() {
+    const QString key = QStringLiteral("problems");
+    const std::string problem = OnText() ? std::string() : window_.FirstProblem();
+    if (problem.empty()) {
+        notices_->Hide(key);
+        return;
+    }
+    notices_->Show(key,
+                   QStringLiteral("Některé řádky se ze souboru nepřečtou tak, jak jsou v tabulce. První: %1")
+                       .arg(ToQt(problem)),
+                   {{QStringLiteral("&Přejít na první"), [this] {
+                         window_.Tabs().UserActivate(CConfiguratorWindow::kSheetTab);
+                         window_.Sheet().ClearSelection();
+                         window_.UserNextProblem();
+                         static_cast<CView &>(window_.Sheet()).Select();
+                     }}});
 }
 
 void CSessionFrame::Refresh() {
     if (CQtPeer::Of(&window_) == nullptr || CQtPeer::Of(&window_.ParView()) == nullptr) {
         return;
     }
-    MainWindow()->setWindowModified(HasUnsavedWork());
+    MainWindow()->setWindowModified(safety_->HasUnsavedWork());
     ShowMessages();
     ShowSteps();
     ShowTabTips();
+    safety_->Refresh();
+    if (tab_ != window_.Tabs().ActiveTabIndex()) {
+        tab_ = window_.Tabs().ActiveTabIndex();
+        (tab_ == CConfiguratorWindow::kTextTab ? static_cast<CView &>(window_.ParView()) : window_.Sheet()).Select();
+    }
 }
 
 }  // namespace kq_desktop

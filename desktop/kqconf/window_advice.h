@@ -1,5 +1,7 @@
 #pragma once
 
+#include <functional>
+
 #include "configurator/kq_pdt.h"
 #include "desktop/peers/advice.h"
 
@@ -19,7 +21,17 @@ public:
     std::vector<TTextMark> TextMarks(const CTextView &text) override;
     QList<QKeySequence> Shortcuts(std::uint32_t command) override;
     QString MenuText(const QString &text) override;
+    void LeavingTab() override {
+        if (leaving_tab) {
+            leaving_tab();
+        }
+    }
+    bool HandleCommand(std::uint32_t command) override { return handle_command && handle_command(command); }
     QString IconName(std::uint32_t icon) override;
+
+    /// What the program does by itself; true if a command is one of these.
+    std::function<bool(std::uint32_t)> handle_command;
+    std::function<void()> leaving_tab;
 
 private:
     bool IsSheet(const CSheetView &sheet) const;

@@ -45,6 +45,10 @@ public:
     /// The keys that give a command, and its text with a mark before the letter that chooses it from a menu.
     virtual QList<QKeySequence> Shortcuts(std::uint32_t /*command*/) { return {}; }
     virtual QString MenuText(const QString &text) { return text; }
+    /// A person is about to leave the active tab.
+    virtual void LeavingTab() {}
+    /// True if the program carries a command out by itself, instead of the view's receiver.
+    virtual bool HandleCommand(std::uint32_t /*command*/) { return false; }
     /// The name of the file of an icon in the resources, by its number; empty for none.
     virtual QString IconName(std::uint32_t /*icon*/) { return {}; }
 };

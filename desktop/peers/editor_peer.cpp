@@ -9,7 +9,18 @@
 
 namespace kq_desktop {
 
-CEditorPeer::~CEditorPeer() = default;
+CEditorPeer::~CEditorPeer() {
+    if (Widget() == nullptr) {
+        return;
+    }
+    // The sheet takes the keyboard again before Qt looks for somebody who does.
+    const bool had_focus = Widget()->hasFocus() || Widget()->isAncestorOf(QApplication::focusWidget());
+    QWidget *sheet = Widget()->parentWidget() != nullptr ? Widget()->parentWidget()->parentWidget() : nullptr;
+    if (had_focus && sheet != nullptr) {
+        Widget()->removeEventFilter(this);
+        sheet->setFocus(Qt::OtherFocusReason);
+    }
+}
 
 void CEditorPeer::SetEditor(QWidget *editor, QLineEdit *line) {
     line_ = line;
@@ -34,7 +45,7 @@ void CEditorPeer::Begin(const QString &typed) {
 }
 
 void CEditorPeer::CommitSoon() {
-    QTimer::singleShot(0, Widget(), [this] {
+    QTimer::singleShot(0, this, [this] {
         if (CSheetPeer *sheet = Sheet()) {
             sheet->CommitEditor(0);
         }
@@ -42,7 +53,7 @@ void CEditorPeer::CommitSoon() {
 }
 
 void CEditorPeer::CancelSoon() {
-    QTimer::singleShot(0, Widget(), [this] {
+    QTimer::singleShot(0, this, [this] {
         if (CSheetPeer *sheet = Sheet()) {
             sheet->CancelEditor();
         }

@@ -128,7 +128,7 @@ void CListPeer::ShowSelection() {
 }
 
 void CListPeer::Show(const TViewNotice &notice) {
-    if (notice.change == TViewChange::kContent) {
+    if (notice.change == TViewChange::kRowsInserted || notice.change == TViewChange::kRowsRemoved) {
         model_->Refresh();
         ShowSelection();
     } else if (notice.change == TViewChange::kSelection) {

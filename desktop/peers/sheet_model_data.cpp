@@ -33,7 +33,7 @@ Qt::ItemFlags CSheetModel::flags(const QModelIndex &index) const {
         return Qt::ItemNeverHasChildren;
     }
     Qt::ItemFlags flags = Qt::ItemIsEnabled | Qt::ItemIsSelectable;
-    if (sheet_.IsCellEditable(place.table, place.row, place.column)) {
+    if (sheet_.CanEdit(place.table, place.row, place.column)) {
         flags |= Qt::ItemIsEditable;
     }
     return flags;
@@ -78,8 +78,7 @@ QVariant CSheetModel::CellData(const TPlace &place, int role) const {
         case kAddRole:
             return adds;
         case kEditableRole:
-            return !sheet_.ReadCell(place.table, place.row, place.column).disabled &&
-                   sheet_.IsCellEditable(place.table, place.row, place.column);
+            return sheet_.CanEdit(place.table, place.row, place.column);
         case Qt::DecorationRole:
             if (place.column == 1 && !adds && !advice_.RowProblem(sheet_, place.table, place.row).isEmpty()) {
                 return QIcon(QStringLiteral(":/kqconf/warning.svg"));

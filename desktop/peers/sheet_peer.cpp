@@ -27,8 +27,8 @@ CSheetPeer::CSheetPeer(CSheetView &view, CPeerAdvice &advice)
 CSheetPeer::~CSheetPeer() {
     if (Widget() != nullptr) {
         Tree().disconnect();
-        const CSyncing syncing(syncing_);
-        Tree().setModel(nullptr);
+        Tree().header()->disconnect(&Tree());
+        Tree().Detach();
     }
 }
 
@@ -87,7 +87,7 @@ void CSheetPeer::CommitEditor(int step) {
     view_.UserCommit();
     if (step != 0) {
         // What the commit set off comes first: rows may have come or gone.
-        QTimer::singleShot(0, Widget(), [this, step] { Step(step < 0); });
+        QTimer::singleShot(0, &alive_, [this, step] { Step(step < 0); });
     }
 }
 
@@ -197,6 +197,8 @@ void CSheetPeer::ShowAll() {
 
 void CSheetPeer::ShowWidths() {
     const CSyncing syncing(syncing_);
+    // A sheet of several columns is flat, so it needs no room for the signs that open nodes.
+    Tree().setRootIsDecorated(view_.Columns(CSheetModel::kRoot).size() == 1);
     for (int column = 0; column < model_->columnCount({}) - 1; ++column) {
         const auto number = static_cast<std::uint32_t>(column + 1);
         std::uint32_t width = view_.ColumnWidth(CSheetModel::kRoot, number);

@@ -49,6 +49,7 @@ private:
 
     CSheetView &view_;
     std::unique_ptr<CSheetModel> model_;
+    QObject alive_;  ///< ends with the peer, which its widget may outlive
     std::set<std::uint32_t> open_;  ///< tables that were seen open, to be opened again after all was read anew
     QPointer<QWidget> editor_;
     QPersistentModelIndex editor_cell_;

@@ -32,6 +32,13 @@ CSheetTree::CSheetTree(CSheetModel &model, TActions actions) : model_(model), ac
     setFrameShape(NoFrame);
 }
 
+void CSheetTree::Detach() {
+    quiet_ = true;
+    actions_.place_editor = [] {};
+    actions_.step = [](bool) {};
+    setModel(nullptr);
+}
+
 void CSheetTree::ShowCurrent(const QModelIndex &index) {
     const CSyncing syncing(quiet_);
     if (index == currentIndex()) {
@@ -113,12 +120,16 @@ void CSheetTree::keyPressEvent(QKeyEvent *event) {
     QTreeView::keyPressEvent(event);
 }
 
-bool CSheetTree::focusNextPrevChild(bool next) {
-    if (!currentIndex().isValid()) {
-        return QTreeView::focusNextPrevChild(next);
+bool CSheetTree::event(QEvent *event) {
+    // Tab goes from cell to cell; F6 leaves the sheet.
+    if (event->type() == QEvent::KeyPress && currentIndex().isValid()) {
+        const int key = static_cast<QKeyEvent *>(event)->key();
+        if (key == Qt::Key_Tab || key == Qt::Key_Backtab) {
+            actions_.step(key == Qt::Key_Backtab);
+            return true;
+        }
     }
-    actions_.step(!next);
-    return true;
+    return QTreeView::event(event);
 }
 
 void CSheetTree::mousePressEvent(QMouseEvent *event) {

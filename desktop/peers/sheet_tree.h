@@ -22,6 +22,8 @@ public:
 
     CSheetTree(CSheetModel &model, TActions actions);
 
+    /// Ends what it has to do with model and actions, which end now.
+    void Detach();
     /// The present cell becomes another one without a word of it to `select`.
     void ShowCurrent(const QModelIndex &index);
     /// The cell after another one, in the order in which rows are shown; invalid after the last.
@@ -33,7 +35,7 @@ protected:
     void mouseReleaseEvent(QMouseEvent *event) override;
     void currentChanged(const QModelIndex &current, const QModelIndex &previous) override;
     void updateEditorGeometries() override;
-    bool focusNextPrevChild(bool next) override;
+    bool event(QEvent *event) override;
     void drawRow(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const override;
 
 private:

@@ -3,6 +3,7 @@
 #include <QTabWidget>
 #include <QVBoxLayout>
 
+#include "desktop/peers/advice.h"
 #include "desktop/peers/text.h"
 
 namespace kq_desktop {
@@ -42,6 +43,7 @@ void CTabPeer::Clicked(int index) {
     if (!syncing_) {
         // Until the view agrees the former page stays: it may have questions first.
         ShowActive();
+        Advice().LeavingTab();
         view_.UserActivate(static_cast<std::uint32_t>(index + 1));
     }
 }

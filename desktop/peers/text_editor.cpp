@@ -59,6 +59,13 @@ CTextEditor::CTextEditor(CTextHighlighter &highlighter, std::function<void()> be
     UpdateSelections();
 }
 
+void CTextEditor::Detach() {
+    before_ = [] {};
+    undo = [] {};
+    redo = [] {};
+    coloring_ = true;
+}
+
 bool CTextEditor::event(QEvent *event) {
     const auto type = event->type();
     if (type == QEvent::KeyPress || type == QEvent::FocusIn || type == QEvent::InputMethod || type == QEvent::Show) {

@@ -16,6 +16,8 @@ public:
     /// `before` is called before anything that looks at the text or changes it.
     CTextEditor(CTextHighlighter &highlighter, std::function<void()> before);
 
+    /// Ends what it has to do with others, which end now.
+    void Detach();
     void SetMarks(std::vector<TTextMark> marks);
     /// Words or colours changed.
     void ColorAnew();

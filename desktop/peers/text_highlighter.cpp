@@ -8,6 +8,10 @@ namespace kq_desktop {
 namespace {
 
 QColor ColorOf(std::uint32_t number) {
+    constexpr std::uint32_t kNone = 0xFFFFFFFF;
+    if (number == kNone) {
+        return {};
+    }
     return QColor(static_cast<int>(number & 0xFFU), static_cast<int>(number >> 8U & 0xFFU),
                   static_cast<int>(number >> 16U & 0xFFU));
 }
@@ -52,9 +56,11 @@ private:
     QList<QTextLayout::FormatRange> formats_;
 };
 
+constexpr std::uint32_t kDefaultNumber = 0x00800000;
 const QColor kSection(0x1F, 0x5F, 0xA8);
 const QColor kKey(0x6A, 0x3E, 0x9E);
 const QColor kQuoted(0x1B, 0x7F, 0x3B);
+const QColor kWord(0x00, 0x6D, 0x77);
 const QColor kComment(0x76, 0x76, 0x76);
 
 bool IsWordPart(QChar character) { return character.isLetterOrNumber() || character == QLatin1Char('_'); }
@@ -66,7 +72,7 @@ void CTextHighlighter::Read(const CTextView &view) {
     for (const CTextView::TColoredId &word : view.ColoredIds()) {
         words_[ToQt(word.name.View())] = ColorOf(word.color);
     }
-    number_ = ColorOf(view.number_color.value_or(CTextView::kNumberColor));
+    number_ = ColorOf(view.number_color.value_or(kDefaultNumber));
 }
 
 QList<QTextLayout::FormatRange> CTextHighlighter::Formats(const QString &text, const QPalette &palette) const {
@@ -101,7 +107,7 @@ QList<QTextLayout::FormatRange> CTextHighlighter::Formats(const QString &text, c
             const QString word = text.mid(from, line.At() - from);
             const auto known = words_.find(word);
             if (known != words_.end()) {
-                line.Paint(from, line.At(), known->second, true);
+                line.Paint(from, line.At(), known->second.isValid() ? known->second : kWord, true);
             } else if (word.front().isDigit()) {
                 line.Paint(from, line.At(), number_);
             }

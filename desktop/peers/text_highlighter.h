@@ -27,7 +27,7 @@ public:
     QList<QTextLayout::FormatRange> Formats(const QString &line, const QPalette &palette) const;
 
 private:
-    std::unordered_map<QString, QColor> words_;
+    std::unordered_map<QString, QColor> words_;  ///< an invalid colour for those without one of their own
     QColor number_;
 };
 

@@ -26,8 +26,9 @@ CTextPeer::CTextPeer(CTextView &view, CPeerAdvice &advice) : CQtPeer(advice), vi
 
 CTextPeer::~CTextPeer() {
     if (Widget() != nullptr) {
-        Editor().document()->disconnect();
-        Editor().disconnect();
+        Editor().document()->disconnect(&Editor());
+        Editor().disconnect(&Editor());
+        Editor().Detach();
     }
 }
 
@@ -189,6 +190,9 @@ void CTextPeer::ColorAnew() {
 }
 
 void CTextPeer::Show(const TViewNotice &notice) {
+    if (notice.change == TViewChange::kContent || notice.change == TViewChange::kText) {
+        ++changes_;
+    }
     switch (notice.change) {
         case TViewChange::kContent:
             stale_ = true;

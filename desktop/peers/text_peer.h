@@ -22,6 +22,8 @@ public:
     CTextPeer &operator=(const CTextPeer &) = delete;
 
     CTextEditor &Editor() const;
+    /// Counts up with each change of the text.
+    std::uint64_t Changes() const { return changes_; }
     /// The messages about the text changed.
     void ShowMarks();
 
@@ -50,6 +52,7 @@ private:
 
     CTextView &view_;
     CTextHighlighter highlighter_;
+    std::uint64_t changes_ = 0;
     bool stale_ = true;  ///< the document isn't the view's text any more
     bool syncing_ = false;
 };

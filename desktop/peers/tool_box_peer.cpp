@@ -36,7 +36,11 @@ void CToolBoxPeer::Fill() {
         action->setData(item.command);
         action->setEnabled(item.enabled);
         QObject::connect(action, &QAction::triggered, Bar(),
-                         [this, command = item.command] { view_.UserPress(command); });
+                         [this, command = item.command] {
+                             if (!Advice().HandleCommand(command)) {
+                                 view_.UserPress(command);
+                             }
+                         });
     }
 }
 

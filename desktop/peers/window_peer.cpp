@@ -22,12 +22,20 @@ constexpr std::uint32_t kSizable = 0x1;
 /// What a person does to the frame goes to the peer.
 class CFrame final : public QMainWindow {
 public:
-    CFrame(CWindow &window, std::function<void()> changed) : window_(window), changed_(std::move(changed)) {}
+    CFrame(CWindow &window, std::function<void()> changed) : window_(&window), changed_(std::move(changed)) {}
+
+    /// The window and its peer end now.
+    void Detach() {
+        window_ = nullptr;
+        changed_ = [] {};
+    }
 
 protected:
     void closeEvent(QCloseEvent *event) override {
         event->ignore();
-        window_.UserClose();
+        if (window_ != nullptr) {
+            window_->UserClose();
+        }
     }
     void resizeEvent(QResizeEvent *event) override {
         QMainWindow::resizeEvent(event);
@@ -41,13 +49,13 @@ protected:
         QMainWindow::changeEvent(event);
         if (event->type() == QEvent::WindowStateChange) {
             changed_();
-        } else if (event->type() == QEvent::ActivationChange) {
-            window_.UserSelect(isActiveWindow());
+        } else if (event->type() == QEvent::ActivationChange && window_ != nullptr) {
+            window_->UserSelect(isActiveWindow());
         }
     }
 
 private:
-    CWindow &window_;
+    CWindow *window_;
     std::function<void()> changed_;
 };
 
@@ -69,6 +77,12 @@ CWindowPeer::CWindowPeer(CWindow &view, CPeerAdvice &advice) : CQtPeer(advice), 
     frame->setCentralWidget(central);
     ShowTitle();
     ShowArea();
+}
+
+CWindowPeer::~CWindowPeer() {
+    if (Widget() != nullptr) {
+        static_cast<CFrame *>(Widget())->Detach();
+    }
 }
 
 QMainWindow *CWindowPeer::MainWindow() const { return static_cast<QMainWindow *>(Widget()); }

@@ -13,6 +13,9 @@ namespace kq_desktop {
 class CWindowPeer final : public CQtPeer {
 public:
     CWindowPeer(CWindow &view, CPeerAdvice &advice);
+    ~CWindowPeer() override;
+    CWindowPeer(const CWindowPeer &) = delete;
+    CWindowPeer &operator=(const CWindowPeer &) = delete;
 
     void AddChild(CView &child, QWidget &widget) override;
     QMainWindow *MainWindow() const;

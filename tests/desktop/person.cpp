@@ -42,22 +42,23 @@ void CPerson::AnswerBox() {
     box->close();
 }
 
-bool CPerson::Open(const QString &folder, const QString &file) {
+bool CPerson::Open(const QString &folder, const QString &file, const QString &pdt, const QString &dmf) {
     for (const QString &name : QDir(folder).entryList(QDir::Files)) {
         QFile::copy(folder + QLatin1Char('/') + name, copies_.filePath(name));
         QFile::setPermissions(copies_.filePath(name), QFile::permissions(copies_.filePath(name)) | QFile::WriteOwner);
     }
-    return Show(file);
+    return Show(file, pdt, dmf);
 }
 
 bool CPerson::Reopen(const QString &file) {
     End();
-    return Show(file);
+    return Show(file, {}, {});
 }
 
-bool CPerson::Show(const QString &file) {
+bool CPerson::Show(const QString &file, const QString &pdt, const QString &dmf) {
+    const auto path = [this](const QString &name) { return name.isEmpty() ? name : copies_.filePath(name); };
     QString error;
-    const auto files = FindDriverFiles({copies_.filePath(file), {}, {}, {}}, error);
+    const auto files = FindDriverFiles({copies_.filePath(file), {}, path(pdt), path(dmf)}, error);
     session_ = std::make_unique<CDriverSession>(advice_, events_);
     if (!files || !session_->Open(*files, 0, {})) {
         session_.reset();
@@ -66,6 +67,18 @@ bool CPerson::Show(const QString &file) {
     Main().activateWindow();
     Settle();
     return true;
+}
+
+bool CPerson::CloseAndRun() {
+    Main().close();
+    bool ended = true;
+    // If nothing ends the window, a code that ends any loop does.
+    QTimer::singleShot(500, &Main(), [this, &ended] {
+        ended = false;
+        MakeEvent(session_->Window(), ecCommand, kEndLoop);
+    });
+    session_->Run();
+    return ended;
 }
 
 void CPerson::End() {
@@ -99,6 +112,10 @@ void CPerson::Settle() {
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     }
     if (session_ != nullptr) {
+        if (QApplication::activeWindow() == nullptr) {
+            // A window system would do that when a box is gone.
+            Main().activateWindow();
+        }
         session_->Frame().Refresh();
     }
 }

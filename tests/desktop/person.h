@@ -15,7 +15,7 @@
 
 class QMainWindow;
 class QTreeView;
-class QAction;
+class QPlainTextEdit;
 
 /// A person at the window: opens an example's copy, presses keys, clicks, and looks. After each thing all that follows
 /// from it has happened.
@@ -26,18 +26,20 @@ public:
     CPerson(const CPerson &) = delete;
     CPerson &operator=(const CPerson &) = delete;
 
-    /// Copies a folder of files and opens one of them.
-    bool Open(const QString &folder, const QString &file);
+    /// Copies a folder of files and opens one of them, with files of other names where these are given.
+    bool Open(const QString &folder, const QString &file, const QString &pdt = {}, const QString &dmf = {});
     /// Opens one of the copied files anew.
     bool Reopen(const QString &file);
     void End();
+    /// Asks the window to close and lets it run; true if it ended. Otherwise the window is up still.
+    bool CloseAndRun();
 
     CConfiguratorWindow &Window() { return session_->Window(); }
     kq_desktop::CSessionFrame &Frame() { return session_->Frame(); }
     QMainWindow &Main() const;
     QTreeView &Sheet() const;
     QTreeView &Channels() const;
-    class QPlainTextEdit &Text() const;
+    QPlainTextEdit &Text() const;
     QString Path(const QString &name) const { return copies_.filePath(name); }
     QString FileText(const QString &name) const;
 
@@ -55,7 +57,7 @@ public:
     QWidget *Focus() const;
 
 private:
-    bool Show(const QString &file);
+    bool Show(const QString &file, const QString &pdt, const QString &dmf);
     void AnswerBox();
 
     QTemporaryDir copies_;
