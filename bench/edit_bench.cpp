@@ -15,11 +15,11 @@ constexpr std::uint32_t kSections = 1000;
 constexpr std::uint32_t kKeys = 100;
 
 constexpr const char *kPdt =
-    "def_section name = 'Unit' + number { range_from = 0; range_to = 1000000 }; multiple;"
-    " def_key name = 'Mode'; par = number { id = mode; range_from = 0; range_to = 9 }; end_key"
+    "def_section name = 'Unit' + number { range_from = 0; range_to = 1000000 }; multiple; var %mode%;"
+    " def_key name = 'Mode'; par = number { id = %mode%; range_from = 0; range_to = 9 }; end_key"
     " def_key name = 'Point' + number { range_from = 0; range_to = 1000000 }; multiple; channels;"
     "  par = number { ch_number; ch_count = 1; ch_type = real; ch_direction = input };"
-    "  par = number { range_from = 0; range_to = 65535; enable_if %mode% < 5 }; end_key "
+    "  par = number { range_from = 0; range_to = 65535; enable_if %mode% < 5; }; end_key "
     "end_section";
 
 std::string ParText() {

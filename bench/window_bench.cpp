@@ -3,6 +3,8 @@
 
 #include <benchmark/benchmark.h>
 
+#include <QAbstractTableModel>
+#include <array>
 #include <random>
 #include <string>
 #include <vector>
@@ -33,10 +35,13 @@ void Check(benchmark::State &state) {
 void OpenAndTranslate(benchmark::State &state) {
     const std::string par = kq_bench::ParTextOfKeys(kKeys);
     for (auto _ : state) {
-        CWindowBench bench(kq_bench::PdtTextOfKeys(), par);
-        if (!bench.OpenSheet()) {
+        state.PauseTiming();
+        auto bench = std::make_unique<CWindowBench>(kq_bench::PdtTextOfKeys(), par);
+        state.ResumeTiming();
+        if (!bench->OpenSheet()) {
             state.SkipWithError("the sheet isn't shown");
         }
+        bench.reset();
     }
 }
 
@@ -47,7 +52,9 @@ public:
     CSheetView &Sheet() { return bench_.window->Sheet(); }
     CWindowBench &Bench() { return bench_; }
     /// A section's table at random.
-    std::uint32_t Table() { return Sheet().SubTable(1, 1 + random_() % Sheet().RowCount(1)); }
+    std::uint32_t Table() {
+        return Sheet().SubTable(1, 1 + static_cast<std::uint32_t>(random_() % Sheet().RowCount(1)));
+    }
 
 private:
     CWindowBench bench_;
@@ -64,6 +71,43 @@ void VisibleRows(benchmark::State &state) {
                 size += window.Sheet().ReadCell(table, row, column).text.View().size();
             }
             window.Sheet().SubTable(table, row);
+        }
+        benchmark::DoNotOptimize(size);
+    }
+}
+
+/// The peer: a table that holds plain texts.
+class CPlainTable : public QAbstractTableModel {
+public:
+    CPlainTable() {
+        for (int row = 0; row < kKeys; ++row) {
+            const QString number = QString::number(row);
+            rows_.push_back({QLatin1String("Point") + number, number, QLatin1String("Pump") + number});
+        }
+    }
+
+    int rowCount(const QModelIndex & /*parent*/) const override { return static_cast<int>(rows_.size()); }
+    int columnCount(const QModelIndex & /*parent*/) const override { return 3; }
+    QVariant data(const QModelIndex &index, int role) const override {
+        return role == Qt::DisplayRole
+                   ? QVariant(rows_[static_cast<std::size_t>(index.row())][static_cast<std::size_t>(index.column())])
+                   : QVariant();
+    }
+
+private:
+    std::vector<std::array<QString, 3>> rows_;
+};
+
+void VisibleRowsOfPeer(benchmark::State &state) {
+    const CPlainTable table;
+    std::mt19937 random{1};
+    for (auto _ : state) {
+        const int first = static_cast<int>(random() % (kKeys - kVisibleRows));
+        qsizetype size = 0;
+        for (int row = first; row < first + static_cast<int>(kVisibleRows); ++row) {
+            for (int column = 0; column < table.columnCount({}); ++column) {
+                size += table.index(row, column).data().toString().size();
+            }
         }
         benchmark::DoNotOptimize(size);
     }
@@ -120,6 +164,7 @@ void ChangeToText(benchmark::State &state) {
 BENCHMARK(Check)->Unit(benchmark::kMillisecond);
 BENCHMARK(OpenAndTranslate)->Unit(benchmark::kMillisecond);
 BENCHMARK(VisibleRows)->Unit(benchmark::kMicrosecond);
+BENCHMARK(VisibleRowsOfPeer)->Unit(benchmark::kMicrosecond);
 BENCHMARK(CommittedEdit)->Unit(benchmark::kMicrosecond);
 BENCHMARK(Undo)->Unit(benchmark::kMicrosecond)->Iterations(1000);
 BENCHMARK(WriteAlone)->Unit(benchmark::kMillisecond);

@@ -28,7 +28,6 @@ std::uint32_t ShowModal(CWindow &window, CWindow &owner) {
     if (owner.Parent() != nullptr) {
         owner.Parent()->Register(window);
     }
-    window.SetVisible(true);
     const std::uint32_t code = window.RunModal(owner);
     window.Done();
     return code;

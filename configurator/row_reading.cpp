@@ -253,7 +253,9 @@ TRowReading CRowReading::CompareName(CSectionDef &section, CKeyDef *key, const C
     }
     const CScopeGuard section_scope(&section);
     const CScopeGuard key_scope(key);
-    reading.TakeDefaults();
+    if (pattern == nullptr) {
+        reading.TakeDefaults();
+    }
     TRowReading result;
     result.item = reading.FindDifference(result.text);
     result.outcome = result.item != nullptr ? TOutcome::kOtherValue : TOutcome::kSame;

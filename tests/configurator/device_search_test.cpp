@@ -309,6 +309,7 @@ TEST(DeviceSearch, NeitherAnotherSearchNorAnEndComesMeanwhile) {
     CPerson person;
     person.begins = [&](CView &modal) {
         titles.push_back(dynamic_cast<CWindow &>(modal).Title());
+        EXPECT_TRUE(modal.IsVisible());
         EXPECT_FALSE(session.HostQueryClose());
         MakeEvent(*window, ecCommand, cmSearchDevices);
         MakeEvent(*window, ecCommand, cmClose);

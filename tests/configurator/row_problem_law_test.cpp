@@ -113,12 +113,13 @@ void CheckModel(CModelSession &model, const TTemplate &pdt, const std::string &p
         counts.kinds[texts[row].substr(0, texts[row].find('"'))] += count;
     }
     counts.problems += count_of_problems;
-    // One row with a problem may come back in the place of another one.
+    // One row with a problem may come back in the place of another one, and a name that is too long harms other rows.
     const std::string row = problems.empty() ? "" : problems.begin()->first;
-    if (count_of_problems == 1) {
-        ++counts.single;
+    const bool harms_others = texts[row].find("příliš dlouhý") != std::string::npos;
+    counts.single += count_of_problems == 1 ? 1 : 0;
+    if (count_of_problems == 1 && !harms_others) {
         EXPECT_TRUE(read[row] < all[row] || !silent) << told << par << pdt.pdt;
-    } else if (count_of_problems > 1) {
+    } else if (count_of_problems != 0) {
         EXPECT_TRUE(all != read || !silent) << told << par << pdt.pdt;
     }
 }
