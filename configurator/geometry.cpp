@@ -43,6 +43,11 @@ TGeometry ReadGeometry(TOpener opener) {
     return geometry;
 }
 
+TRect CentredOver(const CWindow &window, std::int32_t width, std::int32_t depth) {
+    const TRect &area = window.Rect();
+    return {area.x + area.width / 2 - width / 2, area.y + area.depth / 2 - depth / 2, width, depth};
+}
+
 void StoreGeometry(const CWindow &window) {
     CSettings settings;
     settings.Create(ConfiguratorSettingsPath());

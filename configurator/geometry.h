@@ -20,5 +20,7 @@ std::string ConfiguratorSettingsPath();
 TGeometry ReadGeometry(TOpener opener);
 /// Stores them for the next window. The rectangle of a maximised one isn't stored.
 void StoreGeometry(const CWindow &window);
+/// An area of a size over the middle of a window, in the coordinates of what the window lies in.
+TRect CentredOver(const CWindow &window, std::int32_t width, std::int32_t depth);
 
 }  // namespace kq_pdt

@@ -96,7 +96,8 @@ public:
 
     ~CConfiguratorWindow() override;
 
-    /// Runs until the window is to end: code 4, or code 5 once closing was confirmed.
+    /// Runs until the window is to end: code 4, or code 5 once closing was confirmed. The window has to outlive it: a
+    /// host that runs a loop of its own may delete the window when it hears NotifyClosed, this one's caller only after.
     std::uint32_t Exec() override;
     void SetVisible(bool visible) override;
     void SetSelect(bool selected) override;
@@ -151,6 +152,18 @@ public:
     std::string CellReason(std::uint32_t table, std::uint32_t row, std::uint32_t column);
     /// Why a row, written to the file, wouldn't read back as it is.
     std::string RowProblem(std::uint32_t table, std::uint32_t row);
+    /// The first such reason of all rows.
+    std::string FirstProblem();
+
+    /// What a save would write now.
+    struct TTexts {
+        std::string par;
+        std::string dmf;
+        bool has_dmf = false;  ///< false if a save leaves the driver map file alone
+    };
+    TTexts TextsToSave();
+    /// Counts up with each change on tab 1, also one that was taken back.
+    std::uint64_t ChangeCount() const;
 
     // What a person does to the window as a whole; to its views by their own operations. These commit an open editor.
 
@@ -160,6 +173,9 @@ public:
     /// The name of the step that would be taken back or made again; empty without one.
     std::string UndoName() const;
     std::string RedoName() const;
+    /// Puts other texts in place of the present ones, on tab 2 and unsaved, as if the person had written them there: work
+    /// that was kept elsewhere.
+    void UserReplaceTexts(const TTexts &texts);
     /// Finds the next cell of the sheet after the selected one whose text holds a text in any case, in the order in
     /// which rows are shown and round again, and selects it. Backwards likewise. False if there is none or tab 1 isn't
     /// active.

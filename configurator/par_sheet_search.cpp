@@ -46,6 +46,20 @@ bool CParSheetView::SelectNextProblem() {
     return false;
 }
 
+std::string CParSheetView::FirstProblem() {
+    CSheetWalk walk(*this, {});
+    while (walk.Next()) {
+        const CSheetWalk::TPosition at = walk.At();
+        if (at.column != 1) {
+            continue;
+        }
+        if (std::string problem = RowProblem(at.table, at.row); !problem.empty()) {
+            return problem;
+        }
+    }
+    return {};
+}
+
 std::string CParSheetView::CellReason(std::uint32_t table, std::uint32_t row, std::uint32_t column) {
     const CSheetTables::TRow found = tables_.FindRow(table, row);
     const std::uint32_t cell = CSheetTables::EditedCell(found, column);

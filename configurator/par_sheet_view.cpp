@@ -138,6 +138,12 @@ bool CParSheetView::DS_IsCellEditable(std::uint32_t table, std::uint32_t row, st
     return tables_.IsCellEditable(table, row, column);
 }
 
+bool CParSheetView::DS_HasEditor(std::uint32_t table, std::uint32_t row, std::uint32_t column) {
+    const CSheetTables::TRow found = tables_.FindRow(table, row);
+    return found.kind == CSheetTables::TRowKind::kAdd ||
+           (CSheetTables::HasCell(found, column) && CSheetView::DS_HasEditor(table, row, column));
+}
+
 std::string CParSheetView::CellBubble(std::uint32_t table, std::uint32_t row, std::uint32_t column) {
     return tables_.BubbleText(table, row, column);
 }

@@ -50,6 +50,8 @@ public:
     /// selected one in the order in which rows are shown and round again; false if there is none.
     bool FindText(std::string_view text, bool backwards);
     bool SelectNextProblem();
+    /// What is wrong with the first row that wouldn't read back; empty if there is none.
+    std::string FirstProblem();
 
     void ReceiveEvent(TEvent &event) override;
 
@@ -63,6 +65,7 @@ protected:
     void DS_ReadColumn(std::uint32_t table, std::uint32_t column, TColumn &described) override;
     bool DS_AppendRow(std::uint32_t table) override;
     bool DS_IsCellEditable(std::uint32_t table, std::uint32_t row, std::uint32_t column) override;
+    bool DS_HasEditor(std::uint32_t table, std::uint32_t row, std::uint32_t column) override;
     bool DS_OpenCellEditor(std::uint32_t table, std::uint32_t row, std::uint32_t column, CView *&editor) override;
     void DS_CloseCellEditor(std::uint32_t table, std::uint32_t row, std::uint32_t column, CView *editor,
                             bool cancelled) override;

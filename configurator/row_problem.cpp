@@ -40,6 +40,8 @@ std::string ProblemText(const TRowReading &reading) {
             return std::string(texts::kRowWithoutName);
         case TOutcome::kBroken:
             return std::string(texts::kRowBroken);
+        case TOutcome::kLongName:
+            return std::string(texts::kRowNameLong);
         case TOutcome::kUnknownName:
             return std::string(texts::kRowNameUnknown);
         case TOutcome::kOtherRow:

@@ -1,8 +1,11 @@
 #include "configurator/row_reading.h"
 
 #include <algorithm>
+#include <optional>
+#include <utility>
 
 #include "configurator/node_names.h"
+#include "configurator/read_time_variables.h"
 #include "configurator/value_reading.h"
 #include "driver/channels/text_out.h"
 #include "model/const_item.h"
@@ -47,6 +50,15 @@ bool MayShareText(const CItemSeq &left, const CItemSeq &right) {
     }
     return (!second.whole && first.text.starts_with(second.text)) ||
            (!first.whole && second.text.starts_with(first.text));
+}
+
+/// True if a row's name is so long that the heads of other rows, which are as wide, are cut before their `=`.
+bool CutsOthers(CSectionDef &section, CKeyDef &key) {
+    constexpr std::size_t kRoom = kq_base::CTextBuffer::kBound - std::string_view("    = ").size();
+    return ShownName(section, key).size() > kRoom &&
+           std::any_of(section.Keys().begin(), section.Keys().end(), [&](const auto &other) {
+               return other.get() != &key && !other->Has(nfUnrecognised) && !other->Pars().empty();
+           });
 }
 
 /// A section that gets the values of every text with its name, instead of a new section for each.
@@ -194,6 +206,9 @@ TRowReading CRowReading::ReadKnownKey(CSectionDef &section, CKeyDef &key) {
     if (!has_line_ && repeated) {
         return TOutcome::kNotWritten;
     }
+    if (has_line_ && CutsOthers(section, key)) {
+        return TOutcome::kLongName;
+    }
     TRowReading reading;
     const CKeyDef *const found = has_line_ ? MatchKey(*section.Definition(), name_) : nullptr;
     if (has_line_ && found != definition) {
@@ -238,7 +253,9 @@ TRowReading CRowReading::CompareName(CSectionDef &section, CKeyDef *key, const C
     }
     const CScopeGuard section_scope(&section);
     const CScopeGuard key_scope(key);
-    reading.TakeDefaults();
+    if (pattern == nullptr) {
+        reading.TakeDefaults();
+    }
     TRowReading result;
     result.item = reading.FindDifference(result.text);
     result.outcome = result.item != nullptr ? TOutcome::kOtherValue : TOutcome::kSame;
@@ -252,6 +269,7 @@ TRowReading CRowReading::ReadValues(CSectionDef &section, CKeyDef &key) {
     std::vector<CValueReading> readings;
     readings.reserve(pars.size());
     std::size_t value = 0;
+    std::optional<CReadTimeVariables> variables(std::in_place, section, key);
     for (const auto &par : pars) {
         CValueReading &reading = readings.emplace_back(par->Items());
         if (value == values_.size() || !par->AnyEnabled()) {
@@ -259,6 +277,7 @@ TRowReading CRowReading::ReadValues(CSectionDef &section, CKeyDef &key) {
         }
         if (TakeValue(values_[value], section, key, *par, reading)) {
             ++value;
+            variables->Publish(par->Items());
         } else if (!par->AllOptional()) {
             const auto &items = par->Items().Items();
             const auto cell =
@@ -266,6 +285,7 @@ TRowReading CRowReading::ReadValues(CSectionDef &section, CKeyDef &key) {
             return {TOutcome::kRefused, cell != items.end() ? cell->get() : nullptr, values_[value]};
         }
     }
+    variables.reset();
     const bool reads_all = !pars.empty() && pars.back()->Items().ReadsAll();
     for (; reads_all && value < values_.size(); ++value) {
         readings.back().AppendRaw(separators_[value], values_[value]);

@@ -19,6 +19,7 @@ struct TRowReading {
         kNotWritten,   ///< the row leaves no line
         kNoName,       ///< the row has no name, or an empty one
         kBroken,       ///< the line's text ends too early or goes on too far: quotes, comments, line ends
+        kLongName,     ///< the name of a line without values leaves the lines below it no room for their `=`
         kUnknownName,  ///< no definition has the name
         kOtherRow,     ///< the name belongs to another definition
         kOverwritten,  ///< another row's name belongs to this row's definition, so its values come here
@@ -37,7 +38,8 @@ struct TRowReading {
 
 /// Reads a row as the parameter file would hold it, in the same way as the reader does, but without touching the model:
 /// the line is written and scanned, its name is matched against the definitions, and its values against the patterns of
-/// the row. Conditions count as they are now. What a line does to other lines isn't part of it.
+/// the row. Conditions count as they are at that line, which may be otherwise than now: see CReadTimeVariables. What a
+/// line does to other lines isn't part of it.
 ///
 /// The cost of a row doesn't depend on the number of rows, but where a definition of a key that can't come several
 /// times competes for names with others: then the rows of those others are looked at.

@@ -69,19 +69,27 @@ CConfiguratorSession::TOutcome CConfiguratorSession::RepairDmf() {
 // What is written replaces the text in one piece, so that a person can take it back as one step and an equal text
 // counts as none.
 
+void CConfiguratorSession::WriteParTo(CTextView &view) {
+    view.SetHistoryKept(false);
+    CTextOut out(&view);
+    sheet_data_.WriteParText(out);
+}
+
 void CConfiguratorSession::WritePar() {
     CTextView written;
-    written.SetHistoryKept(false);
-    CTextOut out(&written);
-    sheet_data_.WriteParText(out);
+    WriteParTo(written);
     par_view_.SetText(written.Text());
+}
+
+void CConfiguratorSession::WriteDmfTo(CTextView &view) {
+    view.SetHistoryKept(false);
+    CTextOut out(&view);
+    sheet_data_.Ranges().WriteDmfText(out);
 }
 
 void CConfiguratorSession::WriteDmf() {
     CTextView written;
-    written.SetHistoryKept(false);
-    CTextOut out(&written);
-    sheet_data_.Ranges().WriteDmfText(out);
+    WriteDmfTo(written);
     dmf_view_.SetText(written.Text());
 }
 

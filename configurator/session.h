@@ -62,6 +62,11 @@ protected:
     /// The parameter file's text was read into the model; its messages are all there.
     virtual void ParRead() {}
 
+    /// Writes the model at the end of an empty view that nobody edits.
+    void WriteParTo(CTextView &view);
+    /// The same of the driver map file's text.
+    void WriteDmfTo(CTextView &view);
+
 private:
     bool LoadTemplate();
     void ClearModel();

@@ -24,7 +24,43 @@ void ReadNodeCell(CSectionDef &section, CKeyDef *key, std::uint32_t cell, TCellF
     }
 }
 
+/// What the columns of a row for one cell show.
+TCellField FieldOf(std::uint32_t column) {
+    switch (column) {
+        case 1:
+            return TCellField::kLabel;
+        case 2:
+            return TCellField::kValue;
+        default:
+            return TCellField::kComment;
+    }
+}
+
 }  // namespace
+
+void CSheetTables::ReadKeyCell(std::uint32_t table, const TRow &row, TCellField field, kq_base::CTextBuffer &text,
+                               bool &disabled) {
+    const std::uint32_t name_cells = row.key->Names() != nullptr ? row.key->Names()->Items().CountCells() : 0;
+    if (row.cell <= name_cells) {
+        ReadNodeCell(*row.section, row.key, row.cell, field, text, disabled);
+        return;
+    }
+    const auto &pars = row.key->Pars();
+    const std::uint32_t cell = row.cell - name_cells;
+    if (cursor_.table != table) {
+        cursor_ = {.table = table, .par = 0, .cells_before = 0};
+    }
+    while (cell <= cursor_.cells_before) {
+        cursor_.cells_before -= pars[--cursor_.par]->GetCellCount();
+    }
+    while (cell - cursor_.cells_before > pars[cursor_.par]->GetCellCount()) {
+        cursor_.cells_before += pars[cursor_.par++]->GetCellCount();
+    }
+    const CScopeGuard section_scope(row.section);
+    const CScopeGuard scope(row.key);
+    std::uint32_t offset = cell - cursor_.cells_before;
+    pars[cursor_.par]->Items().GetCellInfo(offset, text, field, disabled);
+}
 
 std::uint32_t CSheetTables::NameCells(CSectionDef &section) {
     return section.Names() != nullptr ? section.Names()->Items().CountCells() : 0;
@@ -100,14 +136,16 @@ void CSheetTables::ReadCell(std::uint32_t table, std::uint32_t row, std::uint32_
             }
             break;
         case TRowKind::kNameCell:
-        case TRowKind::kKeyCell: {
-            const TCellField field =
-                column == 1 ? TCellField::kLabel : (column == 2 ? TCellField::kValue : TCellField::kComment);
             if (column <= 3) {
-                ReadNodeCell(*found.section, found.key, found.cell, field, text, column == 2 ? disabled : ignored);
+                ReadNodeCell(*found.section, nullptr, found.cell, FieldOf(column), text,
+                             column == 2 ? disabled : ignored);
             }
             break;
-        }
+        case TRowKind::kKeyCell:
+            if (column <= 3) {
+                ReadKeyCell(table, found, FieldOf(column), text, column == 2 ? disabled : ignored);
+            }
+            break;
         case TRowKind::kKey: {
             const std::uint32_t cells = found.key->GetCellCount();
             const bool flat = found.section->IsUniform() || cells < kCellsOfSubTable;
@@ -150,6 +188,11 @@ std::uint32_t CSheetTables::EditedCell(const TRow &row, std::uint32_t column) {
         default:
             return 0;
     }
+}
+
+bool CSheetTables::HasCell(const TRow &row, std::uint32_t column) {
+    const std::uint32_t cell = EditedCell(row, column);
+    return cell != 0 && (row.kind != TRowKind::kKey || cell < row.key->GetCellCount());
 }
 
 bool CSheetTables::IsCellEditable(std::uint32_t table, std::uint32_t row, std::uint32_t column) {

@@ -48,6 +48,9 @@ public:
     /// The cell of name or values, from 1, that a column of a row edits; 0 if none.
     static std::uint32_t EditedCell(const TRow &row, std::uint32_t column);
 
+    /// True if the cell that a column of a row edits exists; in a row with fewer cells the columns are used otherwise.
+    static bool HasCell(const TRow &row, std::uint32_t column);
+
     /// The table that opens from a row, which has its id from now on; 0 without one.
     std::uint32_t SubTable(const TRow &row);
     static bool HasSubTable(const TRow &row);
@@ -77,12 +80,23 @@ public:
     static std::vector<const CKeyDef *> AddableKeys(const CSectionDef &section);
 
 private:
+    /// Where the cell of a key's table that was read last lies: cells are counted over all values before it, and a
+    /// table's next cell is read near the last one.
+    struct TCursor {
+        std::uint32_t table = 0;
+        std::size_t par = 0;
+        std::uint32_t cells_before = 0;
+    };
+
+    void ReadKeyCell(std::uint32_t table, const TRow &row, TCellField field, kq_base::CTextBuffer &text,
+                     bool &disabled);
     static bool IsGrid(CSectionDef &section);
     static std::uint32_t NameCells(CSectionDef &section);
 
     CParSheetData &data_;
     const CSheetEdit &edit_;
     kq_base::CTextBuffer column_text_;
+    TCursor cursor_;
 };
 
 }  // namespace kq_pdt

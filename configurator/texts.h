@@ -75,6 +75,14 @@ inline constexpr std::string_view kReadErrorTitle = "Chyba při čtení konfigur
 inline constexpr std::string_view kRepairFailed = "Oprava mapovacího souboru nebyla dokončena."_cp;
 inline constexpr std::string_view kErrorsInPar = "V parametrech ovladače jsou chyby!"_cp;
 
+// Device search.
+
+inline constexpr std::string_view kSearching = "Vyhledávají se zařízení..."_cp;
+inline constexpr std::string_view kSearchIsEnding = "Vyčkejte na dokončení vyhledávání."_cp;
+inline constexpr std::string_view kCancel = "Storno"_cp;
+inline constexpr std::string_view kNothingFound = "Nenalezeno žádné zařízení."_cp;
+inline constexpr std::string_view kSearchFailed = "Vyhledání zařízení nebylo možné dokončit."_cp;
+
 // Sheet, channels table and the steps in them.
 
 inline constexpr std::string_view kAddRow = "<přidat>"_cp;
@@ -110,6 +118,7 @@ inline constexpr std::string_view kRowNotWritten = "Řádek nemá žádnou hodno
 inline constexpr std::string_view kRowWithoutName = "Řádek nemá název, pod kterým by se načetl"_cp;
 inline constexpr std::string_view kRowBroken =
     "Text obsahuje znaky, které soubor neudrží: apostrof, závorku, komentář nebo konec řádku"_cp;
+inline constexpr std::string_view kRowNameLong = "Název je příliš dlouhý, ostatní řádky sekce by se nenačetly"_cp;
 inline constexpr std::string_view kRowNameUnknown = "Název se ze souboru načte jinak, než je v šabloně"_cp;
 inline constexpr std::string_view kRowNameTaken =
     "Stejný název má i jiný parametr šablony, hodnoty se načtou do něj"_cp;

@@ -1,5 +1,6 @@
 #include "configurator/translate_progress.h"
 
+#include "configurator/geometry.h"
 #include "configurator/texts.h"
 
 namespace kq_pdt {
@@ -11,9 +12,7 @@ CTranslateProgress::CTranslateProgress(const CWindow &window) : text_(texts::kTr
     if (window.Parent() == nullptr) {
         return;
     }
-    const TRect &area = window.Rect();
-    Init({area.x + area.width / 2 - kWidth / 2, area.y + area.depth / 2 - kDepth / 2, kWidth, kDepth}, kStyle,
-         texts::kTranslateTitle, nullptr, nullptr);
+    Init(CentredOver(window, kWidth, kDepth), kStyle, texts::kTranslateTitle, nullptr, nullptr);
     const TRect client = ClientRect();
     const std::int32_t text_width = GetTextW(texts::kTranslating);
     text_.NewRect({client.x + (client.width - text_width) / 2, client.y + (client.depth - GetTextD()) / 2, text_width,

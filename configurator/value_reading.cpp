@@ -100,7 +100,6 @@ bool CValueReading::ReplaceByCuts(const CItemSeq &pattern, const std::vector<TCu
     }
     TakeCuts(pattern, cuts, text);
     for (std::size_t index = 0; index < items_.size(); ++index) {
-        values_[index].given = false;
         if (items_[index]->Code() == TItemCode::kNumber) {
             values_[index].number = static_cast<const CNumberItem &>(*items_[index]).InRange(values_[index].number);
         }

@@ -97,6 +97,12 @@ std::string CConfiguratorWindow::RowProblem(std::uint32_t table, std::uint32_t r
     return state_->session.Sheet().RowProblem(table, row);
 }
 
+std::string CConfiguratorWindow::FirstProblem() { return state_->session.Sheet().FirstProblem(); }
+
+CConfiguratorWindow::TTexts CConfiguratorWindow::TextsToSave() { return state_->session.TextsToSave(); }
+
+std::uint64_t CConfiguratorWindow::ChangeCount() const { return state_->session.ChangeCount(); }
+
 bool CConfiguratorWindow::UserUndo() { return state_->session.Undo(); }
 
 bool CConfiguratorWindow::UserRedo() { return state_->session.Redo(); }
@@ -104,6 +110,8 @@ bool CConfiguratorWindow::UserRedo() { return state_->session.Redo(); }
 std::string CConfiguratorWindow::UndoName() const { return state_->session.UndoName(); }
 
 std::string CConfiguratorWindow::RedoName() const { return state_->session.RedoName(); }
+
+void CConfiguratorWindow::UserReplaceTexts(const TTexts &texts) { state_->session.ReplaceTexts(texts); }
 
 bool CConfiguratorWindow::UserFind(std::string_view text, bool backwards) {
     return state_->session.Find(text, backwards);

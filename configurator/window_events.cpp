@@ -23,17 +23,19 @@ bool CWindowSession::HandleEvent(TEvent &event) {
     if (done_) {
         return true;
     }
-    bool base_follows = true;
     if (event.Is(ecKeyDown | ecKey) && event.code == CConfiguratorWindow::kNextMessageKey) {
         CommitCellEditors();
         NextMessage();
     } else if (event.Is(ecCommand | ecNotice)) {
-        base_follows = HandleCommand(event);
+        if (!HandleCommand(event)) {
+            // The host was told that the window is closed, and may have deleted it.
+            return false;
+        }
     } else if (event.event_class == ecMouse) {
         HideBubble();
     }
     UpdateUndoMenu(tabs_.ActiveTabIndex());
-    return base_follows;
+    return true;
 }
 
 bool CWindowSession::HandleCommand(TEvent &event) {
@@ -161,6 +163,7 @@ void CWindowSession::CommitCellEditors() {
 }
 
 void CWindowSession::NoteCommitted() {
+    ++changes_;
     modified_ = true;
     ParView().SetSaved(false);
 }

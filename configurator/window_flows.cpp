@@ -105,6 +105,20 @@ bool CWindowSession::TranslateToSheet() {
     return true;
 }
 
+void CWindowSession::ReplaceTexts(const CConfiguratorWindow::TTexts &texts) {
+    if (done_) {
+        return;
+    }
+    CommitCellEditors();
+    ForceTab(CConfiguratorWindow::kTextTab);
+    ParView().UserReplaceAt(0, ParView().Text().size(), texts.par);
+    if (texts.has_dmf && DmfView().Text() != texts.dmf) {
+        DmfView().SetText(texts.dmf);
+    }
+    ParView().SetLineIndex(0, 0);
+    ParView().FitCursor();
+}
+
 void CWindowSession::GoToFirstError() {
     if (Messages().Records().empty()) {
         ParView().SetLineIndex(0, 0);

@@ -54,6 +54,7 @@ CSheetHistory::TAction CWindowSession::Snapshot() {
 }
 
 void CWindowSession::ShowHistoryState() {
+    ++changes_;
     modified_ = !history_.IsAtSaved();
     ParView().SetSaved(!modified_);
     channels_.RebuildColumns();

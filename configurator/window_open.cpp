@@ -58,11 +58,6 @@ bool CWindowSession::CanEnumerate() const {
            helper.AbleToEnumerateChannels(1);
 }
 
-bool CWindowSession::HasDeviceSearch() const {
-    return opening_.module != nullptr && (kq_os::GetProcAddress(opening_.module, "LoadModulesTree") != nullptr ||
-                                          kq_os::GetProcAddress(opening_.module, "LoadModulesTreeW") != nullptr);
-}
-
 struct CWindowSession::TFileTexts {
     std::string_view title;
     std::string_view create;

@@ -27,6 +27,23 @@ void CWindowSession::SaveSession(std::uint32_t command) {
     }
 }
 
+CConfiguratorWindow::TTexts CWindowSession::TextsToSave() {
+    CConfiguratorWindow::TTexts texts;
+    texts.has_dmf = !SheetData().NoChannels() && !driver_enumerates_;
+    if (!OnSheet()) {
+        texts.par = ParView().Text();
+        texts.dmf = DmfView().Text();
+        return texts;
+    }
+    CTextView par;
+    WriteParTo(par);
+    texts.par = par.Text();
+    CTextView dmf;
+    WriteDmfTo(dmf);
+    texts.dmf = dmf.Text();
+    return texts;
+}
+
 void CWindowSession::NotifyFiles() {
     if (opening_.callback != nullptr) {
         opening_.callback->NotifyDriverFiles(kq_base::TPathText::kBound, opening_.dmf_path.Characters(),

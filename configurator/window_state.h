@@ -79,6 +79,10 @@ public:
     /// Ends the session; once.
     void Done();
 
+    CConfiguratorWindow::TTexts TextsToSave();
+    void ReplaceTexts(const CConfiguratorWindow::TTexts &texts);
+    std::uint64_t ChangeCount() const { return changes_; }
+
     bool Undo();
     bool Redo();
     std::string UndoName();
@@ -138,7 +142,6 @@ private:
 
     // window_open.cpp
     bool CanEnumerate() const;
-    bool HasDeviceSearch() const;
     bool OpenPar();
     bool OpenDmf();
     struct TFileTexts;
@@ -194,9 +197,15 @@ private:
     bool SaveDmfFromModel(std::string &error);
 
     // device_search.cpp
+    bool HasDeviceSearch() const;
     void SearchDevices();
+    void RunSearch();
+    bool WriteForSearch(std::string_view path);
+    bool ChooseDevices(std::string_view path);
+    void TakeSearchResult(std::string_view path);
 
     CConfiguratorWindow &window_;
+    std::uint64_t changes_ = 0;
     TOpening opening_;
     TFile par_file_{opening_.par_path};
     TFile dmf_file_{opening_.dmf_path};

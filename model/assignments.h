@@ -39,8 +39,11 @@ public:
     /// Is the value still there for which a dependent section was created?
     bool HasSource(const CSectionDef &section) const;
 
-    /// The item that gives a variable its value: of those that publish it, the last one in the file; or none.
-    CItem *LastPublisher(const CVariable &variable) const;
+    /// The item that gives a variable its value: of those that publish it, the last one in the file; or none. With a
+    /// serial number given, only sections before it count, unless the variable is one of a section or key.
+    CItem *LastPublisher(const CVariable &variable, std::uint32_t before = kNoNumber) const;
+    /// Who has to do with a variable that isn't a key's own. Never null.
+    std::shared_ptr<const TVariableUses> UsesOf(const CVariable &variable) const;
 
     /// While a text is read instances don't follow changed variables.
     void SetReading(bool reading) { reading_ = reading; }
@@ -51,7 +54,6 @@ private:
 
     CSectionDef *CreateDependent(CVariable &variable, const TParValue *value, bool &ok);
     void NotifyReaders(const CVariable &variable, const TParValue &value, bool &ok);
-    std::shared_ptr<const TVariableUses> UsesOf(const CVariable &variable) const;
     TParValue SettledValue(const CVariable &variable) const;
     void SettleVariable(CVariable &variable);
     void SettleDependents(CVariable &variable);

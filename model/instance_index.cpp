@@ -130,9 +130,15 @@ CSectionDef *CInstanceIndex::FirstOf(const CSectionDef *definition) const {
     return found != by_definition_.end() ? found->second.front() : nullptr;
 }
 
-CSectionDef *CInstanceIndex::LastOf(const CSectionDef *definition) const {
+CSectionDef *CInstanceIndex::LastBefore(const CSectionDef *definition, std::uint32_t serial) const {
     const auto found = by_definition_.find(definition);
-    return found != by_definition_.end() ? found->second.back() : nullptr;
+    if (found == by_definition_.end()) {
+        return nullptr;
+    }
+    const auto next =
+        std::lower_bound(found->second.begin(), found->second.end(), serial,
+                         [](const CSectionDef *other, std::uint32_t number) { return other->Serial() < number; });
+    return next != found->second.begin() ? *std::prev(next) : nullptr;
 }
 
 CSectionDef *CInstanceIndex::NextOf(const CSectionDef *definition, std::uint32_t serial) const {

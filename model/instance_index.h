@@ -28,7 +28,9 @@ public:
     /// The first instance of a definition, or none.
     CSectionDef *FirstOf(const CSectionDef *definition) const;
     /// The last one, or none.
-    CSectionDef *LastOf(const CSectionDef *definition) const;
+    CSectionDef *LastOf(const CSectionDef *definition) const { return LastBefore(definition, kNoNumber); }
+    /// The last one before a serial number, or none.
+    CSectionDef *LastBefore(const CSectionDef *definition, std::uint32_t serial) const;
     /// The first one after a serial number, or none.
     CSectionDef *NextOf(const CSectionDef *definition, std::uint32_t serial) const;
     /// The one before an instance among those of its definition, or none.

@@ -85,7 +85,7 @@ bool TextCreates(const CItem &item, const TParValue &value, const TParValue &cur
 
 }  // namespace
 
-CItem *CAssignments::LastPublisher(const CVariable &variable) const {
+CItem *CAssignments::LastPublisher(const CVariable &variable, std::uint32_t before) const {
     CDefNode *node = variable.Scope().Node();
     if (node != nullptr && node->Has(nfKey)) {
         return LastOfNode(*node, variable);
@@ -94,8 +94,8 @@ CItem *CAssignments::LastPublisher(const CVariable &variable) const {
     CSectionDef *last = nullptr;
     CItem *item = nullptr;
     for (const TSectionUse &use : uses->publishers) {
-        CSectionDef *section =
-            node != nullptr ? static_cast<CSectionDef *>(node) : sheet_data_.Instances().Index().LastOf(use.section);
+        CSectionDef *section = node != nullptr ? static_cast<CSectionDef *>(node)
+                                               : sheet_data_.Instances().Index().LastBefore(use.section, before);
         while (section != nullptr && (last == nullptr || section->Serial() > last->Serial())) {
             if (CItem *found = LastOfSection(*section, use, variable)) {
                 last = section;

@@ -19,6 +19,8 @@ ALLOWED = {
     "model": BELOW_MODEL,
     "template": [*BELOW_MODEL, "model"],
     "configurator": [*BELOW_MODEL, "model", "template"],
+    "desktop/peers": ["platform/base", "platform/view"],
+    "desktop/kqconf": ["desktop/peers", *PLATFORM, "template/language", "configurator"],
     "tools": [*PLATFORM, "template/language", "scanner", "driver", "driver/channels", "configurator"],
 }
 # Single files that reach further: the one that compiles templates for the model, and the header of all driver access.

@@ -15,9 +15,14 @@ list(LENGTH symbols count)
 if(count LESS 10)
   message(SEND_ERROR "shows only ${count} names")
 endif()
+# The toolkit's names have no namespace.
+set(toolkit AdvanceTimers DoMessageBox2 EventSource ForgetTimer GetText[DW] GetWorkArea LoopWindow MakeEvent NextTimerIn
+            ProcessEvents RegisterTimer RunLoop Send Set[A-Z][A-Za-z]* SettingsStore UseManualTimers WaitForEvent)
+list(JOIN toolkit "|" toolkit)
 foreach(symbol IN LISTS symbols)
   string(REGEX REPLACE "^[0-9a-f]* . " "" name "${symbol}")
   if(NOT name MATCHES "^(.* for )?(kq_base|kq_cfg|kq_def|kq_drv|kq_os|kq_pdt|kq_pdt_|par_scanner)::"
+     AND NOT name MATCHES "^(.* for )?C[A-Z][A-Za-z]*(::|@)" AND NOT name MATCHES "^(${toolkit})\\("
      AND NOT name MATCHES "^(CreateDriverConfigurator|KQDriverCallbackW?|OpenEditor|KQ_PDT_1)")
     message(SEND_ERROR "shows ${name}")
   endif()

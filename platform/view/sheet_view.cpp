@@ -134,6 +134,10 @@ bool CSheetView::IsCellEditable(std::uint32_t table, std::uint32_t row, std::uin
     return DS_IsCellEditable(table, row, column);
 }
 
+bool CSheetView::CanEdit(std::uint32_t table, std::uint32_t row, std::uint32_t column) {
+    return DS_IsCellEditable(table, row, column) && DS_HasEditor(table, row, column);
+}
+
 std::uint32_t CSheetView::SubTable(std::uint32_t table, std::uint32_t row) { return DS_OpenNode(table, row); }
 
 bool CSheetView::FindNode(std::uint32_t table, std::uint32_t &owner, std::uint32_t &row) {

@@ -105,6 +105,8 @@ public:
     std::uint32_t ShownRowCount(std::uint32_t table);
     TCell ReadCell(std::uint32_t table, std::uint32_t row, std::uint32_t column);
     bool IsCellEditable(std::uint32_t table, std::uint32_t row, std::uint32_t column);
+    /// True if an editor would come up for a cell now, or a row would be added: what is to look editable.
+    bool CanEdit(std::uint32_t table, std::uint32_t row, std::uint32_t column);
     /// The table that opens from a row, 0 without one.
     std::uint32_t SubTable(std::uint32_t table, std::uint32_t row);
     /// The table and the row in which a table's node lies; false for table 1 and unknown ones.
@@ -144,6 +146,10 @@ protected:
     virtual bool DS_AppendRow(std::uint32_t /*table*/) { return false; }
     virtual bool DS_DeleteRowNumber(std::uint32_t /*table*/, std::uint32_t /*row*/) { return true; }
     virtual bool DS_IsCellEditable(std::uint32_t table, std::uint32_t row, std::uint32_t column) = 0;
+    /// True if a cell that can be edited has something to edit at present.
+    virtual bool DS_HasEditor(std::uint32_t table, std::uint32_t row, std::uint32_t column) {
+        return !ReadCell(table, row, column).disabled;
+    }
     /// Makes an editor view; true if the cell can be edited, with a null view if it can't at present.
     virtual bool DS_OpenCellEditor(std::uint32_t table, std::uint32_t row, std::uint32_t column, CView *&editor) = 0;
     virtual void DS_CloseCellEditor(std::uint32_t table, std::uint32_t row, std::uint32_t column, CView *editor,

@@ -88,6 +88,18 @@ bool CTextView::LoadFromFile(std::string_view path, std::string &error) {
     return true;
 }
 
+bool CTextView::ImportFile(std::string_view path, std::string &error) {
+    std::string content;
+    if (!kq_base::CDisk::Current().Read(path, content, error)) {
+        return false;
+    }
+    FinishStep();
+    SetText(content);
+    FinishStep();
+    saved_ = true;
+    return true;
+}
+
 bool CTextView::SaveToFile(std::string_view path, std::string &error) {
     if (!kq_base::CDisk::Current().Save(path, text_, error)) {
         return false;

@@ -100,6 +100,9 @@ public:
     /// history; any other is a step.
     /// False leaves all as it was and gives the reason.
     bool LoadFromFile(std::string_view path, std::string &error);
+    /// Replaces the text, as a step, by that of a file which isn't the one that the text is saved to. It counts as
+    /// saved until the next change or SetSaved, but undo and redo don't take it for the saved one. False likewise.
+    bool ImportFile(std::string_view path, std::string &error);
     /// Writes the whole text to a file and marks it saved. False gives the reason; the file's old content stays.
     bool SaveToFile(std::string_view path, std::string &error);
 

@@ -14,14 +14,25 @@ CTreeViewerPane::~CTreeViewerPane() {
     }
 }
 
-TTreeItem &CTreeViewerPane::AddItem(TTreeItem *parent, std::string_view text) {
+TTreeItem &CTreeViewerPane::AddItem(TTreeItem *parent, std::string_view text, std::uint32_t attributes,
+                                    std::optional<std::uint32_t> key) {
     auto &siblings = parent == nullptr ? items_ : parent->items;
     siblings.push_back(std::make_unique<TTreeItem>());
     TTreeItem &item = *siblings.back();
     item.text = text;
+    item.attributes = attributes;
+    item.key = key;
     item.parent = parent;
+    if (key) {
+        by_key_.emplace(*key, &item);
+    }
     Changed({.change = TViewChange::kRowsInserted, .first = siblings.size(), .count = 1, .item = &item});
     return item;
+}
+
+TTreeItem *CTreeViewerPane::FindItem(std::uint32_t key) const {
+    const auto found = by_key_.find(key);
+    return found == by_key_.end() ? nullptr : found->second;
 }
 
 const std::vector<std::unique_ptr<TTreeItem>> &CTreeViewerPane::Siblings(const TTreeItem &item) const {
@@ -36,7 +47,8 @@ void CTreeViewerPane::SetElementTag(TTreeItem &item, bool tagged, bool repaint) 
         item.attributes |= kTreeItemTagged;
         tagged_.push_back(&item);
     } else {
-        ClearTag(item);
+        item.attributes &= ~std::uint32_t{kTreeItemTagged};
+        std::erase(tagged_, &item);
     }
     if (repaint) {
         Changed({.change = TViewChange::kRowsChanged, .count = 1, .item = &item});
@@ -51,12 +63,29 @@ bool CTreeViewerPane::UserTag(TTreeItem &item, bool tagged) {
     return true;
 }
 
-void CTreeViewerPane::ClearTag(TTreeItem &item) {
-    item.attributes &= ~std::uint32_t{kTreeItemTagged};
-    std::erase(tagged_, &item);
+void CTreeViewerPane::ClearSiblingTags(const TTreeItem &item, bool repaint) {
+    std::vector<TTreeItem *> cleared;
+    for (const auto &sibling : Siblings(item)) {
+        if (sibling.get() != &item && sibling->Has(kTreeItemTagged)) {
+            sibling->attributes &= ~std::uint32_t{kTreeItemTagged};
+            cleared.push_back(sibling.get());
+        }
+    }
+    if (cleared.empty()) {
+        return;
+    }
+    std::erase_if(tagged_, [](const TTreeItem *tagged) { return !tagged->Has(kTreeItemTagged); });
+    for (const TTreeItem *sibling : cleared) {
+        if (repaint) {
+            Changed({.change = TViewChange::kRowsChanged, .count = 1, .item = sibling});
+        }
+    }
 }
 
-void CTreeViewer::Init() {
+void CTreeViewer::Init(const TRect &rect, const TParameters &parameters) {
+    NewRect(rect);
+    parameters_ = parameters;
     pane_ = MakePane();
+    pane_->NewRect({0, 0, rect.width, rect.depth});
     Register(*pane_);
 }

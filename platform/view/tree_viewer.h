@@ -1,6 +1,8 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -20,7 +22,7 @@ struct TTreeItem {
     std::string text;
     std::uint32_t attributes = 0;
     std::optional<std::uint32_t> key;  ///< by which the program finds the item, if it can
-    TTreeItem *parent = nullptr;  ///< null at the root
+    TTreeItem *parent = nullptr;       ///< null at the root
     std::vector<std::unique_ptr<TTreeItem>> items;
 
     bool Has(TTreeItemBit bit) const { return (attributes & bit) != 0; }
@@ -32,8 +34,11 @@ public:
     TViewKind Kind() const override { return TViewKind::kTreeViewer; }
     ~CTreeViewerPane() override;
 
-    /// Appends an item below a parent; null is the root.
-    TTreeItem &AddItem(TTreeItem *parent, std::string_view text);
+    /// Appends an item below a parent; null is the root. Attributes are bits of TTreeItemBit.
+    TTreeItem &AddItem(TTreeItem *parent, std::string_view text, std::uint32_t attributes = 0,
+                       std::optional<std::uint32_t> key = {});
+    /// The item with a key, of several the first one that was added; null without one.
+    TTreeItem *FindItem(std::uint32_t key) const;
     const std::vector<std::unique_ptr<TTreeItem>> &Items() const { return items_; }
     /// The items on one level with another, itself included.
     const std::vector<std::unique_ptr<TTreeItem>> &Siblings(const TTreeItem &item) const;
@@ -45,24 +50,33 @@ public:
     bool UserTag(TTreeItem &item, bool tagged);
 
 protected:
-    /// Takes an item's mark away and out of the tagged ones.
-    void ClearTag(TTreeItem &item);
+    /// Takes the marks of all other items on an item's level away and out of the tagged ones.
+    void ClearSiblingTags(const TTreeItem &item, bool repaint);
 
 private:
     std::vector<std::unique_ptr<TTreeItem>> items_;
+    std::map<std::uint32_t, TTreeItem *> by_key_;
     std::vector<TTreeItem *> tagged_;
 };
 
 /// A tree with its pane; a subclass may have a pane of its own.
 class KQ_API CTreeViewer : public CView {
 public:
-    /// Makes the pane.
-    void Init();
+    /// How the tree is shown: option bits and sizes, which are passed on to the peer.
+    struct TParameters {
+        std::array<std::uint32_t, 2> options = {};
+        std::array<std::int32_t, 4> sizes = {};
+    };
+
+    /// Makes the pane, which fills the view.
+    void Init(const TRect &rect, const TParameters &parameters);
     CTreeViewerPane &Pane() const { return *pane_; }
+    const TParameters &Parameters() const { return parameters_; }
 
 protected:
     virtual std::unique_ptr<CTreeViewerPane> MakePane() { return std::make_unique<CTreeViewerPane>(); }
 
 private:
+    TParameters parameters_;
     std::unique_ptr<CTreeViewerPane> pane_;
 };

@@ -122,7 +122,9 @@ void CView::InvalidateRect(const TRect &area) {
 }
 
 std::uint32_t CView::RunModal(CView &owner) {
+    // Whoever shows it has to know already that it blocks its owner.
     modal_owner_ = &owner;
+    SetVisible(true);
     if (CEventSource *source = EventSource()) {
         source->ModalBegan(*this);
     }

@@ -60,7 +60,7 @@ public:
 
     /// Runs a loop for the view and gives the code that ended it.
     virtual std::uint32_t Exec() { return RunLoop(*this); }
-    /// The same while the owner is blocked.
+    /// Shows the view and does the same while the owner is blocked.
     std::uint32_t RunModal(CView &owner);
     /// The window that this one blocks while RunModal runs; null otherwise.
     CView *ModalOwner() const { return modal_owner_; }

@@ -8,6 +8,7 @@
 #include <map>
 
 #include "configurator/row_problem.h"
+#include "scanner/unread_text.h"
 #include "tests/model/edit_law.h"
 #include "tests/model/edit_law_state.h"
 
@@ -69,6 +70,7 @@ struct TCounts {
     std::uint32_t sound_models = 0;
     std::uint32_t rows = 0;
     std::uint32_t problems = 0;
+    std::uint32_t single = 0;  ///< models with just one
     std::uint32_t others = 0;  ///< rows without a problem that don't come back, since rows with one are in the way
     std::map<std::string, std::uint32_t> kinds;
 };
@@ -89,24 +91,36 @@ void CheckModel(CModelSession &model, const TTemplate &pdt, const std::string &p
     ASSERT_EQ(before, WholeState(model)) << "looking at rows changes the model";
     CModelSession fresh;
     fresh.Translate(pdt.pdt, par, dmf);
-    const bool silent = fresh.Messages().Rows().empty() && fresh.boxes.empty();
+    const bool silent = fresh.Messages().Rows().empty() && fresh.boxes.empty() &&
+                        par_scanner::FindUnreadText(fresh.ParView().Text()).empty();
     TRows read;
     ForEachRow(fresh, [&](const std::string &row, const std::string &) { ++read[row]; });
     ++counts.models;
     counts.rows += static_cast<std::uint32_t>(texts.size());
     if (problems.empty()) {
         ++counts.sound_models;
-        EXPECT_TRUE(silent) << fresh.MessageLines();
+        EXPECT_TRUE(silent) << fresh.MessageLines() << par << pdt.pdt;
         EXPECT_EQ(all, read) << par << pdt.pdt;
     }
     for (const auto &[row, count] : sound) {
         counts.others += read[row] < count ? 1 : 0;
     }
+    std::string told;
+    std::uint32_t count_of_problems = 0;
     for (const auto &[row, count] : problems) {
-        counts.problems += count;
-        const std::string &text = texts[row];
-        counts.kinds[text.substr(0, text.find('"'))] += count;
-        EXPECT_TRUE(read[row] < all[row] || !silent) << row << ": " << text << "\n" << par << pdt.pdt;
+        count_of_problems += count;
+        told += row + ": " + texts[row] + "\n";
+        counts.kinds[texts[row].substr(0, texts[row].find('"'))] += count;
+    }
+    counts.problems += count_of_problems;
+    // One row with a problem may come back in the place of another one, and a name that is too long harms other rows.
+    const std::string row = problems.empty() ? "" : problems.begin()->first;
+    const bool harms_others = texts[row].find("příliš dlouhý") != std::string::npos;
+    counts.single += count_of_problems == 1 ? 1 : 0;
+    if (count_of_problems == 1 && !harms_others) {
+        EXPECT_TRUE(read[row] < all[row] || !silent) << told << par << pdt.pdt;
+    } else if (count_of_problems != 0) {
+        EXPECT_TRUE(all != read || !silent) << told << par << pdt.pdt;
     }
 }
 
@@ -120,34 +134,67 @@ std::string NastyText(CDice &dice) {
     return "\"" + dice.Pick(kTexts);
 }
 
-TEST(RowProblemLaw, RowsWithoutAProblemComeBackAndOthersDont) {
-    const TKnobs knobs = MakeKnobs(kKnobs);
-    const std::uint32_t count = FromEnvironment("KQ_ROW_COUNT", 1200);
-    CModuleDirectory directory;
-    TCounts counts;
-    std::uint32_t edits = 0;
-    for (std::uint32_t seed = FromEnvironment("KQ_ROW_SEED", 1); edits < count && !HasFailure(); ++seed) {
-        const TCase start{MakeTemplate(seed, knobs), "", "begin\nend.\n", {}};
+class CRowProblemLaw {
+public:
+    /// Edits at random, with the law watched after each that was taken; gives how many there were.
+    std::uint32_t Run(const TCase &start, std::uint32_t seed) {
         CDice dice(seed);
-        CLawRun run(directory, start);
-        for (std::uint32_t edit = 0; run.IsReadable() && edit < kEditsOfOneTemplate && !HasFailure(); ++edit, ++edits) {
+        CLawRun run(directory_, start);
+        std::uint32_t edits = 0;
+        for (; run.IsReadable() && edits < kEditsOfOneTemplate && !testing::Test::HasFailure(); ++edits) {
             TEdit step = run.Choose(dice);
             step.value = NastyText(dice);
             run.Step(step, dice.OneIn(2) ? nullptr : &dice);
             if (run.WasTaken()) {
-                SCOPED_TRACE("seed " + std::to_string(seed) + ", edit " + std::to_string(edit));
+                SCOPED_TRACE("seed " + std::to_string(seed) + ", edit " + std::to_string(edits));
                 CheckModel(run.Model(), start.pdt, run.Par(), run.Dmf(), counts);
             }
         }
+        return edits;
     }
-    std::cout << edits << " edits, " << counts.models << " models, " << counts.sound_models << " without a problem; "
-              << counts.rows << " rows, " << counts.problems << " with a problem, " << counts.others
-              << " others that don't come back\n";
-    for (const auto &[kind, number] : counts.kinds) {
-        std::cout << "  " << number << " " << kind << "\n";
+
+    void Print(std::uint32_t edits) const {
+        std::cout << edits << " edits, " << counts.models << " models, " << counts.sound_models
+                  << " without a problem; " << counts.rows << " rows, " << counts.problems << " with a problem ("
+                  << counts.single << " models with just one), " << counts.others << " others that don't come back\n";
+        for (const auto &[kind, number] : counts.kinds) {
+            std::cout << "  " << number << " " << kind << "\n";
+        }
     }
-    EXPECT_GT(counts.sound_models * 10, counts.models);
-    EXPECT_GT(counts.problems, 0U);
+
+    TCounts counts;
+
+private:
+    CModuleDirectory directory_;
+};
+
+TEST(RowProblemLaw, RowsWithoutAProblemComeBackAndOthersDont) {
+    const TKnobs knobs = MakeKnobs(kKnobs);
+    const std::uint32_t count = FromEnvironment("KQ_ROW_COUNT", 1200);
+    CRowProblemLaw law;
+    std::uint32_t edits = 0;
+    for (std::uint32_t seed = FromEnvironment("KQ_ROW_SEED", 1); edits < count && !HasFailure(); ++seed) {
+        edits += 1 + law.Run({MakeTemplate(seed, knobs), "", "begin\nend.\n", {}}, seed);
+    }
+    law.Print(edits);
+    EXPECT_GT(law.counts.sound_models * 10, law.counts.models);
+    EXPECT_GT(law.counts.problems, 0U);
+}
+
+TEST(RowProblemLaw, HoldsForTheExamples) {
+    CRowProblemLaw law;
+    std::uint32_t edits = 0;
+    for (const std::string name : {"modbus/modbus", "meters/meters", "simulator/simulator"}) {
+        const auto text = [&](const char *ending) {
+            return kq_base::ToUtf8(ReadBytes(KQ_SOURCE_DIR "/examples/" + name + ending));
+        };
+        for (std::uint32_t seed = 1; seed <= 5; ++seed) {
+            edits += law.Run({{text(".pdt"), {}}, text(".par"), text(".dmf"), {}}, seed);
+        }
+    }
+    law.Print(edits);
+    EXPECT_GT(law.counts.sound_models, 0U);
+    EXPECT_GT(law.counts.problems, 0U);
 }
 
 }  // namespace

@@ -1,8 +1,9 @@
-// The example of a host, run as a program of its own.
+// The examples of hosts, run as programs of their own.
 
 #include <gtest/gtest.h>
 
 #include <cstdio>
+#include <filesystem>
 #include <string>
 
 #include "tests/support/temporary_directory.h"
@@ -44,6 +45,30 @@ TEST(ExampleHost, SaysWhatIsWrong) {
         const std::string text = Output(kHost + wanted.arguments, exit_code);
         EXPECT_EQ(exit_code, wanted.exit_code) << wanted.arguments;
         EXPECT_TRUE(text.starts_with(wanted.text)) << text;
+    }
+}
+
+TEST(ExampleHost, ConfiguresADriver) {
+    const CTemporaryDirectory directory;
+    for (const char *extension : {".pdt", ".par", ".dmf"}) {
+        std::filesystem::copy_file(KQ_SOURCE_DIR "/examples/modbus/modbus" + std::string(extension),
+                                   "modbus" + std::string(extension));
+    }
+    const std::string configure = KQ_BINARY_DIR "/examples/host/configure modbus Line1 ";
+    struct {
+        const char *arguments;
+        int exit_code;
+        const char *text;
+        const char *section;  ///< in the file afterwards
+    } cases[] = {
+        {"Nothing 5", 1, "works on modbus.par\nthere is no such parameter to set\n", "[Line1]"},
+        {"Line 5", 0, "works on modbus.par\nworks on modbus.par\nclosed\n", "[Line5]"},
+    };
+    for (const auto &wanted : cases) {
+        int exit_code = 0;
+        EXPECT_EQ(Output(configure + wanted.arguments, exit_code), wanted.text);
+        EXPECT_EQ(exit_code, wanted.exit_code);
+        EXPECT_NE(ReadBytes("modbus.par").find(wanted.section), std::string::npos);
     }
 }
 

@@ -479,7 +479,7 @@ TKnobs MakeKnobs(std::string_view changes) {
             "required=30,bare_rows=5,channel_keys=40,section_channels=12,optional_numbers=20,channel_names=25,"
             "free_words=20,partial_rows=10,number_words=15,word_labels=5,word_variables=25,free_counts=20,group_keys="
             "15,"
-            "section_groups=15,group_rows=40,sources=15,missing_sources=15,shared_sources=20,multiple_dependents=0,"
+            "section_groups=15,group_rows=40,sources=15,missing_sources=15,shared_sources=20,multiple_dependents=15,"
             "name_defaults=20,name_strings=25,name_publishers=50,module_keys=8,repeated_modules=20,fixed_channels=20,"
             "driver_map=40") +
         (changes.empty() ? "" : ",") + std::string(changes);

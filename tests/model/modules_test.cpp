@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
+#include <numeric>
 
 #include "tests/support/model_session.h"
 #include "tests/support/temporary_directory.h"
@@ -182,6 +184,42 @@ TEST_F(CModules, SectionMayTakeItselfAway) {
             }
         }
         session_.Written();
+    }
+}
+
+/// A module's section is published before its text is read, with the first module and the defaults.
+TEST_F(CModules, WhatTheModulesSectionSaysCountsAlsoSwitchedOff) {
+    AddModule("A.dll", "A.pdt", "def_section name = 'OfA'; required; end_section");
+    AddModule("B.dll", "B.pdt", "def_section name = 'OfB'; required; end_section");
+    AddModule("Z.dll", "Z.pdt",
+              "def_section name = 'In-' + string { default = 'q'; id = %d% }; required; def_key name = 'n';"
+              " par = dll { procedure = 'Version'; enable_if %on% = 'y' }; par = number; end_key end_section"
+              " def_section name = 'D-' + %d%; depend_on = %d%; end_section");
+    const std::string pdt =
+        "def_section name = 'S'; required; def_key name = 'on'; par = options { option = 'y'; option = 'n'; id = %on% "
+        "};"
+        " end_key def_key name = 'm'; par = dll { procedure = 'Version' }; end_key end_section";
+    struct {
+        const char *on;
+        const char *name;
+        const char *sections;
+    } const kCases[] = {{"y", "q", "D-q In-q OfB S "}, {"n", "rst", "D-rst In-rst S "}};
+    for (const auto &[on, name, sections] : kCases) {
+        std::string par = "[S]\non = " + std::string(on) + "\nm = Z\n[In-" + name + "]\nn = b, 3\n";
+        for (int reading = 0; reading < 2; ++reading) {
+            ASSERT_TRUE(session_.Translate(pdt, par)) << session_.MessageLines();
+            std::vector<std::string> names;
+            for (const auto &section : session_.SheetData().Instances().List()) {
+                kq_base::CTextBuffer text;
+                const kq_pdt::CScopeGuard scope(section.get());
+                section->Names()->Items().AppendText(text);
+                names.push_back(std::string(text.View()) + " ");
+            }
+            std::sort(names.begin(), names.end());
+            EXPECT_EQ(std::accumulate(names.begin(), names.end(), std::string()), sections) << reading;
+            par = session_.Written();
+            EXPECT_NE(par.find("n  = B.dll, 3\n"), std::string::npos) << par;
+        }
     }
 }
 

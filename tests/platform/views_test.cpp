@@ -259,11 +259,7 @@ class CExclusivePane : public CTreeViewerPane {
 public:
     void SetElementTag(TTreeItem &item, bool tagged, bool repaint) override {
         if (item.Has(kTreeItemExclusive)) {
-            for (const auto &sibling : Siblings(item)) {
-                if (sibling.get() != &item) {
-                    ClearTag(*sibling);
-                }
-            }
+            ClearSiblingTags(item, repaint);
         }
         CTreeViewerPane::SetElementTag(item, tagged, repaint);
     }
@@ -277,7 +273,7 @@ protected:
 TEST(TreeViewer, MarksItems) {
     CRecordingFactory factory;
     CExclusiveTree viewer;
-    viewer.Init();
+    viewer.Init({0, 0, 10, 10}, {});
     viewer.MakePeers();
     CTreeViewerPane &tree = viewer.Pane();
     TTreeItem &root = tree.AddItem(nullptr, "root");

@@ -88,6 +88,10 @@ public:
         ProcessEvents();
         return typed;
     }
+    /// The id of the table below row 1 of table 1.
+    std::uint32_t SectionTable() { return window->Sheet().SubTable(1, 1); }
+    /// Sets the number of kPdt.
+    bool SetV(std::string_view value) { return SetCell(window->Sheet(), SectionTable(), 1, 2, value); }
     bool HasMenu(std::uint32_t command) const { return window->MenuBar()->IsEnabled(command); }
     /// The message list, a row a line.
     std::string Rows() const {
@@ -123,7 +127,12 @@ public:
                            const char *par) override {
         Log("files " + std::string(dmf) + " " + par);
     }
-    void NotifyClosed() override { Log("closed"); }
+    void NotifyClosed() override {
+        Log("closed");
+        if (deletes_when_closed) {
+            window.reset();
+        }
+    }
 
     class CDisk final : public CMemoryDisk {
     public:
@@ -145,6 +154,9 @@ public:
     std::string module = "d.dll";  ///< the driver's module; the template of OpenEditor lies beside it
     CDisk disk;
     CMemorySettings settings;
+    std::function<void()> watch;           ///< called when a file is read and when a box is up
+    std::vector<bool> asked_while_box_up;  ///< the host's QueryClose from inside a box
+    bool deletes_when_closed = false;
     std::vector<TBoxAnswer> answers;  ///< to the next boxes; their last button without one
     CAbstractDriverConfigurator *configurator = nullptr;
     std::unique_ptr<CConfiguratorWindow> window;
@@ -184,8 +196,12 @@ private:
     std::string error_;
     CSettingsStore *former_store_ = nullptr;
     TMessageBoxHandler former_handler_;
-
-public:
-    std::function<void()> watch;           ///< called when a file is read and when a box is up
-    std::vector<bool> asked_while_box_up;  ///< the host's QueryClose from inside a box
 };
+
+/// A template with a number and a channel whose kind it leaves open, and files for it.
+inline const char *const kPdt =
+    "keywords = 'ON'; def_section name = 'S'; required;"
+    " def_key name = 'v'; par = number { range_from = 1; range_to = 9 }; end_key"
+    " def_key name = 'k'; channels; par = number { ch_number; ch_count = 1 }; end_key end_section";
+inline const char *const kPar = "[S]\n  v = 1\n  k = 5\n";
+inline const char *const kDmf = "begin\n  5 real input\nend.\n";

@@ -17,7 +17,7 @@ struct TSessionStep {
     std::string command;
     bool refused = false;
     std::optional<std::vector<std::string>> events;  ///< each JSON; without a value they aren't compared
-    std::string given;                                ///< a JSON object: these members the answer has; or empty
+    std::string given;                               ///< a JSON object: these members the answer has; or empty
 };
 
 /// One `--- run` or `--- session` with what has to come out of it. Expected texts are UTF-8 with plain line ends.

@@ -34,7 +34,7 @@ TEST(Script, TakesWords) {
         {"\t type \t a\t", "a"},
         {"type \"\"", ""},
         {"type \"a b\"", "a b"},
-        {"type \"\\\"\\\\\\n\\r\\t\"", "\"\\\n\r\t"},
+        {R"(type "\"\\\n\r\t")", "\"\\\n\r\t"},
         {"type a\\n", "a\\n"},
         {"type a\"b\"", "a\"b\""},
         {"type #", "#"},
@@ -86,9 +86,9 @@ TEST(Script, TakesNumbersAndRepeatedWords) {
 }
 
 TEST(Script, TakesTheRestOfTheLineAsJson) {
-    EXPECT_EQ(Parsed("expect /window/tab 1").expected, 1);
-    EXPECT_EQ(Parsed("expect \"/a b\"   \"x \\u0041\" ").expected, "x A");
-    EXPECT_EQ(Parsed("expect \"\" {\"window\": {\"open\": false}}").expected["window"]["open"], false);
+    EXPECT_EQ(Parsed("expect /window/tab 1").arguments.at(1).text, "1");
+    EXPECT_EQ(Parsed("expect \"/a b\"   \"x y\"").arguments.at(1).text, "\"x y\"");
+    EXPECT_EQ(Parsed("expect \"\" {\"window\": \"\xC5\x99\"}").arguments.at(1).text, "{\"window\": \"\xC5\x99\"}");
 }
 
 TEST(Script, ReportsEachWrongLine) {
@@ -128,7 +128,7 @@ TEST(Script, ReportsEachWrongLine) {
         {"expect /a 1 2", "what follows the pointer is no JSON value"},
         {"type \"a", "the closing quote is missing"},
         {"type \"a\\", "a backslash precedes"},
-        {"type \"\\x\"", "a backslash precedes"},
+        {R"(type "\x")", "a backslash precedes"},
         {"type \"a\"b", "a blank is missing after the closing quote"},
         {"undo \"", "the closing quote is missing"},
         {"type \xE2\x98\x83", "code page 1250 lacks"},

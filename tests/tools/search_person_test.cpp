@@ -62,11 +62,11 @@ public:
         tools_.AddButton("Apply", cmApply, 0);
         tools_.SetReceiver(this);
         Dock(&tools_);
-        tree_.Init();
+        tree_.Init({}, {});
         Register(tree_);
-        Add(nullptr, "A", kTreeItemHasMark, 1);
-        TTreeItem &plain = Add(nullptr, "B", 0, std::nullopt);
-        Add(&plain, "C", kTreeItemHasMark, 2);
+        tree_.Pane().AddItem(nullptr, "A", kTreeItemHasMark, 1);
+        TTreeItem &plain = tree_.Pane().AddItem(nullptr, "B");
+        tree_.Pane().AddItem(&plain, "C", kTreeItemHasMark, 2);
     }
     void ReceiveEvent(TEvent &event) override {
         if (event.code == cmApply || event.code == kCloseRequest) {
@@ -75,13 +75,6 @@ public:
     }
 
 private:
-    TTreeItem &Add(TTreeItem *parent, const char *text, std::uint32_t attributes, std::optional<std::uint32_t> key) {
-        TTreeItem &item = tree_.Pane().AddItem(parent, text);
-        item.attributes = attributes;
-        item.key = key;
-        return item;
-    }
-
     CToolBox tools_;
     CTreeViewer tree_;
 };

@@ -133,7 +133,7 @@ TRefusal CSessionRunner::Expect(const TScriptCommand &command) {
         found = nullptr;  // a number that no array can have names nothing either
     }
     answer_.given["found"] = TJson(found);
-    return found == command.expected ? TRefusal() : "the value is another one";
+    return found == nlohmann::json::parse(command.arguments.at(1).text) ? TRefusal() : "the value is another one";
 }
 
 void CSessionRunner::ShowState(const TScriptCommand &command) {

@@ -1,7 +1,7 @@
 #include "tools/session/script.h"
 
 #include <algorithm>
-#include <array>
+#include <nlohmann/json.hpp>
 #include <utility>
 
 #include "configurator/kq_cfg.h"
@@ -247,8 +247,8 @@ private:
 
     std::string TakeValue() {
         SkipBlanks(line_);
-        command_.expected = nlohmann::json::parse(line_.begin(), line_.end(), nullptr, false);
-        return command_.expected.is_discarded() ? "what follows the pointer is no JSON value" : "";
+        command_.arguments.push_back({.text = std::string(line_), .number = 0, .place = {}});
+        return nlohmann::json::accept(line_) ? "" : "what follows the pointer is no JSON value";
     }
 
     std::string_view line_;

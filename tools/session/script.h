@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <nlohmann/json.hpp>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -53,7 +52,8 @@ enum class TScriptVerb : std::uint8_t {
     kTimer,
 };
 
-/// One argument: its text, in code page 1250, and what it means where it isn't just a text.
+/// One argument: its text, in code page 1250 (pointer and JSON value of expect in UTF-8), and what it means where it
+/// isn't just a text.
 struct TScriptArgument {
     std::string text;
     std::int64_t number = 0;
@@ -65,7 +65,6 @@ struct TScriptCommand {
     std::string name;
     TScriptVerb verb = TScriptVerb::kState;
     std::vector<TScriptArgument> arguments;
-    nlohmann::json expected;  ///< of expect, whose argument is the pointer
 };
 
 struct TScriptMistake {

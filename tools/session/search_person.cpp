@@ -21,24 +21,6 @@ View *FindView(CView &window) {
     return nullptr;
 }
 
-/// Items in the order in which they are shown, without recursion: drivers nest them as deep as they like.
-template <class Visit>
-void VisitItems(const CTreeViewerPane &tree, const Visit &visit) {
-    std::vector<TTreeItem *> waiting;
-    const auto add = [&waiting](const std::vector<std::unique_ptr<TTreeItem>> &items) {
-        for (auto item = items.rbegin(); item != items.rend(); ++item) {
-            waiting.push_back(item->get());
-        }
-    };
-    add(tree.Items());
-    while (!waiting.empty()) {
-        TTreeItem *item = waiting.back();
-        waiting.pop_back();
-        add(item->items);
-        visit(*item);
-    }
-}
-
 TJson ItemJson(const TTreeItem &item) {
     return {{"key", NumberOrNull(item.key)},
             {"text", TextJson(item.text)},
@@ -46,6 +28,9 @@ TJson ItemJson(const TTreeItem &item) {
             {"checked", item.Has(kTreeItemTagged)},
             {"items", TJson::array()}};
 }
+
+/// Items below this level aren't given: nothing reads JSON that is nested without limit.
+constexpr std::size_t kDeepestLevel = 200;
 
 TJson TreeJson(const CTreeViewerPane &tree) {
     struct TLevel {
@@ -60,7 +45,11 @@ TJson TreeJson(const CTreeViewerPane &tree) {
         if (level.next < level.items->size()) {
             const TTreeItem &item = *(*level.items)[level.next++];
             level.json.push_back(ItemJson(item));
-            levels.push_back({&item.items, 0, TJson::array()});
+            if (levels.size() < kDeepestLevel) {
+                levels.push_back({&item.items, 0, TJson::array()});
+            } else if (!item.items.empty()) {
+                level.json.back()["deeper"] = true;
+            }
         } else {
             TJson done = std::move(level.json);
             levels.pop_back();
@@ -116,10 +105,8 @@ void CSearchPerson::AnswerResult(CWindow &window) const {
     }
     auto &tree = *FindView<CTreeViewerPane>(window);
     for (const std::uint32_t key : keys_) {
-        TTreeItem *found = nullptr;
-        VisitItems(tree, [key, &found](TTreeItem &item) { found = item.key == key ? &item : found; });
-        if (found != nullptr) {
-            tree.UserTag(*found, true);
+        if (TTreeItem *const item = tree.FindItem(key)) {
+            tree.UserTag(*item, true);
         }
     }
     tool_box->UserPress(cmApply);

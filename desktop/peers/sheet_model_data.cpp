@@ -1,0 +1,126 @@
+// What the items of the sheet's model show.
+
+#include <QBrush>
+#include <QColor>
+#include <QFont>
+#include <QIcon>
+
+#include "desktop/peers/advice.h"
+#include "desktop/peers/sheet_model.h"
+#include "desktop/peers/text.h"
+
+namespace kq_desktop {
+
+namespace {
+
+/// In place of the toolkit's symbol, which is in a font of its own.
+QString DisabledText() { return QStringLiteral("—"); }
+
+/// A colour of the toolkit: blue, green, red from the high byte to the low one.
+QColor ColorOf(std::uint32_t number) {
+    return QColor(static_cast<int>(number & 0xFFU), static_cast<int>(number >> 8U & 0xFFU),
+                  static_cast<int>(number >> 16U & 0xFFU));
+}
+
+}  // namespace
+
+Qt::ItemFlags CSheetModel::flags(const QModelIndex &index) const {
+    const TPlace place = PlaceOf(index);
+    if (place.table == 0) {
+        return Qt::NoItemFlags;
+    }
+    if (place.IsHeading() || place.column > sheet_.Columns(place.table).size()) {
+        return Qt::ItemNeverHasChildren;
+    }
+    Qt::ItemFlags flags = Qt::ItemIsEnabled | Qt::ItemIsSelectable;
+    if (sheet_.CanEdit(place.table, place.row, place.column)) {
+        flags |= Qt::ItemIsEditable;
+    }
+    return flags;
+}
+
+QVariant CSheetModel::headerData(int section, Qt::Orientation orientation, int role) const {
+    const auto &columns = sheet_.Columns(kRoot);
+    if (orientation != Qt::Horizontal || role != Qt::DisplayRole || section < 0 ||
+        static_cast<std::size_t>(section) >= columns.size()) {
+        return {};
+    }
+    return ToQt(columns[static_cast<std::size_t>(section)].text.View());
+}
+
+QVariant CSheetModel::HeadingData(const TPlace &place, int role) const {
+    const auto &columns = sheet_.Columns(place.table);
+    if (role == kHeadingRole) {
+        return true;
+    }
+    if (role != Qt::DisplayRole || place.column > columns.size()) {
+        return {};
+    }
+    return ToQt(columns[place.column - 1].text.View());
+}
+
+QString CSheetModel::ToolTip(const TPlace &place, bool disabled) const {
+    QStringList parts;
+    if (disabled) {
+        parts.append(advice_.CellReason(sheet_, place.table, place.row, place.column));
+    }
+    if (place.column == 1) {
+        parts.append(advice_.RowProblem(sheet_, place.table, place.row));
+    }
+    parts.append(advice_.CellHelp(sheet_, place.table, place.row, place.column));
+    parts.removeAll(QString());
+    return parts.join(QLatin1Char('\n'));
+}
+
+QVariant CSheetModel::CellData(const TPlace &place, int role) const {
+    const bool adds = place.row > sheet_.RowCount(place.table);
+    switch (role) {
+        case kAddRole:
+            return adds;
+        case kEditableRole:
+            return sheet_.CanEdit(place.table, place.row, place.column);
+        case Qt::DecorationRole:
+            if (place.column == 1 && !adds && !advice_.RowProblem(sheet_, place.table, place.row).isEmpty()) {
+                return QIcon(QStringLiteral(":/kqconf/warning.svg"));
+            }
+            return {};
+        default:
+            break;
+    }
+    const CSheetView::TCell cell = sheet_.ReadCell(place.table, place.row, place.column);
+    switch (role) {
+        case Qt::DisplayRole:
+            return cell.disabled ? DisabledText() : ToQt(cell.text.View());
+        case kDisabledRole:
+            return cell.disabled;
+        case Qt::ToolTipRole: {
+            const QString tip = ToolTip(place, cell.disabled);
+            return tip.isEmpty() ? QVariant() : QStringLiteral("<span>%1</span>").arg(tip.toHtmlEscaped());
+        }
+        case Qt::AccessibleDescriptionRole:
+        case Qt::StatusTipRole:
+            return ToolTip(place, cell.disabled);
+        case Qt::AccessibleTextRole:
+            return cell.disabled ? QStringLiteral("nepřístupné") : ToQt(cell.text.View());
+        case Qt::ForegroundRole:
+            // Black is what text has anyway, and it isn't black on a dark display.
+            return cell.color.value_or(0) != 0 ? QBrush(ColorOf(*cell.color)) : QVariant();
+        case Qt::BackgroundRole:
+            return cell.background ? QBrush(ColorOf(*cell.background)) : QVariant();
+        default:
+            return {};
+    }
+}
+
+QVariant CSheetModel::data(const QModelIndex &index, int role) const {
+    const TPlace place = PlaceOf(index);
+    if (place.table == 0) {
+        return {};
+    }
+    if (place.IsHeading()) {
+        return HeadingData(place, role);
+    }
+    return place.column <= sheet_.Columns(place.table).size() ? CellData(place, role) : QVariant();
+}
+
+}  // namespace kq_desktop

@@ -1,0 +1,156 @@
+#include "tests/desktop/person.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QDir>
+#include <QFile>
+#include <QMainWindow>
+#include <QMessageBox>
+#include <QPlainTextEdit>
+#include <QTest>
+#include <QTreeView>
+
+#include "desktop/peers/qt_peer.h"
+
+using namespace kq_desktop;
+
+CPerson::CPerson() : former_settings_(SetSettingsStore(&settings_)) {
+    kq_pdt::Init_();
+    box_timer_.setInterval(5);
+    QObject::connect(&box_timer_, &QTimer::timeout, &box_timer_, [this] { AnswerBox(); });
+    box_timer_.start();
+}
+
+CPerson::~CPerson() {
+    End();
+    SetSettingsStore(former_settings_);
+}
+
+void CPerson::AnswerBox() {
+    auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
+    if (box == nullptr || !box->isVisible()) {
+        return;
+    }
+    boxes_.append(box->text());
+    const QString wanted = answers_.isEmpty() ? QString() : answers_.takeFirst();
+    for (QAbstractButton *button : box->buttons()) {
+        if (button->text().remove(QLatin1Char('&')) == wanted) {
+            button->click();
+            return;
+        }
+    }
+    box->close();
+}
+
+bool CPerson::Open(const QString &folder, const QString &file, const QString &pdt, const QString &dmf) {
+    for (const QString &name : QDir(folder).entryList(QDir::Files)) {
+        QFile::copy(folder + QLatin1Char('/') + name, copies_.filePath(name));
+        QFile::setPermissions(copies_.filePath(name), QFile::permissions(copies_.filePath(name)) | QFile::WriteOwner);
+    }
+    return Show(file, pdt, dmf);
+}
+
+bool CPerson::Reopen(const QString &file) {
+    End();
+    return Show(file, {}, {});
+}
+
+bool CPerson::Show(const QString &file, const QString &pdt, const QString &dmf) {
+    const auto path = [this](const QString &name) { return name.isEmpty() ? name : copies_.filePath(name); };
+    QString error;
+    const auto files = FindDriverFiles({copies_.filePath(file), {}, path(pdt), path(dmf)}, error);
+    session_ = std::make_unique<CDriverSession>(advice_, events_);
+    if (!files || !session_->Open(*files, 0, {})) {
+        session_.reset();
+        return false;
+    }
+    Main().activateWindow();
+    Settle();
+    return true;
+}
+
+bool CPerson::CloseAndRun() {
+    Main().close();
+    bool ended = true;
+    // If nothing ends the window, a code that ends any loop does.
+    QTimer::singleShot(500, &Main(), [this, &ended] {
+        ended = false;
+        MakeEvent(session_->Window(), ecCommand, kEndLoop);
+    });
+    session_->Run();
+    return ended;
+}
+
+void CPerson::End() {
+    session_.reset();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+QMainWindow &CPerson::Main() const { return *session_->Frame().MainWindow(); }
+
+QTreeView &CPerson::Sheet() const {
+    return *static_cast<QTreeView *>(CQtPeer::Of(&session_->Window().Sheet())->Widget());
+}
+
+QTreeView &CPerson::Channels() const {
+    return *static_cast<QTreeView *>(CQtPeer::Of(&session_->Window().Channels())->Widget());
+}
+
+QPlainTextEdit &CPerson::Text() const {
+    return *static_cast<QPlainTextEdit *>(CQtPeer::Of(&session_->Window().ParView())->Widget());
+}
+
+QString CPerson::FileText(const QString &name) const {
+    QFile file(Path(name));
+    return file.open(QFile::ReadOnly) ? QString::fromLatin1(file.readAll()) : QString();
+}
+
+void CPerson::Settle() {
+    for (int round = 0; round < 3; ++round) {
+        ProcessEvents();
+        QCoreApplication::processEvents();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+    if (session_ != nullptr) {
+        if (QApplication::activeWindow() == nullptr) {
+            // A window system would do that when a box is gone.
+            Main().activateWindow();
+        }
+        session_->Frame().Refresh();
+    }
+}
+
+QWidget *CPerson::Focus() const {
+    QWidget *focus = QApplication::focusWidget();
+    return focus != nullptr ? focus : &Main();
+}
+
+void CPerson::Press(int key, Qt::KeyboardModifiers modifiers) {
+    QTest::keyClick(Focus(), static_cast<Qt::Key>(key), modifiers);
+    Settle();
+}
+
+void CPerson::Type(const QString &text) {
+    for (const QChar character : text) {
+        QTest::keyClick(Focus(), character.toLatin1());
+        Settle();
+    }
+}
+
+bool CPerson::ClickCell(QTreeView &tree, const QString &row, int column) {
+    for (QModelIndex index = tree.model()->index(0, 0); index.isValid(); index = tree.indexBelow(index)) {
+        if (index.data().toString() == row) {
+            const QModelIndex cell = index.siblingAtColumn(column);
+            tree.scrollTo(cell);
+            QTest::mouseClick(tree.viewport(), Qt::LeftButton, Qt::NoModifier, tree.visualRect(cell).center());
+            Settle();
+            return true;
+        }
+    }
+    return false;
+}
+
+void CPerson::Shoot(const QString &path) {
+    Settle();
+    Main().grab().save(path);
+}

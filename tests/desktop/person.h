@@ -1,0 +1,74 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+#include <QTemporaryDir>
+#include <QWidget>
+#include <memory>
+
+#include "desktop/kqconf/driver_session.h"
+#include "desktop/kqconf/window_advice.h"
+#include "desktop/peers/event_source.h"
+#include "desktop/peers/message_boxes.h"
+#include "desktop/peers/peer_factory.h"
+#include "platform/view/settings.h"
+
+class QMainWindow;
+class QTreeView;
+class QPlainTextEdit;
+
+/// A person at the window: opens an example's copy, presses keys, clicks, and looks. After each thing all that follows
+/// from it has happened.
+class CPerson {
+public:
+    CPerson();
+    ~CPerson();
+    CPerson(const CPerson &) = delete;
+    CPerson &operator=(const CPerson &) = delete;
+
+    /// Copies a folder of files and opens one of them, with files of other names where these are given.
+    bool Open(const QString &folder, const QString &file, const QString &pdt = {}, const QString &dmf = {});
+    /// Opens one of the copied files anew.
+    bool Reopen(const QString &file);
+    void End();
+    /// Asks the window to close and lets it run; true if it ended. Otherwise the window is up still.
+    bool CloseAndRun();
+
+    CConfiguratorWindow &Window() { return session_->Window(); }
+    kq_desktop::CSessionFrame &Frame() { return session_->Frame(); }
+    QMainWindow &Main() const;
+    QTreeView &Sheet() const;
+    QTreeView &Channels() const;
+    QPlainTextEdit &Text() const;
+    QString Path(const QString &name) const { return copies_.filePath(name); }
+    QString FileText(const QString &name) const;
+
+    void Settle();
+    /// Presses keys in the widget that has the keyboard.
+    void Press(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
+    void Type(const QString &text);
+    /// Clicks a cell of the sheet: the text in its first column names the row.
+    bool ClickCell(QTreeView &tree, const QString &row, int column);
+    /// The answers of the next message boxes, by the text on their buttons; without one a box is closed.
+    void Answer(const QStringList &buttons) { answers_ = buttons; }
+    const QStringList &Boxes() const { return boxes_; }
+    /// A picture of the window.
+    void Shoot(const QString &path);
+    QWidget *Focus() const;
+
+private:
+    bool Show(const QString &file, const QString &pdt, const QString &dmf);
+    void AnswerBox();
+
+    QTemporaryDir copies_;
+    CMemorySettings settings_;
+    CSettingsStore *former_settings_;
+    kq_desktop::CWindowAdvice advice_;
+    kq_desktop::CQtPeerFactory factory_{advice_};
+    kq_desktop::CQtEventSource events_;
+    kq_desktop::CMessageBoxes message_boxes_;
+    std::unique_ptr<kq_desktop::CDriverSession> session_;
+    QStringList answers_;
+    QStringList boxes_;
+    QTimer box_timer_;
+};

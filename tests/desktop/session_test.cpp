@@ -1,0 +1,195 @@
+// The window as a whole: text, messages, closing, and what keeps work from being lost.
+
+#include <gtest/gtest.h>
+
+#include <QAbstractButton>
+#include <QDir>
+#include <QFile>
+#include <QFrame>
+#include <QMainWindow>
+#include <QPlainTextEdit>
+#include <QTest>
+#include <QTextBlock>
+
+#include "desktop/kqconf/changes_dialog.h"
+#include "desktop/kqconf/line_diff.h"
+#include "desktop/kqconf/recovery.h"
+#include "tests/desktop/checker.h"
+#include "tests/desktop/person.h"
+
+namespace {
+
+using namespace kq_desktop;
+
+const QString kExamples = QStringLiteral(KQ_SOURCE_DIR "/examples/");
+
+class CSessionDesk : public testing::Test {
+protected:
+    void SetUp() override {
+        qputenv("XDG_STATE_HOME", state.path().toLocal8Bit());
+        ASSERT_TRUE(person.Open(kExamples + QStringLiteral("modbus"), QStringLiteral("modbus.par")));
+    }
+    void Check() { EXPECT_EQ(Compare(person).toStdString(), ""); }
+    void ToText() { person.Press(Qt::Key_2, Qt::ControlModifier); }
+    void ToSheet() { person.Press(Qt::Key_1, Qt::ControlModifier); }
+    QStringList Copies() const {
+        return QDir(state.filePath(QStringLiteral("kqconf/recovery"))).entryList({QStringLiteral("*.par")}, QDir::Files);
+    }
+    bool IsNoticeShown(const char *key) const {
+        const auto *bar = person.Main().findChild<QFrame *>(QStringLiteral("notice-%1").arg(QLatin1String(key)));
+        return bar != nullptr && bar->isVisible();
+    }
+
+    QTemporaryDir state;
+    CPerson person;
+};
+
+TEST_F(CSessionDesk, TypingInTheTextIsTheViewsText) {
+    ToText();
+    person.Press(Qt::Key_End, Qt::ControlModifier);
+    person.Type(QStringLiteral("[Line3]"));
+    person.Press(Qt::Key_Return);
+    person.Press(Qt::Key_Backspace);
+    person.Press(Qt::Key_Left, Qt::ShiftModifier);
+    person.Press(Qt::Key_Delete);
+    Check();
+    EXPECT_NE(person.Window().ParView().Text().find("[Line3"), std::string_view::npos);
+    EXPECT_TRUE(person.Main().isWindowModified());
+    for (int step = 0; step < 12 && person.Window().ParView().CanUndo(); ++step) {
+        person.Press(Qt::Key_Z, Qt::ControlModifier);
+        Check();
+    }
+    EXPECT_EQ(person.Window().ParView().Text().find("Line3"), std::string_view::npos);
+}
+
+TEST_F(CSessionDesk, LineEndsOfTwoCharactersStay) {
+    ToText();
+    person.Window().ParView().UserReplaceAt(0, person.Window().ParView().Text().size(), "[A]\r\nb = 1\r\n");
+    person.Settle();
+    Check();
+    person.Press(Qt::Key_End);
+    person.Press(Qt::Key_Return);
+    person.Type(QStringLiteral("x"));
+    person.Press(Qt::Key_Home, Qt::ControlModifier);
+    person.Press(Qt::Key_Down, Qt::ShiftModifier);
+    person.Press(Qt::Key_Delete);
+    Check();
+    EXPECT_EQ(person.Window().ParView().Text(), "b = 1\r\n\r\nx");
+}
+
+TEST_F(CSessionDesk, MistakesAreFoundByF8) {
+    ToText();
+    person.Press(Qt::Key_End, Qt::ControlModifier);
+    person.Type(QStringLiteral("[Line3]"));
+    person.Press(Qt::Key_Return);
+    person.Type(QStringLiteral("Type = NONSENSE"));
+    person.Press(Qt::Key_Return);
+    person.Press(Qt::Key_Home, Qt::ControlModifier);
+    ToSheet();
+    EXPECT_EQ(person.Window().Tabs().ActiveTabIndex(), CConfiguratorWindow::kTextTab);
+    ASSERT_FALSE(person.Window().Messages().Rows().empty());
+    person.Press(Qt::Key_Home, Qt::ControlModifier);
+    person.Press(Qt::Key_F8);
+    EXPECT_EQ(person.Text().textCursor().block().text(), QStringLiteral("Type = NONSENSE"));
+    EXPECT_FALSE(person.Text().extraSelections().isEmpty());
+    Check();
+}
+
+TEST_F(CSessionDesk, SavingWritesTheFilesAndLeavesNoCopy) {
+    ToText();
+    person.Type(QStringLiteral("(* x *)"));
+    QTest::qWait(1300);
+    person.Settle();
+    EXPECT_EQ(Copies().size(), 1);
+    person.Press(Qt::Key_S, Qt::ControlModifier);
+    EXPECT_TRUE(person.FileText(QStringLiteral("modbus.par")).startsWith(QStringLiteral("(* x *)")));
+    EXPECT_FALSE(person.Main().isWindowModified());
+    QTest::qWait(1300);
+    person.Settle();
+    EXPECT_TRUE(Copies().isEmpty());
+}
+
+TEST_F(CSessionDesk, CopiesOfAnEndedSessionAreOffered) {
+    {
+        CRecovery left(person.Path(QStringLiteral("modbus.par")));
+        ASSERT_TRUE(left.Keep({"[Line9]\n", "", false}));
+        const QString own = QDir(state.filePath(QStringLiteral("kqconf/recovery"))).filePath(Copies().first());
+        EXPECT_EQ(QFile::permissions(own) & (QFile::ReadGroup | QFile::ReadOther), QFile::Permissions());
+        // A process that isn't there any more has left it.
+        QFile::rename(own, QString(own).replace(QString::number(QCoreApplication::applicationPid()),
+                                                QStringLiteral("999999999")));
+    }
+    person.Reopen(QStringLiteral("modbus.par"));
+    ASSERT_TRUE(IsNoticeShown("recovery"));
+    auto *bar = person.Main().findChild<QFrame *>(QStringLiteral("notice-recovery"));
+    bar->findChildren<QAbstractButton *>().first()->click();
+    person.Settle();
+    EXPECT_EQ(person.Window().ParView().Text(), "[Line9]\n");
+    EXPECT_TRUE(person.Main().isWindowModified());
+    EXPECT_FALSE(IsNoticeShown("recovery"));
+    EXPECT_EQ(Copies().size(), 1);
+}
+
+TEST_F(CSessionDesk, AFileChangedByOthersIsSaidAndNotOverwrittenUnasked) {
+    QFile file(person.Path(QStringLiteral("modbus.par")));
+    ASSERT_TRUE(file.open(QFile::WriteOnly));
+    file.write("[Other]\n");
+    file.close();
+    QTest::qWait(1300);
+    EXPECT_TRUE(IsNoticeShown("disk"));
+    person.Answer({QStringLiteral("Zrušit")});
+    person.Press(Qt::Key_S, Qt::ControlModifier);
+    EXPECT_EQ(person.FileText(QStringLiteral("modbus.par")), QStringLiteral("[Other]\n"));
+    person.Answer({QStringLiteral("Přepsat")});
+    person.Press(Qt::Key_S, Qt::ControlModifier);
+    EXPECT_TRUE(person.FileText(QStringLiteral("modbus.par")).contains(QStringLiteral("[Line1]")))
+        << person.Boxes().join(QLatin1Char('|')).toStdString();
+}
+
+/// Each way to answer the question at closing: what is in the file afterwards, and whether a copy is left.
+TEST_F(CSessionDesk, ClosingAsks) {
+    struct TCase {
+        const char *answer;
+        bool ends;
+        bool saved;
+    };
+    for (const TCase &way : {TCase{"Zrušit", false, false}, TCase{"Ne", true, false}, TCase{"Ano", true, true}}) {
+        SCOPED_TRACE(way.answer);
+        person.Reopen(QStringLiteral("modbus.par"));
+        ToText();
+        person.Type(QStringLiteral("(* closing *)"));
+        person.Answer({QString::fromUtf8(way.answer)});
+        EXPECT_EQ(person.CloseAndRun(), way.ends);
+        EXPECT_EQ(person.FileText(QStringLiteral("modbus.par")).startsWith(QStringLiteral("(* closing *)")), way.saved);
+        person.End();
+        EXPECT_TRUE(!way.ends || Copies().isEmpty());
+    }
+}
+
+TEST(LineDiff, FindsTheFewestDifferences) {
+    struct TCase {
+        const char *before;
+        const char *after;
+        const char *kinds;
+    };
+    for (const TCase &texts : {TCase{"abc", "abc", "==="}, TCase{"abc", "ac", "=-="}, TCase{"ac", "abc", "=+="},
+                               TCase{"", "ab", "++"}, TCase{"ab", "", "--"}, TCase{"abcabba", "cbabac", "--=+==-=+"}}) {
+        const QStringList before = QString::fromLatin1(texts.before).split(QString(), Qt::SkipEmptyParts);
+        const QStringList after = QString::fromLatin1(texts.after).split(QString(), Qt::SkipEmptyParts);
+        QString kinds;
+        QString rebuilt;
+        for (const TDiffLine &line : CompareLines(before, after)) {
+            kinds += QStringLiteral("=-+").at(static_cast<int>(line.kind));
+            rebuilt += line.kind == TDiffLine::TKind::kRemoved ? QString() : line.text;
+        }
+        EXPECT_EQ(rebuilt.toStdString(), texts.after);
+        EXPECT_EQ(kinds.count(QLatin1Char('=')), QString::fromLatin1(texts.kinds).count(QLatin1Char('='))) << texts.before;
+    }
+}
+
+TEST(Comments, AreFoundOutsideOfQuotes) {
+    EXPECT_EQ(CommentsOf(QStringLiteral("(* a *)\nx = '(* no *)'\ny = 1 (* b (* c *) *)\nz = it's (* d\n*)")),
+              QStringList({QStringLiteral("(* a *)"), QStringLiteral("(* b (* c *) *)")}));
+}
+
+}  // namespace

@@ -1,0 +1,169 @@
+// The sheet under real keys and clicks.
+
+#include <gtest/gtest.h>
+
+#include <QComboBox>
+#include <QMainWindow>
+#include <QTreeView>
+#include <random>
+
+#include "desktop/peers/sheet_model.h"
+#include "tests/desktop/checker.h"
+#include "tests/desktop/person.h"
+
+namespace {
+
+using kq_desktop::CSheetModel;
+
+const QString kExamples = QStringLiteral(KQ_SOURCE_DIR "/examples/");
+
+class CSheetDesk : public testing::Test {
+protected:
+    void SetUp() override {
+        ASSERT_TRUE(person.Open(kExamples + QStringLiteral("modbus"), QStringLiteral("modbus.par")));
+        person.Sheet().expandAll();
+        person.Settle();
+        Check();
+    }
+    void Check() { EXPECT_EQ(Compare(person).toStdString(), ""); }
+    QString Cell(const QString &row, int column) {
+        for (QModelIndex index = person.Sheet().model()->index(0, 0); index.isValid();
+             index = person.Sheet().indexBelow(index)) {
+            if (index.data().toString() == row) {
+                return index.siblingAtColumn(column).data().toString();
+            }
+        }
+        return QStringLiteral("(no such row)");
+    }
+
+    CPerson person;
+};
+
+TEST_F(CSheetDesk, ValuesAreEditedByKeys) {
+    struct TCase {
+        const char *row;
+        const char *typed;
+        const char *shown;
+    };
+    for (const TCase &edit : {TCase{"Line", "7", "7"}, TCase{"Port", "COM5", "COM5"},
+                              TCase{"N\u00e1zev", "Pump", "Pump"}}) {
+        SCOPED_TRACE(edit.row);
+        ASSERT_TRUE(person.ClickCell(person.Sheet(), QString::fromUtf8(edit.row), 1));
+        person.Press(Qt::Key_F2);
+        ASSERT_NE(person.Window().Sheet().CellEditor(), nullptr);
+        person.Press(Qt::Key_A, Qt::ControlModifier);
+        person.Type(QString::fromUtf8(edit.typed));
+        person.Press(Qt::Key_Return);
+        EXPECT_EQ(person.Window().Sheet().CellEditor(), nullptr);
+        EXPECT_EQ(Cell(QString::fromUtf8(edit.row), 1), QString::fromUtf8(edit.shown));
+        EXPECT_TRUE(person.Main().isWindowModified());
+        Check();
+    }
+    for (int step = 0; step < 3; ++step) {
+        person.Press(Qt::Key_Z, Qt::ControlModifier);
+        Check();
+    }
+    EXPECT_FALSE(person.Main().isWindowModified());
+    EXPECT_EQ(Cell(QStringLiteral("Line"), 1), QStringLiteral("1"));
+}
+
+TEST_F(CSheetDesk, EscapeLeavesTheValueAndTabGoesOn) {
+    ASSERT_TRUE(person.ClickCell(person.Sheet(), QStringLiteral("Port"), 1));
+    person.Press(Qt::Key_F2);
+    person.Type(QStringLiteral("X"));
+    person.Press(Qt::Key_Escape);
+    EXPECT_EQ(person.Window().Sheet().CellEditor(), nullptr);
+    EXPECT_EQ(Cell(QStringLiteral("Port"), 1), QStringLiteral("COM3"));
+    EXPECT_FALSE(person.Main().isWindowModified());
+    person.Press(Qt::Key_F2);
+    person.Press(Qt::Key_Tab);
+    ASSERT_NE(person.Window().Sheet().CellEditor(), nullptr);
+    EXPECT_EQ(person.Sheet().currentIndex().siblingAtColumn(0).data().toString(), QStringLiteral("Rychlost"));
+    person.Press(Qt::Key_Escape);
+    EXPECT_EQ(person.Window().Sheet().CellEditor(), nullptr);
+    Check();
+}
+
+TEST_F(CSheetDesk, ANumberOutOfRangeStaysOpenAndChangesNothing) {
+    ASSERT_TRUE(person.ClickCell(person.Sheet(), QStringLiteral("Line"), 1));
+    person.Press(Qt::Key_F2);
+    person.Press(Qt::Key_A, Qt::ControlModifier);
+    person.Type(QStringLiteral("99999"));
+    person.Press(Qt::Key_Return);
+    EXPECT_NE(person.Window().Sheet().CellEditor(), nullptr);
+    person.Press(Qt::Key_Escape);
+    EXPECT_EQ(Cell(QStringLiteral("Line"), 1), QStringLiteral("1"));
+    Check();
+}
+
+TEST_F(CSheetDesk, ADisabledCellSaysWhyAndOpensNothing) {
+    ASSERT_TRUE(person.ClickCell(person.Sheet(), QStringLiteral("IP"), 1));
+    const QModelIndex cell = person.Sheet().currentIndex();
+    EXPECT_EQ(cell.data().toString(), QStringLiteral("—"));
+    EXPECT_FALSE(cell.data(Qt::ToolTipRole).toString().isEmpty());
+    EXPECT_FALSE(cell.data(Qt::AccessibleDescriptionRole).toString().isEmpty());
+    person.Press(Qt::Key_F2);
+    EXPECT_EQ(person.Window().Sheet().CellEditor(), nullptr);
+    Check();
+}
+
+TEST_F(CSheetDesk, SectionsAreAddedAndDeleted) {
+    const std::uint32_t rows = person.Window().Sheet().RowCount(1);
+    QTreeView &sheet = person.Sheet();
+    const QModelIndex last = sheet.model()->index(sheet.model()->rowCount() - 1, 0);
+    ASSERT_TRUE(last.data(CSheetModel::kAddRole).toBool());
+    sheet.setCurrentIndex(last);
+    person.Settle();
+    person.Press(Qt::Key_Return);
+    ASSERT_NE(person.Window().Sheet().CellEditor(), nullptr);
+    person.Press(Qt::Key_Down);
+    person.Press(Qt::Key_Return);
+    EXPECT_EQ(person.Window().Sheet().RowCount(1), rows + 1);
+    Check();
+    sheet.setCurrentIndex(sheet.model()->index(static_cast<int>(rows), 0));
+    person.Settle();
+    person.Press(Qt::Key_Delete);
+    EXPECT_EQ(person.Window().Sheet().RowCount(1), rows);
+    Check();
+    person.Press(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(person.Window().Sheet().RowCount(1), rows + 1);
+    Check();
+}
+
+TEST_F(CSheetDesk, FindGoesThroughTheTree) {
+    person.Sheet().collapseAll();
+    person.Press(Qt::Key_F, Qt::ControlModifier);
+    person.Type(QStringLiteral("chiller"));
+    person.Press(Qt::Key_Return);
+    EXPECT_EQ(person.Sheet().currentIndex().data().toString(), QStringLiteral("Chiller"));
+    Check();
+}
+
+/// Whatever keys are pressed, in whatever order, the widgets show what the views hold.
+TEST_F(CSheetDesk, RandomKeysLeaveTheWidgetsInStep) {
+    constexpr int kSteps = 250;
+    struct TKey {
+        int key;
+        Qt::KeyboardModifiers modifiers;
+    };
+    const std::array<TKey, 19> keys = {{{Qt::Key_Down, Qt::NoModifier},    {Qt::Key_Down, Qt::NoModifier},
+                                        {Qt::Key_Up, Qt::NoModifier},      {Qt::Key_Right, Qt::NoModifier},
+                                        {Qt::Key_Left, Qt::NoModifier},    {Qt::Key_PageDown, Qt::NoModifier},
+                                        {Qt::Key_F2, Qt::NoModifier},      {Qt::Key_Return, Qt::NoModifier},
+                                        {Qt::Key_Return, Qt::NoModifier},  {Qt::Key_Tab, Qt::NoModifier},
+                                        {Qt::Key_Backtab, Qt::NoModifier}, {Qt::Key_Escape, Qt::NoModifier},
+                                        {Qt::Key_Delete, Qt::NoModifier},  {Qt::Key_Z, Qt::ControlModifier},
+                                        {Qt::Key_Y, Qt::ControlModifier},  {Qt::Key_2, Qt::NoModifier},
+                                        {Qt::Key_1, Qt::ControlModifier},  {Qt::Key_2, Qt::ControlModifier},
+                                        {Qt::Key_F3, Qt::NoModifier}}};
+    for (const unsigned seed : {1U, 2U, 3U}) {
+        std::mt19937 random(seed);
+        for (int step = 0; step < kSteps; ++step) {
+            const TKey &key = keys[random() % keys.size()];
+            person.Press(key.key, key.modifiers);
+            ASSERT_EQ(Compare(person).toStdString(), "") << "seed " << seed << ", step " << step;
+        }
+    }
+}
+
+}  // namespace

@@ -1,0 +1,90 @@
+// Pictures of the window, for those who judge how it looks: kqconf_shots FOLDER [dark].
+
+#include <QApplication>
+#include <QDir>
+#include <QMainWindow>
+#include <QPalette>
+#include <QPlainTextEdit>
+#include <QStyleFactory>
+#include <QTreeView>
+
+#include "desktop/kqconf/start_page.h"
+#include "tests/desktop/person.h"
+
+namespace {
+
+QPalette DarkPalette() {
+    QPalette palette(QColor(0x2B, 0x2D, 0x31));
+    palette.setColor(QPalette::Base, QColor(0x1E, 0x1F, 0x22));
+    palette.setColor(QPalette::Text, QColor(0xDD, 0xDD, 0xDD));
+    palette.setColor(QPalette::WindowText, QColor(0xDD, 0xDD, 0xDD));
+    palette.setColor(QPalette::ButtonText, QColor(0xDD, 0xDD, 0xDD));
+    palette.setColor(QPalette::Highlight, QColor(0x2F, 0x80, 0xD0));
+    palette.setColor(QPalette::Link, QColor(0x6A, 0xB0, 0xF3));
+    palette.setColor(QPalette::PlaceholderText, QColor(0x88, 0x88, 0x88));
+    return palette;
+}
+
+}  // namespace
+
+int main(int argc, char **argv) {
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    }
+    const QApplication application(argc, argv);
+    QApplication::setQuitOnLastWindowClosed(false);
+    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    const QString out = QApplication::arguments().value(1);
+    if (QApplication::arguments().value(2) == QStringLiteral("dark")) {
+        QApplication::setPalette(DarkPalette());
+    }
+    QDir().mkpath(out);
+    const QString examples = QStringLiteral(KQ_SOURCE_DIR "/examples/");
+    CPerson person;
+    person.Answer({QStringLiteral("Ano"), QStringLiteral("Ano")});
+    if (out.isEmpty() || !person.Open(examples + QStringLiteral("modbus"), QStringLiteral("modbus.par"))) {
+        return 1;
+    }
+    const auto shoot = [&person, &out](const char *name) {
+        person.Shoot(QStringLiteral("%1/%2.png").arg(out, QLatin1String(name)));
+    };
+    person.Main().resize(960, 680);
+    shoot("01-opened");
+    person.ClickCell(person.Sheet(), QStringLiteral("Line1"), 0);
+    person.Press(Qt::Key_Right);
+    person.ClickCell(person.Sheet(), QStringLiteral("Druh linky"), 1);
+    person.Press(Qt::Key_F2);
+    shoot("02-list-editor");
+    person.Press(Qt::Key_Escape);
+    person.Sheet().expandAll();
+    person.ClickCell(person.Sheet(), QStringLiteral("Rychlost"), 1);
+    person.Press(Qt::Key_F2);
+    shoot("03-all-open");
+    person.Press(Qt::Key_Escape);
+    person.Sheet().scrollToBottom();
+    shoot("04-grid");
+    person.Press(Qt::Key_F, Qt::ControlModifier);
+    person.Type(QStringLiteral("boiler"));
+    person.Press(Qt::Key_Return);
+    shoot("05-found");
+    person.Press(Qt::Key_Escape);
+    person.Press(Qt::Key_2, Qt::ControlModifier);
+    shoot("06-text");
+    person.Press(Qt::Key_H, Qt::ControlModifier);
+    shoot("07-replace");
+    person.Press(Qt::Key_Escape);
+    person.End();
+    person.Open(examples + QStringLiteral("modbus"), QStringLiteral("modbus_errors.par"), QStringLiteral("modbus.pdt"),
+                QStringLiteral("modbus.dmf"));
+    person.Main().resize(960, 680);
+    person.Press(Qt::Key_F8);
+    shoot("08-errors");
+    person.Main().resize(520, 380);
+    shoot("09-small");
+    person.End();
+    kq_desktop::CStartPage start;
+    start.show();
+    QApplication::processEvents();
+    start.grab().save(out + QStringLiteral("/10-start.png"));
+    return 0;
+}
