@@ -56,7 +56,7 @@ void CSheetHistory::Begin(bool saved) {
 
 void CSheetHistory::End() { state_.reset(); }
 
-void CSheetHistory::EditTaken(CJournal::TSteps steps) {
+void CSheetHistory::EditTaken(CJournal::TSteps &&steps) {
     ++edits_taken_;
     if (open_ != nullptr) {
         open_->taken_back_by = std::move(steps);

@@ -37,7 +37,7 @@ public:
     /// position and not by address. True if an edit was taken.
     bool Do(std::string_view name, TAction action);
     /// The edit under way was taken; called by whoever listens to the model.
-    void EditTaken(CJournal::TSteps steps);
+    void EditTaken(CJournal::TSteps &&steps);
 
     bool CanUndo() const;
     bool CanRedo() const;
