@@ -173,8 +173,8 @@ public:
     /// The name of the step that would be taken back or made again; empty without one.
     std::string UndoName() const;
     std::string RedoName() const;
-    /// Puts other texts in place of the present ones, on tab 2 and unsaved, as if the person had written them there: work
-    /// that was kept elsewhere.
+    /// Puts other texts in place of the present ones, on tab 2 and unsaved, as if the person had written them there:
+    /// work that was kept elsewhere.
     void UserReplaceTexts(const TTexts &texts);
     /// Finds the next cell of the sheet after the selected one whose text holds a text in any case, in the order in
     /// which rows are shown and round again, and selects it. Backwards likewise. False if there is none or tab 1 isn't
