@@ -102,31 +102,28 @@ bool CParSheetView::DS_AppendRow(std::uint32_t table) {
 
 /// Choices count from 1 in the order of the list.
 bool CParSheetView::AddRow(std::uint32_t table, std::size_t choice) {
-    const std::uint32_t rows = tables_.RowCount(table);
     if (choice == 0) {
         return false;
     }
     if (table == CSheetTables::kRoot) {
-        history_.Do(texts::kStepAddSection, [this, choice] {
+        return history_.Do(texts::kStepAddSection, [this, choice] {
             const std::vector<CSectionDef *> addable = tables_.AddableSections();
             if (choice <= addable.size()) {
                 edit_.AddSection(*addable[choice - 1]);
             }
         });
-    } else {
-        CSectionDef *section = nullptr;
-        CKeyDef *key = nullptr;
-        tables_.FindOwner(table, section, key);
-        const std::size_t section_index = data_.Instances().IndexOf(*section);
-        history_.Do(texts::kStepAddKey, [this, section_index, choice] {
-            CSectionDef &owner = *data_.Instances().List()[section_index];
-            const std::vector<const CKeyDef *> addable = CSheetTables::AddableKeys(owner);
-            if (choice <= addable.size()) {
-                edit_.AddKey(owner, *addable[choice - 1]);
-            }
-        });
     }
-    return tables_.RowCount(table) > rows;
+    CSectionDef *section = nullptr;
+    CKeyDef *key = nullptr;
+    tables_.FindOwner(table, section, key);
+    const std::size_t section_index = data_.Instances().IndexOf(*section);
+    return history_.Do(texts::kStepAddKey, [this, section_index, choice] {
+        CSectionDef &owner = *data_.Instances().List()[section_index];
+        const std::vector<const CKeyDef *> addable = CSheetTables::AddableKeys(owner);
+        if (choice <= addable.size()) {
+            edit_.AddKey(owner, *addable[choice - 1]);
+        }
+    });
 }
 
 }  // namespace kq_pdt

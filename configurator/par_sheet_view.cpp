@@ -91,17 +91,15 @@ void CParSheetView::DeleteSelectedRow() {
     }
     const std::size_t section_index = data_.Instances().IndexOf(*row.section);
     const std::size_t key_index = is_key ? row.section->IndexOf(*row.key) : 0;
-    const std::uint32_t table = GetSelTable();
-    const std::uint32_t rows = tables_.RowCount(table);
-    history_.Do(is_key ? texts::kStepDeleteKey : texts::kStepDeleteSection, [this, is_key, section_index, key_index] {
+    const auto remove = [this, is_key, section_index, key_index] {
         CSectionDef &section = *data_.Instances().List()[section_index];
         if (is_key) {
             edit_.RemoveKey(*section.Keys()[key_index]);
         } else {
             edit_.RemoveSection(section);
         }
-    });
-    if (tables_.RowCount(table) < rows) {
+    };
+    if (history_.Do(is_key ? texts::kStepDeleteKey : texts::kStepDeleteSection, remove)) {
         window_.PostCommand(cmCellCommitted, 0);
     }
 }

@@ -57,6 +57,7 @@ void CSheetHistory::Begin(bool saved) {
 void CSheetHistory::End() { state_.reset(); }
 
 void CSheetHistory::EditTaken(CJournal::TSteps steps) {
+    ++edits_taken_;
     if (open_ != nullptr) {
         open_->taken_back_by = std::move(steps);
         open_->taken = true;
@@ -84,12 +85,14 @@ bool CSheetHistory::Carry(std::string_view name, const TAction &action) {
     return true;
 }
 
-void CSheetHistory::Do(std::string_view name, TAction action) {
+bool CSheetHistory::Do(std::string_view name, TAction action) {
+    const std::uint64_t before = edits_taken_;
     if (!state_ || open_ != nullptr) {
         action();
     } else if (Carry(name, action)) {
         state_->undone.clear();
     }
+    return edits_taken_ != before;
 }
 
 bool CSheetHistory::CanUndo() const { return state_ && !state_->done.empty(); }
@@ -141,6 +144,12 @@ bool CSheetHistory::Redo() {
 void CSheetHistory::MarkSaved() {
     if (state_) {
         state_->saved_state = state_->Present();
+    }
+}
+
+void CSheetHistory::MarkUnsaved() {
+    if (state_) {
+        state_->saved_state = TState::kNeverSaved;
     }
 }
 

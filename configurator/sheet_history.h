@@ -34,8 +34,8 @@ public:
     /// Carries out a step, of a name for the menu: the edit that the action makes of the model can be taken back from
     /// now on, and what was taken back before can't be made again. Without an edit that was taken nothing is kept. The
     /// action is kept to make the step again, on the same state as the first time, so it names what it edits by
-    /// position and not by address.
-    void Do(std::string_view name, TAction action);
+    /// position and not by address. True if an edit was taken.
+    bool Do(std::string_view name, TAction action);
     /// The edit under way was taken; called by whoever listens to the model.
     void EditTaken(CJournal::TSteps steps);
 
@@ -50,6 +50,8 @@ public:
 
     /// The present state is in the files now.
     void MarkSaved();
+    /// The files hold none of the states, since a save failed halfway.
+    void MarkUnsaved();
     /// True if the present state is the one that was last saved.
     bool IsAtSaved() const;
 
@@ -62,7 +64,8 @@ private:
     CParSheetData &data_;
     std::function<TAction()> snapshot_;
     std::unique_ptr<TState> state_;  ///< none before Begin
-    TStep *open_ = nullptr;          ///< the step under way
+    std::uint64_t edits_taken_ = 0;
+    TStep *open_ = nullptr;  ///< the step under way
 };
 
 }  // namespace kq_pdt

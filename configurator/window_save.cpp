@@ -17,6 +17,8 @@ void CWindowSession::SaveSession(std::uint32_t command) {
         saved = SaveParFromModel();
         if (saved) {
             history_.MarkSaved();
+        } else {
+            history_.MarkUnsaved();
         }
     }
     if (command == cmApply && saved) {

@@ -141,6 +141,7 @@ public:
 private:
     void ReleaseDefinition(const CSectionDef &definition);
     void ReleaseModule(TLoadedModule &loaded);
+    void TellKeywordsChanged();
     void TakeModuleSections(CSectionList &sections, TLoadedModule &loaded);
     void TellChannelsChanged();
     void ShowTemplateBox(std::string_view path, const TCompileResult &result);

@@ -75,12 +75,21 @@ void CParSheetData::ReleaseModule(TLoadedModule &loaded) {
     for (const std::uint32_t first : released.channels) {
         RemoveChannelRange(first);
     }
+    if (!released.words.empty()) {
+        TellKeywordsChanged();
+    }
     for (const kq_base::TText &word : released.words) {
         const auto found = std::find(keyword_words_.rbegin(), keyword_words_.rend(), word);
         if (found != keyword_words_.rend()) {
             keyword_words_.erase(std::next(found).base());
         }
     }
+}
+
+/// An edit that is taken back changes them again.
+void CParSheetData::TellKeywordsChanged() {
+    Post(cmKeywordsChanged);
+    CJournal::Note([this] { Post(cmKeywordsChanged); });
 }
 
 void CParSheetData::LoadModuleTemplate(TLoadedModule &loaded, std::string_view name) {
@@ -112,15 +121,17 @@ void CParSheetData::LoadModuleTemplate(TLoadedModule &loaded, std::string_view n
     }
     ++module_loads_;
     const std::size_t own_words = keyword_words_.size();
-    if (!CompileTemplate(path.data(), sections, result)) {
-        for (const auto &section : sections) {
-            section->Done();
+    const bool compiled = CompileTemplate(path.data(), sections, result);
+    loaded.channels = result.channels;
+    loaded.words.assign(keyword_words_.begin() + static_cast<std::ptrdiff_t>(own_words), keyword_words_.end());
+    if (!compiled) {
+        for (std::unique_ptr<CSectionDef> &section : sections) {
+            instances_.Bury(std::move(section));  // an edit that is taken back still empties it
         }
+        ReleaseModule(loaded);
         ShowTemplateBox(path.data(), result);
         return;
     }
-    loaded.channels = result.channels;
-    loaded.words.assign(keyword_words_.begin() + static_cast<std::ptrdiff_t>(own_words), keyword_words_.end());
     ++module_depth_;
     TakeModuleSections(sections, loaded);
     --module_depth_;
@@ -130,7 +141,7 @@ void CParSheetData::LoadModuleTemplate(TLoadedModule &loaded, std::string_view n
 /// What the required sections publish may concern sections that the template declares further down, so all definitions
 /// are there first.
 void CParSheetData::TakeModuleSections(CSectionList &sections, TLoadedModule &loaded) {
-    Post(cmKeywordsChanged);
+    TellKeywordsChanged();
     for (std::unique_ptr<CSectionDef> &section : sections) {
         CSectionDef &definition = AppendDefinition(std::move(section));
         definition.SetFlag(nfModule);
