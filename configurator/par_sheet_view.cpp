@@ -120,6 +120,10 @@ std::uint32_t CParSheetView::DS_OpenNode(std::uint32_t table, std::uint32_t row)
     return sub_table;
 }
 
+bool CParSheetView::DS_HasNode(std::uint32_t table, std::uint32_t row) {
+    return CSheetTables::HasSubTable(tables_.FindRow(table, row));
+}
+
 bool CParSheetView::DS_FindNode(std::uint32_t table, std::uint32_t &owner, std::uint32_t &row) {
     return tables_.FindNode(table, owner, row);
 }

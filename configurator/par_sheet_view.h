@@ -60,6 +60,7 @@ protected:
     std::uint32_t DS_GetRowCount(std::uint32_t table) override;
     void DS_ReadCell(std::uint32_t table, std::uint32_t row, std::uint32_t column, TCell &cell) override;
     std::uint32_t DS_OpenNode(std::uint32_t table, std::uint32_t row) override;
+    bool DS_HasNode(std::uint32_t table, std::uint32_t row) override;
     bool DS_FindNode(std::uint32_t table, std::uint32_t &owner, std::uint32_t &row) override;
     std::uint32_t DS_GetTableStyle(std::uint32_t table, std::uint32_t described) override;
     void DS_ReadColumn(std::uint32_t table, std::uint32_t column, TColumn &described) override;

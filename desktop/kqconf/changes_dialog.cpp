@@ -48,6 +48,7 @@ QWidget *MakePage(const std::vector<TDiffLine> &lines) {
     constexpr std::size_t kAround = 3;
     auto *page = new QPlainTextEdit;
     page->setReadOnly(true);
+    page->setPlaceholderText(QStringLiteral("Soubor se nezmění."));
     page->setLineWrapMode(QPlainTextEdit::NoWrap);
     page->setAccessibleName(QStringLiteral("Porovnání po řádcích"));
     QFont font(QStringLiteral("monospace"));
@@ -84,9 +85,8 @@ QString Summary(const std::vector<TDiffLine> &lines) {
         added += line.kind == TKind::kAdded ? 1 : 0;
         removed += line.kind == TKind::kRemoved ? 1 : 0;
     }
-    return added == 0 && removed == 0
-               ? QStringLiteral("beze změny")
-               : QStringLiteral("přibude řádků: %1, ubude řádků: %2").arg(added).arg(removed);
+    return added == 0 && removed == 0 ? QStringLiteral("beze změny")
+                                      : QStringLiteral("přibude řádků: %1, ubude řádků: %2").arg(added).arg(removed);
 }
 
 QStringList LostComments(const TComparison &file) {
@@ -137,7 +137,8 @@ void ShowChanges(QWidget &parent, const QString &title, const QList<TComparison>
         rows->addWidget(new QLabel(QStringLiteral("%1: %2").arg(file.name, Summary(lines))));
         const QStringList lost = LostComments(file);
         if (!lost.isEmpty()) {
-            auto *label = new QLabel(QStringLiteral("Ztratí se komentáře (%1): %2").arg(lost.size()).arg(lost.join(QLatin1Char(' '))));
+            auto *label = new QLabel(
+                QStringLiteral("Ztratí se komentáře (%1): %2").arg(lost.size()).arg(lost.join(QLatin1Char(' '))));
             label->setTextFormat(Qt::PlainText);
             label->setWordWrap(true);
             label->setStyleSheet(QStringLiteral("color: #d64545"));

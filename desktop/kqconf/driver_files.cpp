@@ -55,9 +55,8 @@ std::optional<TDriverFiles> FindDriverFiles(const TNamedFiles &named, QString &e
     TDriverFiles files;
     files.name = opened.completeBaseName();
     files.pdt = is_pdt ? opened.absoluteFilePath() : Named(named.pdt, opened, {QStringLiteral("pdt")});
-    files.module = is_module
-                       ? opened.absoluteFilePath()
-                       : Named(named.module, opened, {QStringLiteral("dll"), QStringLiteral("so")});
+    files.module = is_module ? opened.absoluteFilePath()
+                             : Named(named.module, opened, {QStringLiteral("dll"), QStringLiteral("so")});
     files.dmf = Named(named.dmf, opened, {QStringLiteral("dmf")});
     files.par = !is_pdt && !is_module ? opened.absoluteFilePath() : Beside(opened, {QStringLiteral("par")});
     if (!QFileInfo::exists(files.pdt)) {

@@ -25,8 +25,8 @@ CDriverSession::~CDriverSession() {
 bool CDriverSession::Open(const TDriverFiles &files, std::uint32_t language, const QString &modules) {
     host_ = std::make_unique<CDesktopHost>(files, language, modules);
     const std::string name = FromQt(files.name);
-    window_.reset(CreateDriverConfigurator(static_cast<std::uint32_t>(name.size()), name.c_str(), host_.get(),
-                                           &configurator_));
+    window_.reset(
+        CreateDriverConfigurator(static_cast<std::uint32_t>(name.size()), name.c_str(), host_.get(), &configurator_));
     if (window_ == nullptr) {
         return false;
     }

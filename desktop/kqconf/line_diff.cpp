@@ -35,8 +35,7 @@ public:
                 int row = ComesFromAbove(at(diagonal - 1), at(diagonal + 1), diagonal, differences)
                               ? at(diagonal + 1)
                               : at(diagonal - 1) + 1;
-                while (row < rows_ && row - diagonal < columns_ && row - diagonal >= 0 &&
-                       Equal(row, row - diagonal)) {
+                while (row < rows_ && row - diagonal < columns_ && row - diagonal >= 0 && Equal(row, row - diagonal)) {
                     ++row;
                 }
                 at(diagonal) = row;

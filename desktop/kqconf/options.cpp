@@ -17,8 +17,9 @@ void Print(std::FILE *stream, const QString &text) { std::fputs(text.toUtf8().co
 
 std::optional<TOptions> ReadOptions(const QStringList &arguments, int &exit_code) {
     QCommandLineParser parser;
-    parser.setApplicationDescription(QStringLiteral("Konfigurátor ovladačů: upravuje parametry ovladače v tabulce nebo "
-                                                    "v textu."));
+    parser.setApplicationDescription(
+        QStringLiteral("Konfigurátor ovladačů: upravuje parametry ovladače v tabulce nebo "
+                       "v textu."));
     parser.addPositionalArgument(QStringLiteral("SOUBOR"),
                                  QStringLiteral("parametrický soubor, šablona nebo modul ovladače; ostatní soubory se "
                                                 "hledají vedle něho pod stejným jménem"),

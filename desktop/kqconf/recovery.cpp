@@ -19,8 +19,7 @@ const QString kDmf = QStringLiteral(".dmf");
 /// The process that keeps a copy is the number after the last sign; while it runs, the copy is its own.
 bool IsInUse(const QFileInfo &copy) {
     const qint64 process = copy.completeBaseName().section(QLatin1Char('-'), -1).toLongLong();
-    return process > 0 && process != QCoreApplication::applicationPid() &&
-           ::kill(static_cast<pid_t>(process), 0) == 0;
+    return process > 0 && process != QCoreApplication::applicationPid() && ::kill(static_cast<pid_t>(process), 0) == 0;
 }
 
 }  // namespace

@@ -43,7 +43,7 @@ CSafetyNet::CSafetyNet(CConfiguratorWindow &window, TDriverFiles files, CNotices
 
 bool CSafetyNet::IsParUnsaved() const {
     return window_.Tabs().ActiveTabIndex() == CConfiguratorWindow::kTextTab ? !window_.ParView().IsSaved()
-                                                                           : window_.IsModified();
+                                                                            : window_.IsModified();
 }
 
 bool CSafetyNet::HasUnsavedWork() const { return IsParUnsaved() || !window_.DmfView().IsSaved() || save_failed_; }
@@ -210,11 +210,12 @@ void CSafetyNet::CheckComments() {
     const QStringList comments = CommentsOf(ToQt(window_.ParView().Text()));
     if (!comments.isEmpty()) {
         told_comments_ = true;
-        notices_.Show(kCommentNotice,
-                      QStringLiteral("Text má komentáře (%1). Tabulka je nezachová: uložením z ní nebo návratem do textu "
-                                     "se ztratí.")
-                          .arg(comments.size()),
-                      {{QStringLiteral("Zobrazit &změny"), [this] { ShowSavedChanges(); }}});
+        notices_.Show(
+            kCommentNotice,
+            QStringLiteral("Text má komentáře (%1). Tabulka je nezachová: uložením z ní nebo návratem do textu "
+                           "se ztratí.")
+                .arg(comments.size()),
+            {{QStringLiteral("Zobrazit &změny"), [this] { ShowSavedChanges(); }}});
     }
 }
 

@@ -59,7 +59,8 @@ void CSessionFrame::AddMenus() {
 }
 
 void CSessionFrame::AddFileMenu(QMenu &menu) {
-    Add(menu, u"&Otevřít…", QKeySequence(Qt::CTRL | Qt::Key_O), [this] { AskForFile(); }, "open");
+    Add(
+        menu, u"&Otevřít…", QKeySequence(Qt::CTRL | Qt::Key_O), [this] { AskForFile(); }, "open");
     QMenu *recent = menu.addMenu(QStringLiteral("&Nedávné"));
     QObject::connect(recent, &QMenu::aboutToShow, recent, [this, recent] { FillRecent(*recent); });
     Add(menu, u"Zobrazit &změny", QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_D),
@@ -81,16 +82,21 @@ void CSessionFrame::FillRecent(QMenu &menu) {
 
 void CSessionFrame::AddEditActions(QMenu &menu) {
     menu.addSeparator();
-    Add(menu, u"O&dstranit řádek", QKeySequence(), [this] { window_.SheetToolBox().UserPress(cmDelete); }, "delete");
+    Add(
+        menu, u"O&dstranit řádek", QKeySequence(), [this] { window_.SheetToolBox().UserPress(cmDelete); }, "delete");
     menu.addSeparator();
-    Add(menu, u"&Najít…", QKeySequence(Qt::CTRL | Qt::Key_F), [this] { OpenFind(false); }, "find");
+    Add(
+        menu, u"&Najít…", QKeySequence(Qt::CTRL | Qt::Key_F), [this] { OpenFind(false); }, "find");
     Add(menu, u"Najít &další", QKeySequence(Qt::Key_F3), [this] { find_bar_->Find(false); });
     Add(menu, u"Najít &předchozí", QKeySequence(Qt::SHIFT | Qt::Key_F3), [this] { find_bar_->Find(true); });
-    Add(menu, u"Na&hradit…", QKeySequence(Qt::CTRL | Qt::Key_H), [this] { OpenFind(true); }, "replace");
+    Add(
+        menu, u"Na&hradit…", QKeySequence(Qt::CTRL | Qt::Key_H), [this] { OpenFind(true); }, "replace");
     Add(menu, u"Přejít na řá&dek…", QKeySequence(Qt::CTRL | Qt::Key_G), [this] { GoToLine(); });
     menu.addSeparator();
-    Add(menu, u"Další &hlášení nebo problém", QKeySequence(Qt::Key_F8), [this] { GoToNext(); }, "next");
-    Add(menu, u"Předch&ozí hlášení", QKeySequence(Qt::SHIFT | Qt::Key_F8), [this] { GoToPrevious(); }, "previous");
+    Add(
+        menu, u"Další &hlášení nebo problém", QKeySequence(Qt::Key_F8), [this] { GoToNext(); }, "next");
+    Add(
+        menu, u"Předch&ozí hlášení", QKeySequence(Qt::SHIFT | Qt::Key_F8), [this] { GoToPrevious(); }, "previous");
     menu.addSeparator();
     const auto tree = [this] { return static_cast<QTreeView *>(CQtPeer::Of(&window_.Sheet())->Widget()); };
     Add(menu, u"&Rozbalit vše", QKeySequence(Qt::CTRL | Qt::Key_Plus), [tree] { tree()->expandAll(); });
@@ -116,9 +122,9 @@ void CSessionFrame::AddKeys() {
     });
     // From one pane to the next.
     add(QKeySequence(Qt::Key_F6), [this] {
-        const QList<CView *> views = OnText() ? QList<CView *>{&window_.ParView(), &window_.Messages()}
-                                              : QList<CView *>{&window_.Sheet(), &window_.Channels(),
-                                                               &window_.Messages()};
+        const QList<CView *> views = OnText()
+                                         ? QList<CView *>{&window_.ParView(), &window_.Messages()}
+                                         : QList<CView *>{&window_.Sheet(), &window_.Channels(), &window_.Messages()};
         QList<QWidget *> shown;
         for (const CView *view : views) {
             if (QWidget *widget = CQtPeer::Of(view)->Widget(); widget->isVisible()) {
@@ -186,8 +192,7 @@ void CSessionFrame::AddFindBar() {
          .replace =
              [this](const QString &text, const QString &replacement) {
                  const CTextView &view = window_.ParView();
-                 const QString selected =
-                     ToQt(view.Text().substr(view.SelectionStart(), view.SelectionLength()));
+                 const QString selected = ToQt(view.Text().substr(view.SelectionStart(), view.SelectionLength()));
                  if (selected.compare(text, Qt::CaseInsensitive) == 0) {
                      window_.ParView().UserReplaceSelection(FromQt(replacement));
                  }

@@ -2,6 +2,7 @@
 
 #include <QAction>
 #include <QMainWindow>
+#include <QStatusBar>
 #include <QTabWidget>
 
 #include "desktop/kqconf/find_bar.h"
@@ -97,15 +98,27 @@ void CSessionFrame::ShowProblems() {
         notices_->Hide(key);
         return;
     }
-    notices_->Show(key,
-                   QStringLiteral("Některé řádky se ze souboru nepřečtou tak, jak jsou v tabulce. První: %1")
-                       .arg(ToQt(problem)),
-                   {{QStringLiteral("&Přejít na první"), [this] {
-                         window_.Tabs().UserActivate(CConfiguratorWindow::kSheetTab);
-                         window_.Sheet().ClearSelection();
-                         window_.UserNextProblem();
-                         static_cast<CView &>(window_.Sheet()).Select();
-                     }}});
+    notices_->Show(
+        key,
+        QStringLiteral("Některé řádky se ze souboru nepřečtou tak, jak jsou v tabulce. První: %1").arg(ToQt(problem)),
+        {{QStringLiteral("&Přejít na první"), [this] {
+              window_.Tabs().UserActivate(CConfiguratorWindow::kSheetTab);
+              window_.Sheet().ClearSelection();
+              window_.UserNextProblem();
+              static_cast<CView &>(window_.Sheet()).Select();
+          }}});
+}
+
+/// Why the selected cell can't be used, in place of the status line's own text.
+void CSessionFrame::ShowReason() {
+    const CSheetView::TPosition &cell = window_.Sheet().Selection();
+    const bool disabled =
+        !OnText() && cell.table != 0 && window_.Sheet().ReadCell(cell.table, cell.row, cell.column).disabled;
+    const QString reason = disabled ? ToQt(window_.CellReason(cell.table, cell.row, cell.column)) : QString();
+    if (reason != reason_) {
+        reason_ = reason;
+        reason.isEmpty() ? MainWindow()->statusBar()->clearMessage() : MainWindow()->statusBar()->showMessage(reason);
+    }
 }
 
 void CSessionFrame::Refresh() {
@@ -116,6 +129,7 @@ void CSessionFrame::Refresh() {
     ShowMessages();
     ShowSteps();
     ShowTabTips();
+    ShowReason();
     safety_->Refresh();
     if (tab_ != window_.Tabs().ActiveTabIndex()) {
         tab_ = window_.Tabs().ActiveTabIndex();

@@ -65,6 +65,7 @@ private:
     void ShowSteps();
     void ShowTabTips();
     void ShowProblems();
+    void ShowReason();
     void LeaveCell();
     bool OnText() const { return window_.Tabs().ActiveTabIndex() == CConfiguratorWindow::kTextTab; }
 
@@ -75,6 +76,7 @@ private:
     std::size_t messages_ = 0;
     std::string last_message_;
     std::uint32_t tab_ = 0;
+    QString reason_;
 };
 
 }  // namespace kq_desktop

@@ -29,8 +29,9 @@ CStartPage::CStartPage() : recent_(new QListWidget) {
     font.setPointSizeF(font.pointSizeF() * 1.6);
     font.setBold(true);
     title->setFont(font);
-    auto *hint = new QLabel(QStringLiteral("Otevřete parametrický soubor (PAR), šablonu (PDT) nebo modul ovladače, nebo "
-                                           "soubor přetáhněte sem."));
+    auto *hint =
+        new QLabel(QStringLiteral("Otevřete parametrický soubor (PAR), šablonu (PDT) nebo modul ovladače, nebo "
+                                  "soubor přetáhněte sem."));
     hint->setWordWrap(true);
     auto *open = new QPushButton(QIcon(QStringLiteral(":/kqconf/open.svg")), QStringLiteral("&Otevřít soubor…"));
     open->setDefault(true);

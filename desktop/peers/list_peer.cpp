@@ -104,6 +104,8 @@ CListPeer::CListPeer(CListBox &view, CPeerAdvice &advice)
         }
     });
     list->setUniformItemSizes(true);
+    list->setIconSize(QSize(16, 16));
+    list->setFrameShape(QFrame::NoFrame);
     list->setModel(model_.get());
     list->setAccessibleName(advice.NameOf(&view));
     list->setMinimumHeight(list->fontMetrics().height() * 3);

@@ -24,12 +24,11 @@ void CMenuPeer::Fill() {
             action->setData(item.command);
             action->setEnabled(item.enabled && item.command != 0);
             action->setShortcuts(Advice().Shortcuts(item.command));
-            QObject::connect(action, &QAction::triggered, Bar(),
-                             [this, command = item.command] {
-                                 if (!Advice().HandleCommand(command)) {
-                                     view_.UserChoose(command);
-                                 }
-                             });
+            QObject::connect(action, &QAction::triggered, Bar(), [this, command = item.command] {
+                if (!Advice().HandleCommand(command)) {
+                    view_.UserChoose(command);
+                }
+            });
         }
     }
 }

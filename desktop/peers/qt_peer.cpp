@@ -14,9 +14,7 @@ CQtPeer::~CQtPeer() {
     }
 }
 
-CQtPeer *CQtPeer::Of(const CView *view) {
-    return view != nullptr ? static_cast<CQtPeer *>(view->Peer()) : nullptr;
-}
+CQtPeer *CQtPeer::Of(const CView *view) { return view != nullptr ? static_cast<CQtPeer *>(view->Peer()) : nullptr; }
 
 void CQtPeer::AddChild(CView & /*child*/, QWidget &widget) { widget.setParent(widget_); }
 

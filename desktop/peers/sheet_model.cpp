@@ -203,7 +203,8 @@ int CSheetModel::rowCount(const QModelIndex &parent) const {
 int CSheetModel::columnCount(const QModelIndex & /*parent*/) const { return columns_; }
 
 bool CSheetModel::hasChildren(const QModelIndex &parent) const {
-    return !parent.isValid() || (parent.column() == 0 && TableBelow(parent) != 0);
+    const TPlace place = PlaceOf(parent);
+    return !parent.isValid() || (parent.column() == 0 && place.row != 0 && sheet_.HasSubTable(place.table, place.row));
 }
 
 }  // namespace kq_desktop

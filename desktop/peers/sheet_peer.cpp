@@ -13,11 +13,12 @@ namespace kq_desktop {
 
 CSheetPeer::CSheetPeer(CSheetView &view, CPeerAdvice &advice)
     : CQtPeer(advice), view_(view), model_(std::make_unique<CSheetModel>(view, advice)) {
-    auto *tree = new CSheetTree(
-        *model_, {.select = [this](const QModelIndex &index) { Select(index); },
-                  .edit = [this](const QModelIndex &index, const QString &typed) { Edit(index, typed); },
-                  .step = [this](bool backwards) { Step(backwards); },
-                  .place_editor = [this] { PlaceEditor(); }});
+    auto *tree =
+        new CSheetTree(*model_, {.select = [this](const QModelIndex &index) { Select(index); },
+                                 .edit = [this](const QModelIndex &index, const QString &typed) { Edit(index, typed); },
+                                 .open_list = [this](const QModelIndex &index) { OpenList(index); },
+                                 .step = [this](bool backwards) { Step(backwards); },
+                                 .place_editor = [this] { PlaceEditor(); }});
     tree->setAccessibleName(advice.NameOf(&view));
     SetWidget(tree);
     Connect();
@@ -66,12 +67,19 @@ void CSheetPeer::Edit(const QModelIndex &index, const QString &typed) {
     }
 }
 
+void CSheetPeer::OpenList(const QModelIndex &index) {
+    Edit(index, {});
+    if (editor_ != nullptr && !IsAddingRow()) {
+        static_cast<CEditorPeer &>(*Of(view_.CellEditor())).OpenList();
+    }
+}
+
 void CSheetPeer::Step(bool backwards) {
     QModelIndex cell = Tree().currentIndex();
     do {
         cell = Tree().NextCell(cell, backwards);
-    } while (cell.isValid() && (!cell.data(CSheetModel::kEditableRole).toBool() ||
-                                cell.data(CSheetModel::kAddRole).toBool()));
+    } while (cell.isValid() &&
+             (!cell.data(CSheetModel::kEditableRole).toBool() || cell.data(CSheetModel::kAddRole).toBool()));
     if (cell.isValid()) {
         Tree().setCurrentIndex(cell);
         Edit(cell, {});

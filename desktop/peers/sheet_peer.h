@@ -36,6 +36,7 @@ private:
     void Connect();
     void Select(const QModelIndex &index);
     void Edit(const QModelIndex &index, const QString &typed);
+    void OpenList(const QModelIndex &index);
     void Step(bool backwards);
     void PlaceEditor();
     void EditorEnded();
@@ -49,7 +50,7 @@ private:
 
     CSheetView &view_;
     std::unique_ptr<CSheetModel> model_;
-    QObject alive_;  ///< ends with the peer, which its widget may outlive
+    QObject alive_;                 ///< ends with the peer, which its widget may outlive
     std::set<std::uint32_t> open_;  ///< tables that were seen open, to be opened again after all was read anew
     QPointer<QWidget> editor_;
     QPersistentModelIndex editor_cell_;

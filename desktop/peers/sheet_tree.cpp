@@ -94,11 +94,12 @@ bool CSheetTree::HandleKey(const QKeyEvent &event) {
     const bool opens_list = event.key() == Qt::Key_Down && event.modifiers() == Qt::AltModifier;
     const bool enter = event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
     if (event.key() == Qt::Key_F2 || opens_list || (enter && event.modifiers() == Qt::NoModifier)) {
-        if (enter && !current.data(CSheetModel::kEditableRole).toBool() && model_.hasChildren(current.siblingAtColumn(0))) {
+        if (enter && !current.data(CSheetModel::kEditableRole).toBool() &&
+            model_.hasChildren(current.siblingAtColumn(0))) {
             setExpanded(current.siblingAtColumn(0), !isExpanded(current.siblingAtColumn(0)));
             return true;
         }
-        actions_.edit(current, {});
+        opens_list ? actions_.open_list(current) : actions_.edit(current, {});
         return true;
     }
     const QString text = event.text();

@@ -14,6 +14,8 @@ public:
         std::function<void(const QModelIndex &)> select;
         /// Opens the editor of a cell; a text was typed that is to replace the cell's.
         std::function<void(const QModelIndex &, const QString &typed)> edit;
+        /// Opens the editor of a cell with its list of choices.
+        std::function<void(const QModelIndex &)> open_list;
         /// Goes to the next cell that can be edited, or back.
         std::function<void(bool backwards)> step;
         /// The editor's cell moved on the screen.

@@ -9,7 +9,8 @@
 namespace kq_desktop {
 
 QString ToQt(std::string_view bytes);
-/// The same with pictures in place of control characters but the tab, which Qt would take for the end of a line or drop.
+/// The same with pictures in place of control characters but the tab, which Qt would take for the end of a line or
+/// drop.
 QString ToQtVisible(std::string_view bytes);
 /// Back again; pictures become the control characters that they show. A character that the code page lacks becomes `?`,
 /// and `lossy` true if it is given.

@@ -155,11 +155,12 @@ void CTextEditor::PaintGutter(QPaintEvent & /*event*/) {
         }
         const int line = block.blockNumber();
         painter.setPen(line == current ? text : dim);
-        painter.drawText(QRectF(kMarkWidth, area.top(), gutter_->width() - kMarkWidth - kGutterMargin / 2.0,
-                                fontMetrics().height()),
-                         Qt::AlignRight | Qt::AlignVCenter, QString::number(line + 1));
-        const auto mark = std::find_if(marks_.begin(), marks_.end(),
-                                       [line](const TTextMark &other) { return static_cast<int>(other.line) == line + 1; });
+        painter.drawText(
+            QRectF(kMarkWidth, area.top(), gutter_->width() - kMarkWidth - kGutterMargin / 2.0, fontMetrics().height()),
+            Qt::AlignRight | Qt::AlignVCenter, QString::number(line + 1));
+        const auto mark = std::find_if(marks_.begin(), marks_.end(), [line](const TTextMark &other) {
+            return static_cast<int>(other.line) == line + 1;
+        });
         if (mark != marks_.end()) {
             painter.setRenderHint(QPainter::Antialiasing);
             painter.setPen(Qt::NoPen);
@@ -199,6 +200,11 @@ void CTextEditor::UpdateSelections() {
         wave.cursor.setPosition(block.position() + column);
         wave.cursor.movePosition(mark.column == 0 ? QTextCursor::EndOfBlock : QTextCursor::EndOfWord,
                                  QTextCursor::KeepAnchor);
+        if (!wave.cursor.hasSelection() && column > 0) {
+            // The place may be directly after the word that the message is about.
+            wave.cursor.setPosition(block.position() + column - 1);
+            wave.cursor.select(QTextCursor::WordUnderCursor);
+        }
         if (!wave.cursor.hasSelection()) {
             wave.cursor.select(QTextCursor::LineUnderCursor);
         }

@@ -38,12 +38,11 @@ void CToolBoxPeer::Fill() {
                                : QStringLiteral("%1 (%2)").arg(name, keys.first().toString(QKeySequence::NativeText)));
         action->setData(item.command);
         action->setEnabled(item.enabled);
-        QObject::connect(action, &QAction::triggered, Bar(),
-                         [this, command = item.command] {
-                             if (!Advice().HandleCommand(command)) {
-                                 view_.UserPress(command);
-                             }
-                         });
+        QObject::connect(action, &QAction::triggered, Bar(), [this, command = item.command] {
+            if (!Advice().HandleCommand(command)) {
+                view_.UserPress(command);
+            }
+        });
     }
 }
 

@@ -8,7 +8,8 @@ class QTreeWidgetItem;
 
 namespace kq_desktop {
 
-/// A tree of items, some with a mark to be set: a check mark, or a round one where only one of the siblings may have it.
+/// A tree of items, some with a mark to be set: a check mark, or a round one where only one of the siblings may have
+/// it.
 class CTreePeer final : public CQtPeer {
 public:
     CTreePeer(CTreeViewerPane &view, CPeerAdvice &advice);

@@ -128,7 +128,8 @@ void CWindowPeer::ShowElapsed() {
     auto *timer = new QTimer(label);
     const auto show = [label, begin = QDateTime::currentDateTime()] {
         const qint64 seconds = begin.secsTo(QDateTime::currentDateTime());
-        label->setText(QStringLiteral("Uplynulý čas: %1:%2").arg(seconds / 60).arg(seconds % 60, 2, 10, QLatin1Char('0')));
+        label->setText(
+            QStringLiteral("Uplynulý čas: %1:%2").arg(seconds / 60).arg(seconds % 60, 2, 10, QLatin1Char('0')));
     };
     QObject::connect(timer, &QTimer::timeout, label, show);
     timer->start(500);

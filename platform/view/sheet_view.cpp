@@ -140,6 +140,8 @@ bool CSheetView::CanEdit(std::uint32_t table, std::uint32_t row, std::uint32_t c
 
 std::uint32_t CSheetView::SubTable(std::uint32_t table, std::uint32_t row) { return DS_OpenNode(table, row); }
 
+bool CSheetView::HasSubTable(std::uint32_t table, std::uint32_t row) { return DS_HasNode(table, row); }
+
 bool CSheetView::FindNode(std::uint32_t table, std::uint32_t &owner, std::uint32_t &row) {
     return DS_FindNode(table, owner, row);
 }

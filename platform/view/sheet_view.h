@@ -109,6 +109,8 @@ public:
     bool CanEdit(std::uint32_t table, std::uint32_t row, std::uint32_t column);
     /// The table that opens from a row, 0 without one.
     std::uint32_t SubTable(std::uint32_t table, std::uint32_t row);
+    /// True if a table opens from a row, which needn't be described for that.
+    bool HasSubTable(std::uint32_t table, std::uint32_t row);
     /// The table and the row in which a table's node lies; false for table 1 and unknown ones.
     bool FindNode(std::uint32_t table, std::uint32_t &owner, std::uint32_t &row);
     /// A closed table isn't shown. Tables are closed until somebody opens them.
@@ -134,6 +136,7 @@ protected:
     virtual void DS_ReadCell(std::uint32_t table, std::uint32_t row, std::uint32_t column, TCell &cell) = 0;
     /// The table that opens from a row, described by then; 0 without one.
     virtual std::uint32_t DS_OpenNode(std::uint32_t /*table*/, std::uint32_t /*row*/) { return 0; }
+    virtual bool DS_HasNode(std::uint32_t table, std::uint32_t row) { return DS_OpenNode(table, row) != 0; }
     /// The table and the row in which a table's node lies; false if it is gone, and for table 1.
     virtual bool DS_FindNode(std::uint32_t /*table*/, std::uint32_t & /*owner*/, std::uint32_t & /*row*/) {
         return false;

@@ -29,7 +29,10 @@ QString CompareTable(CSheetView &sheet, const QTreeView &tree, std::uint32_t tab
     const int headings = table == 1 ? 0 : 1;
     const QString place = QStringLiteral("table %1").arg(table);
     if (model.rowCount(node) != static_cast<int>(sheet.ShownRowCount(table)) + headings) {
-        return QStringLiteral("%1: %2 items, %3 rows").arg(place).arg(model.rowCount(node)).arg(sheet.ShownRowCount(table));
+        return QStringLiteral("%1: %2 items, %3 rows")
+            .arg(place)
+            .arg(model.rowCount(node))
+            .arg(sheet.ShownRowCount(table));
     }
     const auto &columns = sheet.Columns(table);
     for (std::uint32_t row = 1; row <= sheet.ShownRowCount(table); ++row) {
@@ -63,11 +66,10 @@ QString CompareSelection(const CSheetView &sheet, const QTreeView &tree) {
     const CSheetView::TPosition &selection = sheet.Selection();
     const QModelIndex current = tree.currentIndex();
     const int headings = selection.table == 1 ? 0 : 1;
-    const bool same = selection.table == 0
-                          ? !current.isValid()
-                          : current.isValid() && current.internalId() == selection.table &&
-                                current.row() == static_cast<int>(selection.row) - 1 + headings &&
-                                current.column() == static_cast<int>(selection.column) - 1;
+    const bool same = selection.table == 0 ? !current.isValid()
+                                           : current.isValid() && current.internalId() == selection.table &&
+                                                 current.row() == static_cast<int>(selection.row) - 1 + headings &&
+                                                 current.column() == static_cast<int>(selection.column) - 1;
     return same ? QString() : QStringLiteral("the selection differs");
 }
 

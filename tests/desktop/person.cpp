@@ -127,9 +127,10 @@ void CPerson::Settle() {
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     }
     if (session_ != nullptr) {
-        if (QApplication::activeWindow() == nullptr) {
+        if (QApplication::activeModalWidget() == nullptr && !Main().isActiveWindow()) {
             // A window system would do that when a box is gone.
             Main().activateWindow();
+            QCoreApplication::processEvents();
         }
         session_->Frame().Refresh();
     }

@@ -68,17 +68,48 @@ TEST(Kqconf, AFailedSaveLeavesACopy) {
     QDir().mkpath(par + QStringLiteral("/x"));
     person.Answer({QStringLiteral("Ano"), QStringLiteral("Přepsat"), QStringLiteral("OK")});
     EXPECT_TRUE(person.CloseAndRun());
-    ASSERT_EQ(copies.entryList({QStringLiteral("*.par")}).size(), 1) << person.Boxes().join(QLatin1Char('|')).toStdString();
+    ASSERT_EQ(copies.entryList({QStringLiteral("*.par")}).size(), 1)
+        << person.Boxes().join(QLatin1Char('|')).toStdString();
     const auto kept = kq_desktop::ReadFile(copies.filePath(copies.entryList({QStringLiteral("*.par")}).first()));
     EXPECT_TRUE(kept->startsWith("(* lost? *)"));
+}
+
+/// The other process of the test below: works on a file and never saves.
+TEST(Kqconf, DISABLED_WorksUntilItIsKilled) {
+    CPerson person;
+    ASSERT_TRUE(person.Open(kExamples + QStringLiteral("modbus"), QStringLiteral("modbus.par")));
+    person.Press(Qt::Key_2, Qt::ControlModifier);
+    person.Type(QStringLiteral("(* killed *)"));
+    QTest::qWait(60000);
+}
+
+TEST(Kqconf, AKilledProcessLeavesItsWorkNotTwoSecondsOld) {
+    const QTemporaryDir state;
+    QProcess other;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("KQ_STATE"), state.path());
+    other.setProcessEnvironment(environment);
+    other.start(QCoreApplication::applicationFilePath(), {QStringLiteral("--gtest_also_run_disabled_tests"),
+                                                          QStringLiteral("--gtest_filter=*WorksUntilItIsKilled")});
+    const QDir copies(state.filePath(QStringLiteral("kqconf/recovery")));
+    QByteArray kept;
+    for (int round = 0; round < 200 && !kept.startsWith("(* killed *)"); ++round) {
+        QTest::qWait(100);
+        const QStringList found = copies.entryList({QStringLiteral("*.par")});
+        kept = found.isEmpty() ? QByteArray() : kq_desktop::ReadFile(copies.filePath(found.first())).value_or("");
+    }
+    other.kill();
+    other.waitForFinished();
+    EXPECT_TRUE(kept.startsWith("(* killed *)"));
+    EXPECT_EQ(copies.entryList({QStringLiteral("*.par")}).size(), 1);
 }
 
 /// What those who don't see the window are told of it.
 TEST(Kqconf, EverythingHasANameForThoseWhoDontSee) {
     CPerson person;
     ASSERT_TRUE(person.Open(kExamples + QStringLiteral("modbus"), QStringLiteral("modbus.par")));
-    for (const QWidget *widget : {static_cast<const QWidget *>(&person.Sheet()),
-                                  static_cast<const QWidget *>(&person.Channels())}) {
+    for (const QWidget *widget :
+         {static_cast<const QWidget *>(&person.Sheet()), static_cast<const QWidget *>(&person.Channels())}) {
         QAccessibleInterface *spoken = QAccessible::queryAccessibleInterface(const_cast<QWidget *>(widget));
         ASSERT_NE(spoken, nullptr);
         EXPECT_FALSE(spoken->text(QAccessible::Name).isEmpty());

@@ -33,7 +33,8 @@ protected:
     void ToText() { person.Press(Qt::Key_2, Qt::ControlModifier); }
     void ToSheet() { person.Press(Qt::Key_1, Qt::ControlModifier); }
     QStringList Copies() const {
-        return QDir(state.filePath(QStringLiteral("kqconf/recovery"))).entryList({QStringLiteral("*.par")}, QDir::Files);
+        return QDir(state.filePath(QStringLiteral("kqconf/recovery")))
+            .entryList({QStringLiteral("*.par")}, QDir::Files);
     }
     bool IsNoticeShown(const char *key) const {
         const auto *bar = person.Main().findChild<QFrame *>(QStringLiteral("notice-%1").arg(QLatin1String(key)));
@@ -183,7 +184,8 @@ TEST(LineDiff, FindsTheFewestDifferences) {
             rebuilt += line.kind == TDiffLine::TKind::kRemoved ? QString() : line.text;
         }
         EXPECT_EQ(rebuilt.toStdString(), texts.after);
-        EXPECT_EQ(kinds.count(QLatin1Char('=')), QString::fromLatin1(texts.kinds).count(QLatin1Char('='))) << texts.before;
+        EXPECT_EQ(kinds.count(QLatin1Char('=')), QString::fromLatin1(texts.kinds).count(QLatin1Char('=')))
+            << texts.before;
     }
 }
 

@@ -2,8 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <QAbstractItemView>
 #include <QComboBox>
 #include <QMainWindow>
+#include <QStatusBar>
+#include <QTest>
 #include <QTreeView>
 #include <random>
 
@@ -45,8 +48,8 @@ TEST_F(CSheetDesk, ValuesAreEditedByKeys) {
         const char *typed;
         const char *shown;
     };
-    for (const TCase &edit : {TCase{"Line", "7", "7"}, TCase{"Port", "COM5", "COM5"},
-                              TCase{"N\u00e1zev", "Pump", "Pump"}}) {
+    for (const TCase &edit :
+         {TCase{"Line", "7", "7"}, TCase{"Port", "COM5", "COM5"}, TCase{"N\u00e1zev", "Pump", "Pump"}}) {
         SCOPED_TRACE(edit.row);
         ASSERT_TRUE(person.ClickCell(person.Sheet(), QString::fromUtf8(edit.row), 1));
         person.Press(Qt::Key_F2);
@@ -102,7 +105,22 @@ TEST_F(CSheetDesk, ADisabledCellSaysWhyAndOpensNothing) {
     EXPECT_EQ(cell.data().toString(), QStringLiteral("—"));
     EXPECT_FALSE(cell.data(Qt::ToolTipRole).toString().isEmpty());
     EXPECT_FALSE(cell.data(Qt::AccessibleDescriptionRole).toString().isEmpty());
+    EXPECT_FALSE(person.Main().statusBar()->currentMessage().isEmpty());
     person.Press(Qt::Key_F2);
+    EXPECT_EQ(person.Window().Sheet().CellEditor(), nullptr);
+    Check();
+}
+
+TEST_F(CSheetDesk, AltDownOpensTheListAndAChoiceIsTaken) {
+    ASSERT_TRUE(person.ClickCell(person.Sheet(), QStringLiteral("Rychlost"), 1));
+    person.Press(Qt::Key_Down, Qt::AltModifier);
+    auto *combo = person.Sheet().findChild<QComboBox *>();
+    ASSERT_NE(combo, nullptr);
+    EXPECT_TRUE(combo->view()->isVisible());
+    QTest::keyClick(combo->view(), Qt::Key_Down);
+    QTest::keyClick(combo->view(), Qt::Key_Return);
+    person.Settle();
+    EXPECT_EQ(Cell(QStringLiteral("Rychlost"), 1), QStringLiteral("38400"));
     EXPECT_EQ(person.Window().Sheet().CellEditor(), nullptr);
     Check();
 }
@@ -146,15 +164,24 @@ TEST_F(CSheetDesk, RandomKeysLeaveTheWidgetsInStep) {
         int key;
         Qt::KeyboardModifiers modifiers;
     };
-    const std::array<TKey, 19> keys = {{{Qt::Key_Down, Qt::NoModifier},    {Qt::Key_Down, Qt::NoModifier},
-                                        {Qt::Key_Up, Qt::NoModifier},      {Qt::Key_Right, Qt::NoModifier},
-                                        {Qt::Key_Left, Qt::NoModifier},    {Qt::Key_PageDown, Qt::NoModifier},
-                                        {Qt::Key_F2, Qt::NoModifier},      {Qt::Key_Return, Qt::NoModifier},
-                                        {Qt::Key_Return, Qt::NoModifier},  {Qt::Key_Tab, Qt::NoModifier},
-                                        {Qt::Key_Backtab, Qt::NoModifier}, {Qt::Key_Escape, Qt::NoModifier},
-                                        {Qt::Key_Delete, Qt::NoModifier},  {Qt::Key_Z, Qt::ControlModifier},
-                                        {Qt::Key_Y, Qt::ControlModifier},  {Qt::Key_2, Qt::NoModifier},
-                                        {Qt::Key_1, Qt::ControlModifier},  {Qt::Key_2, Qt::ControlModifier},
+    const std::array<TKey, 19> keys = {{{Qt::Key_Down, Qt::NoModifier},
+                                        {Qt::Key_Down, Qt::NoModifier},
+                                        {Qt::Key_Up, Qt::NoModifier},
+                                        {Qt::Key_Right, Qt::NoModifier},
+                                        {Qt::Key_Left, Qt::NoModifier},
+                                        {Qt::Key_PageDown, Qt::NoModifier},
+                                        {Qt::Key_F2, Qt::NoModifier},
+                                        {Qt::Key_Return, Qt::NoModifier},
+                                        {Qt::Key_Return, Qt::NoModifier},
+                                        {Qt::Key_Tab, Qt::NoModifier},
+                                        {Qt::Key_Backtab, Qt::NoModifier},
+                                        {Qt::Key_Escape, Qt::NoModifier},
+                                        {Qt::Key_Delete, Qt::NoModifier},
+                                        {Qt::Key_Z, Qt::ControlModifier},
+                                        {Qt::Key_Y, Qt::ControlModifier},
+                                        {Qt::Key_2, Qt::NoModifier},
+                                        {Qt::Key_1, Qt::ControlModifier},
+                                        {Qt::Key_2, Qt::ControlModifier},
                                         {Qt::Key_F3, Qt::NoModifier}}};
     for (const unsigned seed : {1U, 2U, 3U}) {
         std::mt19937 random(seed);

@@ -2,10 +2,13 @@
 
 #include <QApplication>
 #include <QDir>
+#include <QFile>
 #include <QMainWindow>
 #include <QPalette>
 #include <QPlainTextEdit>
 #include <QStyleFactory>
+#include <QTest>
+#include <QTimer>
 #include <QTreeView>
 
 #include "desktop/kqconf/start_page.h"
@@ -23,6 +26,28 @@ QPalette DarkPalette() {
     palette.setColor(QPalette::Link, QColor(0x6A, 0xB0, 0xF3));
     palette.setColor(QPalette::PlaceholderText, QColor(0x88, 0x88, 0x88));
     return palette;
+}
+
+/// Takes a picture of each dialog that an action brings up, and closes it by Esc after a while.
+void ShootDialogs(const QString &out, CPerson &person, const std::function<void()> &action) {
+    QTimer timer;
+    int looks = 0;
+    QString last;
+    QObject::connect(&timer, &QTimer::timeout, &timer, [&] {
+        QWidget *dialog = QApplication::activeModalWidget();
+        if (dialog == nullptr || ++looks % 8 != 0) {
+            return;
+        }
+        const QString name =
+            QStringLiteral("dialog-%1-%2").arg(dialog->windowTitle().section(QLatin1Char('['), 0, 0)).arg(looks);
+        dialog->grab().save(QStringLiteral("%1/%2.png").arg(out, name));
+        if (dialog->findChild<QTreeView *>() != nullptr || dialog->findChild<QPlainTextEdit *>() != nullptr) {
+            dialog->close();
+        }
+    });
+    timer.start(30);
+    action();
+    person.Settle();
 }
 
 }  // namespace
@@ -77,14 +102,39 @@ int main(int argc, char **argv) {
     person.Open(examples + QStringLiteral("modbus"), QStringLiteral("modbus_errors.par"), QStringLiteral("modbus.pdt"),
                 QStringLiteral("modbus.dmf"));
     person.Main().resize(960, 680);
+    person.Press(Qt::Key_1, Qt::ControlModifier);
     person.Press(Qt::Key_F8);
     shoot("08-errors");
     person.Main().resize(520, 380);
     shoot("09-small");
+    person.Answer({QStringLiteral("Ne")});
+    person.CloseAndRun();
+    person.End();
+
+    person.Open(examples + QStringLiteral("meters"), QStringLiteral("meters.par"));
+    person.Main().resize(960, 680);
+    person.Press(Qt::Key_1, Qt::ControlModifier);
+    person.Sheet().expandAll();
+    shoot("10-meters");
+    ShootDialogs(out, person, [&person] { person.Frame().Safety().ShowSavedChanges(); });
+    QFile(person.Path(QStringLiteral("meters.par"))).open(QFile::WriteOnly | QFile::Truncate);
+    QTest::qWait(1300);
+    shoot("11-changed-by-others");
+    person.End();
+
+    person.Open(QStringLiteral(KQ_BINARY_DIR "/examples/simulator"), QStringLiteral("simulator.par"));
+    person.Main().resize(960, 680);
+    person.Press(Qt::Key_1, Qt::ControlModifier);
+    shoot("12-simulator");
+    QTimer::singleShot(0, &person.Main(), [&person] { person.Press(Qt::Key_D, Qt::ControlModifier); });
+    ShootDialogs(out, person, [&person] {
+        int rounds = 0;
+        person.RunUntil([&rounds] { return ++rounds > 60 && QApplication::activeModalWidget() == nullptr; });
+    });
     person.End();
     kq_desktop::CStartPage start;
     start.show();
     QApplication::processEvents();
-    start.grab().save(out + QStringLiteral("/10-start.png"));
+    start.grab().save(out + QStringLiteral("/13-start.png"));
     return 0;
 }
