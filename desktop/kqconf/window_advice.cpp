@@ -63,6 +63,17 @@ std::vector<TTextMark> CWindowAdvice::TextMarks(const CTextView &text) {
     return marks;
 }
 
+QString CWindowAdvice::CommandName(std::uint32_t command) {
+    switch (command) {
+        case cmApply:
+            return QStringLiteral("Použít");
+        case cmClose:
+            return QStringLiteral("Uzavřít");
+        default:
+            return {};
+    }
+}
+
 QList<QKeySequence> CWindowAdvice::Shortcuts(std::uint32_t command) { return ShortcutsOf(command); }
 
 QString CWindowAdvice::MenuText(const QString &text) { return WithMnemonic(text); }

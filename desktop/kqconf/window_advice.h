@@ -19,6 +19,7 @@ public:
     QString NameOf(const void *view) override;
     QString RowPlace(const CListBox &list, std::size_t row) override;
     std::vector<TTextMark> TextMarks(const CTextView &text) override;
+    QString CommandName(std::uint32_t command) override;
     QList<QKeySequence> Shortcuts(std::uint32_t command) override;
     QString MenuText(const QString &text) override;
     void LeavingTab() override {

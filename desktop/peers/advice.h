@@ -42,6 +42,8 @@ public:
     virtual QString RowPlace(const CListBox & /*list*/, std::size_t /*row*/) { return {}; }
     virtual std::vector<TTextMark> TextMarks(const CTextView & /*text*/) { return {}; }
 
+    /// What a button of a command is called that has no text of its own.
+    virtual QString CommandName(std::uint32_t /*command*/) { return {}; }
     /// The keys that give a command, and its text with a mark before the letter that chooses it from a menu.
     virtual QList<QKeySequence> Shortcuts(std::uint32_t /*command*/) { return {}; }
     virtual QString MenuText(const QString &text) { return text; }

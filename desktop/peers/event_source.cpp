@@ -30,8 +30,4 @@ void CQtEventSource::Wake() {
     }
 }
 
-void CQtEventSource::ModalBegan(CView &window) { window.SetVisible(true); }
-
-void CQtEventSource::ModalEnded(CView &window, std::uint32_t /*code*/) { window.SetVisible(false); }
-
 }  // namespace kq_desktop

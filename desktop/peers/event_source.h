@@ -21,8 +21,6 @@ public:
 
     void Wait(CView &window) override;
     void Wake() override;
-    void ModalBegan(CView &window) override;
-    void ModalEnded(CView &window, std::uint32_t code) override;
 
 private:
     CEventSource *former_;

@@ -13,7 +13,10 @@ CStaticTextPeer::CStaticTextPeer(CStaticText &view, CPeerAdvice &advice) : CQtPe
     auto *label = new QLabel(ToQt(view.Text()));
     label->setTextFormat(Qt::PlainText);
     label->setMargin(4);
-    label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+    if (view.Parent() == nullptr || view.Parent()->ModalOwner() == nullptr) {
+        // A long text is cut, it doesn't make the window wider.
+        label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+    }
     SetWidget(label);
 }
 

@@ -56,7 +56,6 @@ private:
     QList<QTextLayout::FormatRange> formats_;
 };
 
-constexpr std::uint32_t kDefaultNumber = 0x00800000;
 const QColor kSection(0x1F, 0x5F, 0xA8);
 const QColor kKey(0x6A, 0x3E, 0x9E);
 const QColor kQuoted(0x1B, 0x7F, 0x3B);
@@ -72,7 +71,7 @@ void CTextHighlighter::Read(const CTextView &view) {
     for (const CTextView::TColoredId &word : view.ColoredIds()) {
         words_[ToQt(word.name.View())] = ColorOf(word.color);
     }
-    number_ = ColorOf(view.number_color.value_or(kDefaultNumber));
+    number_ = ColorOf(view.number_color.value_or(CTextView::kNumberColor));
 }
 
 QList<QTextLayout::FormatRange> CTextHighlighter::Formats(const QString &text, const QPalette &palette) const {

@@ -14,6 +14,9 @@ CToolBoxPeer::CToolBoxPeer(CToolBox &view, CPeerAdvice &advice) : CQtPeer(advice
     bar->setFloatable(false);
     bar->setIconSize(QSize(20, 20));
     bar->setContextMenuPolicy(Qt::PreventContextMenu);
+    if (view.Parent() != nullptr && view.Parent()->ModalOwner() != nullptr) {
+        bar->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    }
     SetWidget(bar);
     Fill();
 }
@@ -27,7 +30,7 @@ void CToolBoxPeer::Fill() {
             Bar()->addSeparator();
             continue;
         }
-        const QString name = ToQt(item.text);
+        const QString name = item.text.empty() ? Advice().CommandName(item.command) : ToQt(item.text);
         QAction *action = Bar()->addAction(Icon(item.icon), name);
         const QList<QKeySequence> keys = Advice().Shortcuts(item.command);
         action->setToolTip(keys.isEmpty()

@@ -1,10 +1,14 @@
 #include "desktop/peers/window_peer.h"
 
 #include <QCloseEvent>
+#include <QDateTime>
 #include <QIcon>
+#include <QKeyEvent>
+#include <QLabel>
 #include <QMainWindow>
 #include <QMenuBar>
 #include <QStatusBar>
+#include <QTimer>
 #include <QToolBar>
 #include <QVBoxLayout>
 #include <functional>
@@ -31,6 +35,13 @@ public:
     }
 
 protected:
+    void keyPressEvent(QKeyEvent *event) override {
+        if (event->key() == Qt::Key_Escape && isModal() && window_ != nullptr) {
+            window_->UserClose();
+        } else {
+            QMainWindow::keyPressEvent(event);
+        }
+    }
     void closeEvent(QCloseEvent *event) override {
         event->ignore();
         if (window_ != nullptr) {
@@ -77,6 +88,7 @@ CWindowPeer::CWindowPeer(CWindow &view, CPeerAdvice &advice) : CQtPeer(advice), 
     frame->setCentralWidget(central);
     ShowTitle();
     ShowArea();
+    ShowModality();
 }
 
 CWindowPeer::~CWindowPeer() {
@@ -100,7 +112,27 @@ void CWindowPeer::AddChild(CView &child, QWidget &widget) {
     } else {
         const bool leaf = child.Kind() == TViewKind::kStaticText || child.Kind() == TViewKind::kButton;
         client_->addWidget(&widget, leaf ? 0 : 1, leaf ? Qt::AlignHCenter : Qt::Alignment());
+        if (child.Kind() == TViewKind::kButton) {
+            client_->setContentsMargins(16, 12, 16, 12);
+            client_->setSpacing(8);
+            ShowElapsed();
+        }
     }
+}
+
+/// A window with lines and a button waits for something: how long it has been waiting is said below.
+void CWindowPeer::ShowElapsed() {
+    auto *label = new QLabel;
+    label->setObjectName(QStringLiteral("elapsed"));
+    client_->addWidget(label, 0, Qt::AlignHCenter);
+    auto *timer = new QTimer(label);
+    const auto show = [label, begin = QDateTime::currentDateTime()] {
+        const qint64 seconds = begin.secsTo(QDateTime::currentDateTime());
+        label->setText(QStringLiteral("Uplynulý čas: %1:%2").arg(seconds / 60).arg(seconds % 60, 2, 10, QLatin1Char('0')));
+    };
+    QObject::connect(timer, &QTimer::timeout, label, show);
+    timer->start(500);
+    show();
 }
 
 void CWindowPeer::ShowTitle() {

@@ -27,6 +27,7 @@ protected:
 
 private:
     void ShowArea();
+    void ShowElapsed();
     void ShowTitle();
     void ShowState();
     void ShowModality();

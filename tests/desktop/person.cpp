@@ -69,6 +69,21 @@ bool CPerson::Show(const QString &file, const QString &pdt, const QString &dmf) 
     return true;
 }
 
+void CPerson::RunUntil(const std::function<bool()> &done) {
+    constexpr int kMostRounds = 1000;
+    int rounds = 0;
+    QTimer timer;
+    QObject::connect(&timer, &QTimer::timeout, &timer, [&] {
+        if (done() || ++rounds == kMostRounds) {
+            timer.stop();
+            MakeEvent(session_->Window(), ecCommand, kEndLoop);
+        }
+    });
+    timer.start(10);
+    session_->Window().Exec();
+    Settle();
+}
+
 bool CPerson::CloseAndRun() {
     Main().close();
     bool ended = true;

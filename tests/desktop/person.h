@@ -4,6 +4,7 @@
 #include <QStringList>
 #include <QTemporaryDir>
 #include <QWidget>
+#include <functional>
 #include <memory>
 
 #include "desktop/kqconf/driver_session.h"
@@ -31,6 +32,8 @@ public:
     /// Opens one of the copied files anew.
     bool Reopen(const QString &file);
     void End();
+    /// Runs the window's own loop until something is true, for at most some seconds.
+    void RunUntil(const std::function<bool()> &done);
     /// Asks the window to close and lets it run; true if it ended. Otherwise the window is up still.
     bool CloseAndRun();
 

@@ -1,0 +1,101 @@
+// The search for devices with the simulator's module: progress window, tree of what was found, what comes of it.
+
+#include <gtest/gtest.h>
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QLabel>
+#include <QMainWindow>
+#include <QPushButton>
+#include <QTest>
+#include <QTimer>
+#include <QToolBar>
+#include <QTreeWidget>
+
+#include "platform/view/menu_bar.h"
+#include "tests/desktop/person.h"
+
+namespace {
+
+class CSearchDesk : public testing::Test {
+protected:
+    void SetUp() override {
+        ASSERT_TRUE(person.Open(QStringLiteral(KQ_BINARY_DIR "/examples/simulator"), QStringLiteral("simulator.par")));
+        QObject::connect(&timer, &QTimer::timeout, &timer, [this] { Act(); });
+        timer.start(20);
+    }
+    /// Chooses the menu item and runs the window's loop until the search is over.
+    void Search() {
+        QTimer::singleShot(0, &timer, [this] { person.Press(Qt::Key_D, Qt::ControlModifier); });
+        person.RunUntil([this] { return over; });
+    }
+    void Act() {
+        auto *window = qobject_cast<QMainWindow *>(QApplication::activeModalWidget());
+        if (window == nullptr) {
+            over = seen_progress;
+            return;
+        }
+        if (auto *tree = window->findChild<QTreeWidget *>()) {
+            Choose(*window, *tree);
+        } else if (auto *button = window->findChild<QPushButton *>()) {
+            seen_progress = true;
+            elapsed = window->findChild<QLabel *>(QStringLiteral("elapsed"))->text();
+            if (cancels) {
+                button->click();
+            }
+        }
+    }
+    void Choose(QMainWindow &window, QTreeWidget &tree) {
+        found = tree.topLevelItemCount();
+        QTreeWidgetItem *item = tree.topLevelItem(0);
+        while (item != nullptr && item->icon(0).isNull()) {
+            item = tree.itemBelow(item);
+        }
+        if (item != nullptr) {
+            tree.setCurrentItem(item);
+            QTest::keyClick(&tree, Qt::Key_Space);
+            marked = item->text(0);
+        }
+        const QString wanted = confirms ? QStringLiteral("Použít") : QStringLiteral("Uzavřít");
+        for (QAction *action : window.findChild<QToolBar *>()->actions()) {
+            if (action->text() == wanted) {
+                action->trigger();
+            }
+        }
+    }
+
+    CPerson person;
+    QTimer timer;
+    bool cancels = false;
+    bool confirms = true;
+    bool seen_progress = false;
+    bool over = false;
+    int found = 0;
+    QString marked;
+    QString elapsed;
+};
+
+TEST_F(CSearchDesk, WhatIsMarkedGoesIntoTheParameters) {
+    Search();
+    EXPECT_TRUE(seen_progress);
+    EXPECT_TRUE(elapsed.startsWith(QStringLiteral("Uplynulý čas: 0:")));
+    EXPECT_GT(found, 0);
+    EXPECT_FALSE(marked.isEmpty());
+    EXPECT_TRUE(person.Main().isWindowModified());
+}
+
+TEST_F(CSearchDesk, ClosingTheTreeChangesNothing) {
+    confirms = false;
+    Search();
+    EXPECT_GT(found, 0);
+    EXPECT_FALSE(person.Main().isWindowModified());
+}
+
+TEST_F(CSearchDesk, CancellingEndsTheSearch) {
+    cancels = true;
+    Search();
+    EXPECT_EQ(found, 0);
+    EXPECT_FALSE(person.Main().isWindowModified());
+}
+
+}  // namespace
