@@ -85,7 +85,7 @@ bool CSheetHistory::Carry(std::string_view name, const TAction &action) {
     return true;
 }
 
-bool CSheetHistory::Do(std::string_view name, TAction action) {
+bool CSheetHistory::Do(std::string_view name, const TAction &action) {
     const std::uint64_t before = edits_taken_;
     if (!state_ || open_ != nullptr) {
         action();
