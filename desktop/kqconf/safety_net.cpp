@@ -154,7 +154,7 @@ void CSafetyNet::CheckDisk() {
     if (changed.isEmpty() || notices_.IsShown(kDiskNotice)) {
         return;
     }
-    const QString path = changed.first();
+    const QString &path = changed.first();
     notices_.Show(kDiskNotice, QStringLiteral("Soubor %1 mezitím změnil někdo jiný.").arg(NameOf(path)),
                   {{QStringLiteral("&Načíst znovu"), [this] { reload(); }},
                    {QStringLiteral("&Ponechat moje"),

@@ -60,7 +60,7 @@ void CSheetPeer::Edit(const QModelIndex &index, const QString &typed) {
     if (place.IsHeading() || !view_.UserEdit(place.table, place.row, place.column) || editor_ == nullptr) {
         return;
     }
-    CEditorPeer &editor = static_cast<CEditorPeer &>(*Of(view_.CellEditor()));
+    auto &editor = static_cast<CEditorPeer &>(*Of(view_.CellEditor()));
     editor.Begin(typed);
     if (IsAddingRow()) {
         editor.OpenList();

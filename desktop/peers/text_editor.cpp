@@ -30,6 +30,29 @@ private:
 constexpr int kGutterMargin = 8;
 constexpr int kMarkWidth = 10;
 
+/// Selects what a message is about: the word at a column or directly before it, otherwise the line.
+void MarkWord(QTextCursor &cursor, int column) {
+    const QString text = cursor.block().text();
+    const auto is_word = [&text](qsizetype at) {
+        return at >= 0 && at < text.size() && !text[at].isSpace() && text[at] != QLatin1Char(',');
+    };
+    qsizetype begin = qMin<qsizetype>(column - 1, text.size());
+    qsizetype end = begin;
+    while (column != 0 && is_word(begin - 1)) {
+        --begin;
+    }
+    while (column != 0 && is_word(end)) {
+        ++end;
+    }
+    if (begin >= end || text.isEmpty()) {
+        cursor.movePosition(QTextCursor::EndOfBlock, QTextCursor::KeepAnchor);
+        return;
+    }
+    const int start = cursor.block().position();
+    cursor.setPosition(start + static_cast<int>(begin));
+    cursor.setPosition(start + static_cast<int>(end), QTextCursor::KeepAnchor);
+}
+
 QColor MarkColor(bool error) { return error ? QColor(0xD3, 0x2F, 0x2F) : QColor(0xE0, 0x9B, 0x00); }
 
 }  // namespace
@@ -196,18 +219,7 @@ void CTextEditor::UpdateSelections() {
         wave.format.setUnderlineStyle(QTextCharFormat::WaveUnderline);
         wave.format.setUnderlineColor(MarkColor(mark.error));
         wave.cursor = QTextCursor(block);
-        const int column = mark.column == 0 ? 0 : std::min(static_cast<int>(mark.column) - 1, block.length() - 1);
-        wave.cursor.setPosition(block.position() + column);
-        wave.cursor.movePosition(mark.column == 0 ? QTextCursor::EndOfBlock : QTextCursor::EndOfWord,
-                                 QTextCursor::KeepAnchor);
-        if (!wave.cursor.hasSelection() && column > 0) {
-            // The place may be directly after the word that the message is about.
-            wave.cursor.setPosition(block.position() + column - 1);
-            wave.cursor.select(QTextCursor::WordUnderCursor);
-        }
-        if (!wave.cursor.hasSelection()) {
-            wave.cursor.select(QTextCursor::LineUnderCursor);
-        }
+        MarkWord(wave.cursor, static_cast<int>(mark.column));
         selections.append(wave);
     }
     setExtraSelections(selections);
