@@ -56,7 +56,7 @@ void CSheetHistory::Begin(bool saved) {
 
 void CSheetHistory::End() { state_.reset(); }
 
-void CSheetHistory::EditTaken(CJournal::TSteps steps) {
+void CSheetHistory::EditTaken(CJournal::TSteps &&steps) {
     ++edits_taken_;
     if (open_ != nullptr) {
         open_->taken_back_by = std::move(steps);
@@ -85,7 +85,7 @@ bool CSheetHistory::Carry(std::string_view name, const TAction &action) {
     return true;
 }
 
-bool CSheetHistory::Do(std::string_view name, TAction action) {
+bool CSheetHistory::Do(std::string_view name, const TAction &action) {
     const std::uint64_t before = edits_taken_;
     if (!state_ || open_ != nullptr) {
         action();

@@ -35,9 +35,9 @@ public:
     /// now on, and what was taken back before can't be made again. Without an edit that was taken nothing is kept. The
     /// action is kept to make the step again, on the same state as the first time, so it names what it edits by
     /// position and not by address. True if an edit was taken.
-    bool Do(std::string_view name, TAction action);
+    bool Do(std::string_view name, const TAction &action);
     /// The edit under way was taken; called by whoever listens to the model.
-    void EditTaken(CJournal::TSteps steps);
+    void EditTaken(CJournal::TSteps &&steps);
 
     bool CanUndo() const;
     bool CanRedo() const;

@@ -119,7 +119,7 @@ protected:
     void ParRead() override;
 
 private:
-    void EditTaken(CJournal::TSteps steps) override { history_.EditTaken(std::move(steps)); }
+    void EditTaken(CJournal::TSteps &&steps) override { history_.EditTaken(std::move(steps)); }
     void ModelCleared() override { history_.End(); }
     void RowsChanged(std::uint32_t table, std::uint32_t row, bool inserted) override {
         sheet_.NoteRows(table, row, inserted);
