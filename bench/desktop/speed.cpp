@@ -82,7 +82,7 @@ void MeasureText() {
     }
     person.Press(Qt::Key_2, Qt::ControlModifier);
     std::string text;
-    while (text.size() < kTextMegabytes * 1000000U) {
+    while (text.size() < std::size_t{kTextMegabytes} * 1000000U) {
         text += "  Block  = HOLDING, 1000, 31, 31, UINT32, R, 60000\n";
     }
     QElapsedTimer timer;

@@ -25,10 +25,8 @@ public:
 
     bool Find(std::vector<TKind> &steps) {
         const int most = std::min(rows_ + columns_, kMostDifferences);
-        std::vector<int> reach(static_cast<std::size_t>(2 * most + 3), 0);
-        const auto at = [&reach, most](int diagonal) -> int & {
-            return reach[static_cast<std::size_t>(diagonal + most + 1)];
-        };
+        std::vector<int> reach(2 * static_cast<std::size_t>(most) + 3, 0);
+        const auto at = [&reach, most](int diagonal) -> int & { return reach[IndexOf(diagonal, most)]; };
         for (int differences = 0; differences <= most; ++differences) {
             trace_.push_back(reach);
             for (int diagonal = -differences; diagonal <= differences; diagonal += 2) {
@@ -49,6 +47,12 @@ public:
     }
 
 private:
+    /// Diagonals count from one below the lowest that is reached.
+    static std::size_t IndexOf(int diagonal, int most) {
+        const int index = diagonal + most + 1;
+        return static_cast<std::size_t>(index);
+    }
+
     bool Equal(int row, int column) const { return before_[head_ + row] == after_[head_ + column]; }
 
     static bool ComesFromAbove(int left, int right, int diagonal, int differences) {
@@ -60,9 +64,7 @@ private:
         int column = columns_;
         for (; differences >= 0; --differences) {
             const std::vector<int> &reach = trace_[static_cast<std::size_t>(differences)];
-            const auto at = [&reach, most](int diagonal) {
-                return reach[static_cast<std::size_t>(diagonal + most + 1)];
-            };
+            const auto at = [&reach, most](int diagonal) { return reach[IndexOf(diagonal, most)]; };
             const int diagonal = row - column;
             const bool above = ComesFromAbove(at(diagonal - 1), at(diagonal + 1), diagonal, differences);
             const int former = above ? diagonal + 1 : diagonal - 1;

@@ -29,8 +29,12 @@ Qt::ItemFlags CSheetModel::flags(const QModelIndex &index) const {
     if (place.table == 0) {
         return Qt::NoItemFlags;
     }
-    if (place.IsHeading() || place.column > sheet_.Columns(place.table).size()) {
+    if (place.IsHeading()) {
         return Qt::ItemNeverHasChildren;
+    }
+    if (place.column > sheet_.Columns(place.table).size()) {
+        // Nothing is there, but the way along a column leads through it: whoever comes here means the row's last cell.
+        return Qt::ItemIsEnabled;
     }
     Qt::ItemFlags flags = Qt::ItemIsEnabled | Qt::ItemIsSelectable;
     if (sheet_.CanEdit(place.table, place.row, place.column)) {

@@ -50,8 +50,9 @@ void CSheetPeer::Select(const QModelIndex &index) {
     if (syncing_ || place.IsHeading()) {
         return;
     }
+    const auto columns = static_cast<std::uint32_t>(view_.Columns(place.table).size());
     view_.UserMouse();
-    view_.UserSelect(place.table, place.row, place.column);
+    view_.UserSelect(place.table, place.row, std::min(place.column, columns));
     ShowSelection();
 }
 

@@ -24,7 +24,7 @@ class CTextHighlighter {
 public:
     /// Takes over the words and the colours of a view.
     void Read(const CTextView &view);
-    QList<QTextLayout::FormatRange> Formats(const QString &line, const QPalette &palette) const;
+    QList<QTextLayout::FormatRange> Formats(const QString &text, const QPalette &palette) const;
 
 private:
     std::unordered_map<QString, QColor> words_;  ///< an invalid colour for those without one of their own

@@ -54,7 +54,7 @@ QString CompareTable(CSheetView &sheet, const QTreeView &tree, std::uint32_t tab
         if (tree.isExpanded(item) != sheet.IsOpen(below)) {
             return QStringLiteral("%1, row %2: open or closed differs").arg(place).arg(row);
         }
-        const QString difference = sheet.IsOpen(below) ? CompareTable(sheet, tree, below, item) : QString();
+        QString difference = sheet.IsOpen(below) ? CompareTable(sheet, tree, below, item) : QString();
         if (!difference.isEmpty()) {
             return difference;
         }

@@ -137,6 +137,9 @@ void CPerson::Settle() {
 }
 
 QWidget *CPerson::Focus() const {
+    if (QWidget *popup = QApplication::activePopupWidget()) {
+        return popup->focusWidget() != nullptr ? popup->focusWidget() : popup;
+    }
     QWidget *focus = QApplication::focusWidget();
     return focus != nullptr ? focus : &Main();
 }

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <QAbstractButton>
+#include <QApplication>
 #include <QDir>
 #include <QFile>
 #include <QFrame>
@@ -108,6 +109,31 @@ TEST_F(CSessionDesk, SavingWritesTheFilesAndLeavesNoCopy) {
     QTest::qWait(1300);
     person.Settle();
     EXPECT_TRUE(Copies().isEmpty());
+}
+
+/// Without the mouse from the opening to the end.
+TEST_F(CSessionDesk, TheKeyboardIsEnough) {
+    ToSheet();
+    person.Press(Qt::Key_F, Qt::ControlModifier);
+    person.Type(QStringLiteral("19200"));
+    person.Press(Qt::Key_Return);
+    person.Press(Qt::Key_Escape);
+    person.Press(Qt::Key_F2);
+    person.Press(Qt::Key_Down);
+    person.Press(Qt::Key_Return);
+    Check();
+    person.Press(Qt::Key_End);
+    person.Press(Qt::Key_Return);
+    QWidget *list = QApplication::activePopupWidget();
+    ASSERT_NE(list, nullptr);
+    person.Press(Qt::Key_End);
+    person.Press(Qt::Key_Return);
+    Check();
+    person.Press(Qt::Key_S, Qt::ControlModifier);
+    const QString saved = person.FileText(QStringLiteral("modbus.par"));
+    EXPECT_TRUE(saved.contains(QStringLiteral("38400"))) << saved.toStdString();
+    EXPECT_EQ(saved.count(QStringLiteral("[Station")), 3) << saved.toStdString();
+    EXPECT_TRUE(person.CloseAndRun());
 }
 
 TEST_F(CSessionDesk, CopiesOfAnEndedSessionAreOffered) {

@@ -148,6 +148,21 @@ TEST_F(CSheetDesk, SectionsAreAddedAndDeleted) {
     Check();
 }
 
+/// The rows' tables have different numbers of columns, which mustn't hold anybody up.
+TEST_F(CSheetDesk, ArrowsGoThroughAllRows) {
+    ASSERT_TRUE(person.ClickCell(person.Sheet(), QStringLiteral("Line"), 1));
+    const QAbstractItemModel &model = *person.Sheet().model();
+    const QModelIndex last = model.index(model.rowCount() - 1, 0);
+    int steps = 0;
+    while (person.Sheet().currentIndex() != last && ++steps < 200) {
+        const QModelIndex before = person.Sheet().currentIndex();
+        person.Press(Qt::Key_Down);
+        ASSERT_NE(person.Sheet().currentIndex(), before);
+    }
+    EXPECT_EQ(person.Sheet().currentIndex(), last);
+    Check();
+}
+
 TEST_F(CSheetDesk, FindGoesThroughTheTree) {
     person.Sheet().collapseAll();
     person.Press(Qt::Key_F, Qt::ControlModifier);
