@@ -57,8 +57,9 @@ void CSearchResult::AddItem(const TFoundItem &found) {
     if ((found.flags & kExclusiveFlag) != 0) {
         attributes |= kTreeItemExclusive;
     }
-    // The driver can't ask for a plain item, nor put others below it.
-    pane.AddItem(parent, found.name, attributes, found.flags == 0 ? std::nullopt : std::optional(found.key));
+    // The driver can't ask for a plain item, nor for one whose key another item had before; nor put others below it.
+    const bool can_be_asked_for = found.flags != 0 && pane.FindItem(found.key) == nullptr;
+    pane.AddItem(parent, found.name, attributes, can_be_asked_for ? std::optional(found.key) : std::nullopt);
 }
 
 void CSearchResult::Confirm() {
