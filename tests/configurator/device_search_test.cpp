@@ -19,7 +19,7 @@ using kq_pdt::CSearchProgress;
 using kq_pdt::CSearchResult;
 using kq_pdt::TSearchEntries;
 
-constexpr std::uint32_t cmCancelSearch = 0x4B2;
+constexpr std::uint32_t kCancelSearch = 0x4B2;
 
 /// What the driver does when it is called; its entries carry no context.
 struct TDriver {
@@ -208,7 +208,7 @@ TEST(DeviceSearch, CancelOnlyAsksTheDriverToComeBack) {
         std::uint32_t command;
         bool found;
     };
-    for (const TRow row : {TRow{cmCancelSearch, true}, TRow{cmCancelSearch, false}, TRow{kCloseRequest, true}}) {
+    for (const TRow row : {TRow{kCancelSearch, true}, TRow{kCancelSearch, false}, TRow{kCloseRequest, true}}) {
         std::atomic<bool> deaf = true;
         driver.load = [&](KQAddItemEntry *add_item, KQProgressEntry *progress, void *cancel) {
             EXPECT_EQ(kq_os::WaitForSingleObject(cancel, 20000), kq_os::kWaitObject0);

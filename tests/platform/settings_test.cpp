@@ -52,7 +52,7 @@ void ExpectValuesOfEachKind() {
                                       {"\\driver config tool", true},
                                       {kPath, true},
                                       {"\\driver config", false},
-                                      {"\\driver config tool\\Sheet\\x", false},
+                                      {R"(\driver config tool\Sheet\x)", false},
                                       {"driver config tool", false}}) {
         EXPECT_EQ(settings.Open(path), known) << path;
     }
@@ -125,6 +125,7 @@ TEST(FileSettings, ADamagedFileReadsAsEmpty) {
 TEST(FileSettings, WritersKeepEachOthersValues) {
     const CTemporaryDirectory directory;
     std::vector<std::thread> threads;
+    threads.reserve(4);
     for (int writer = 0; writer < 4; ++writer) {
         threads.emplace_back([writer] {
             CFileSettings settings("s");
