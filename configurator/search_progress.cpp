@@ -22,14 +22,14 @@ constexpr std::int32_t kMargins = 30;
 constexpr std::int32_t kButtonToMiddle = 45;
 
 /// What the worker posts and what the button does.
-constexpr std::uint32_t cmFound = 0x4B0;
-constexpr std::uint32_t cmNothingFound = CSearchProgress::kNothingFound;
-constexpr std::uint32_t cmCancelSearch = 0x4B2;
+constexpr std::uint32_t kFound = 0x4B0;
+constexpr std::uint32_t kNothing = CSearchProgress::kNothingFound;
+constexpr std::uint32_t kCancelSearch = 0x4B2;
 
 }  // namespace
 
 CSearchProgress::CSearchProgress(const CWindow &owner, const TSearchEntries &driver, std::string_view path)
-    : driver_(driver), path_(path), button_(texts::kCancel, cmCancelSearch) {
+    : driver_(driver), path_(path), button_(texts::kCancel, kCancelSearch) {
     Init(CentredOver(owner, kWidth, kDepth), kStyle, texts::kSearchDevices, nullptr, nullptr);
     for (CStaticText &line : lines_) {
         Register(line);
@@ -55,7 +55,7 @@ bool CSearchProgress::Start() {
 std::uint32_t CSearchProgress::Work(void *parameter) {
     auto &progress = *static_cast<CSearchProgress *>(parameter);
     const bool found = progress.Search();
-    MakeEvent(progress, ecCommand, found ? cmFound : cmNothingFound);
+    MakeEvent(progress, ecCommand, found ? kFound : kNothing);
     return 0;
 }
 
@@ -110,15 +110,15 @@ void CSearchProgress::Cancel() {
 void CSearchProgress::ReceiveEvent(TEvent &event) {
     if (event.Is(ecCommand | ecNotice)) {
         switch (event.code) {
-            case cmFound:
-            case cmNothingFound:
+            case kFound:
+            case kNothing:
                 ended_ = true;
-                nothing_found_ = event.code == cmNothingFound;
+                nothing_found_ = event.code == kNothing;
                 StopEvent(event);
                 MakeEvent(*this, ecCommand, kCloseLoop);
                 break;
             case kCloseRequest:
-            case cmCancelSearch:
+            case kCancelSearch:
                 Cancel();
                 break;
             default:

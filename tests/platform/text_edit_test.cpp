@@ -129,7 +129,9 @@ private:
             if (notice.change == TViewChange::kContent) {
                 mirror_.text = now;
             } else if (notice.change == TViewChange::kText) {
-                mirror_.text.replace(notice.first, notice.removed, now.substr(notice.first, notice.inserted));
+                const auto first = static_cast<std::size_t>(notice.first);
+                mirror_.text.replace(first, static_cast<std::size_t>(notice.removed),
+                                     now.substr(first, static_cast<std::size_t>(notice.inserted)));
             }
         }
         void AreaInvalidated(CView & /*view*/, const TRect & /*area*/) override {}
