@@ -321,7 +321,7 @@ TEST(TextEdit, TheHistoryStaysBelowItsBound) {
     EXPECT_FALSE(view.UserUndo());
     EXPECT_FALSE(view.IsSaved()) << "the saved text can't be reached any more";
     view.SetText({});
-    for (int edit = 0; edit < 20000; ++edit) {
+    for (int edit = 0; edit < 40000; ++edit) {
         view.UserReplaceAt(0, 0, "x");
     }
     int steps = 0;
@@ -329,7 +329,7 @@ TEST(TextEdit, TheHistoryStaysBelowItsBound) {
         ++steps;
     }
     EXPECT_GT(steps, 10000);
-    EXPECT_LT(steps, 20000);
+    EXPECT_LT(steps, 40000);
 }
 
 TEST(TextEdit, ToolBoxWithUndoAndRedo) {
