@@ -7,7 +7,7 @@
 #include "scanner/plain_text.h"
 #include "scanner/text_cutter.h"
 
-// Reads key lines. Plain lines are measured in blocks, odd ones cut token by token.
+// Reads key lines. Regular lines are measured in blocks, odd ones cut token by token.
 //
 // A header after a comment ends the keys of no section: the lines that follow it belong to both. Were each
 // section read by itself, a text of such headers would cost its length squared; so sections that are joined in this
@@ -36,7 +36,7 @@ public:
         bool more = true;
         while (more) {
             EnterSection();
-            more = IsOdd() ? ReadOddLine() : ReadPlainLine();
+            more = IsOdd() ? ReadOddLine() : ReadRegularLine();
         }
         list->keys.assign(keys_.begin(), keys_.end());
         list->end = position_;
@@ -72,10 +72,10 @@ private:
 
     // Each way of reading a line gives false if the keys end in it, and moves the position past what it has read.
 
-    bool ReadPlainLine() {
+    bool ReadRegularLine() {
         const char *begin = Begin();
         const TLine line = MeasureLine(begin);
-        if (line.equal != nullptr && line.equal != begin && GoesWithEqual(line.equal[-1])) {
+        if (line.comment || (line.equal != nullptr && line.equal != begin && GoesWithEqual(line.equal[-1]))) {
             return ReadTokens();
         }
         const char *first = *begin == ' ' ? SkipBlanks(begin) : begin;
@@ -89,8 +89,10 @@ private:
         if (last > first) {
             CKey &key = AddKey(PlainText(first, last));
             const std::ptrdiff_t equal = line.equal != nullptr ? line.equal - first : 0;
-            key.plain = equal <= std::numeric_limits<std::uint16_t>::max();
-            key.equal = static_cast<std::uint16_t>(equal);
+            if (equal <= std::numeric_limits<std::uint16_t>::max()) {
+                key.kind = line.marked ? TLineKind::kMarked : TLineKind::kPlain;
+                key.equal = static_cast<std::uint16_t>(equal);
+            }
         }
         position_ = {text_.OffsetOf(line.line_feed) + 1, position_.line + 1, 1};
         return true;
@@ -102,12 +104,12 @@ private:
         if (*first != '[' || tape_.CarriesOver()) {
             return ReadTokens();
         }
-        const TLine line = MeasureLine(Begin());
-        if (line.equal != nullptr || line.line_feed >= text_.End() ||
-            FindConspicuous(first + 1, line.line_feed) != line.line_feed) {
+        const std::string_view rest(first, text_.End());
+        const std::string_view line = rest.substr(0, rest.find('\n'));
+        if (line.size() == rest.size() || line.find('=') != std::string_view::npos || !IsPlain(first, line.end())) {
             return ReadTokens();
         }
-        position_ = {text_.OffsetOf(line.line_feed) + 1, position_.line + 1, 1};
+        position_ = {text_.OffsetOf(line.end()) + 1, position_.line + 1, 1};
         return false;
     }
 

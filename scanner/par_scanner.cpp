@@ -12,9 +12,9 @@
 #include "scanner/text_cutter.h"
 
 // Every text has two ways out of the tape. In general it is cut token by token (scanner/text_cutter.h), which is what
-// the result always is. In a plain line, and those are nearly all, the same result is found by looking for blanks,
-// commas and the line end only. Both ways leave the tape at the same position, so they may alternate from call to
-// call.
+// the result always is. In a regular line, and those are nearly all, the same result is found by looking for blanks,
+// commas, strings and the line end only. Both ways leave the tape at the same position, so they may alternate from call
+// to call.
 
 namespace par_scanner {
 
@@ -45,12 +45,15 @@ void CopyName(std::string_view name, std::uint32_t high, char *target) {
 
 }  // namespace
 
-[[gnu::always_inline]] inline std::string_view CParScanner::CutPlainValue() {
+[[gnu::always_inline]] inline std::string_view CParScanner::CutValue() {
     const TPosition begin = tape_.GetPosition();
-    const detail::TPlainValue value = text_->values.Cut(text_->text.get(), begin.index);
+    detail::TPlainValue value;
+    if (in_line_ == TLineKind::kOdd || tape_.CarriesOver() ||
+        !text_->values.Cut(text_->text.get(), begin.index, in_line_ == TLineKind::kMarked, value)) {
+        return CutValueByTokens();
+    }
     separator_ = value.separator;
     last_value_ = value.separator == kLineEnd;
-    in_plain_line_ = true;
     if (last_value_) {
         tape_.SetPosition({value.next, begin.line + 1, 1});
     } else {
@@ -65,7 +68,7 @@ void CParScanner::Done() {
     text_ = std::make_shared<TScannedText>();
     section_ = nullptr;
     tape_.InitBuffer(nullptr, 0);
-    in_plain_line_ = false;
+    in_line_ = TLineKind::kOdd;
 }
 
 std::uint32_t CParScanner::GetDataSize() { return 0; }
@@ -85,7 +88,7 @@ bool CParScanner::Init(std::uint32_t source) {
     std::memset(text->text.get() + size, '\n', detail::kMargin);
     text_ = std::move(text);
     tape_.InitBuffer(text_->text.get(), size);
-    in_plain_line_ = false;
+    in_line_ = TLineKind::kOdd;
     detail::ScanSections(*text_, tape_);
     // The section that was found last is current; a caller begins with FirstSection anyway.
     section_ = text_->sections.empty() ? nullptr : &text_->sections.back();
@@ -139,7 +142,7 @@ std::string_view CParScanner::SectionName() const {
 void CParScanner::LoadSectionData(CSection *section) {
     if (section != nullptr && !section->loaded) {
         section->loaded = true;
-        in_plain_line_ = false;
+        in_line_ = TLineKind::kOdd;
         detail::LoadKeys(*text_, tape_, *section);
     }
 }
@@ -152,7 +155,7 @@ void CParScanner::SetActSectionHandle(std::uint32_t handle) {
     section_ = handle < text_->sections.size() ? &text_->sections[handle] : nullptr;
     if (section_ != nullptr) {
         tape_.SetPosition(section_->position);
-        in_plain_line_ = false;
+        in_line_ = TLineKind::kOdd;
     }
 }
 
@@ -208,24 +211,30 @@ bool CParScanner::GetKeyPars(std::uint32_t /*high*/, char *text) {
 }
 
 bool CParScanner::KeyPars(std::string_view &text) {
-    in_plain_line_ = false;
+    in_line_ = TLineKind::kOdd;
     text = {};
     const CKey *key = CurrentKey();
     if (key == nullptr || !GoPastEqual(*key)) {
         return false;
     }
-    if (!IsPlain(*key)) {
+    const char *begin = text_->text.get() + tape_.GetPosition().index;
+    const TLineKind kind = KindOf(*key);
+    detail::TPlainRest rest{};
+    if (kind != TLineKind::kOdd) {
+        rest = detail::CutPlainRest(begin, text_->End());
+    }
+    if (kind == TLineKind::kOdd ||
+        (kind == TLineKind::kMarked && std::string_view(begin, rest.next).find("(*") != std::string_view::npos)) {
         text = detail::CutText(tape_, text_->View(), KindSet(kLineEnd)).text;
         return true;
     }
-    const detail::TPlainRest rest = detail::CutPlainRest(text_->text.get() + tape_.GetPosition().index, text_->End());
     GoToLine(rest.next);
     text = rest.text;
     return true;
 }
 
 bool CParScanner::GoPastEqual(const CKey &key) {
-    if (!IsPlain(key)) {
+    if (KindOf(key) == TLineKind::kOdd) {
         tape_.SetPosition(key.Position());
         return detail::FindKind(tape_, kEqual, kLineEnd);
     }
@@ -251,12 +260,13 @@ bool CParScanner::GetFirstPar(std::uint32_t /*high*/, char *value) {
 }
 
 bool CParScanner::FirstValue(std::string_view &value) {
-    in_plain_line_ = false;
+    in_line_ = TLineKind::kOdd;
     const CKey *key = CurrentKey();
     if (key == nullptr || !GoPastEqual(*key)) {
         return false;
     }
-    value = IsPlain(*key) ? CutPlainValue() : CutValue();
+    in_line_ = KindOf(*key);
+    value = CutValue();
     return true;
 }
 
@@ -274,15 +284,14 @@ bool CParScanner::NextValue(std::string_view &value, std::uint32_t &separator) {
         return false;
     }
     separator = separator_;
-    value = in_plain_line_ ? CutPlainValue() : CutValue();
+    value = CutValue();
     return true;
 }
 
-std::string_view CParScanner::CutValue() {
+std::string_view CParScanner::CutValueByTokens() {
     detail::SkipKinds(tape_, KindSet(kBlank));
     const detail::TCut value =
         detail::CutText(tape_, text_->View(), KindSet(kComma) | KindSet(kLineEnd) | KindSet(kBlank));
-    in_plain_line_ = false;
     separator_ = value.stop;
     last_value_ = value.stop == kLineEnd;
     if (value.stop == kBlank && (detail::SkipKinds(tape_, KindSet(kBlank) | KindSet(kComma)) & KindSet(kComma)) != 0) {
@@ -292,18 +301,18 @@ std::string_view CParScanner::CutValue() {
 }
 
 bool CParScanner::ReadToken(std::uint32_t &error, TToken &token, bool peek) {
-    in_plain_line_ = false;
+    in_line_ = TLineKind::kOdd;
     return tape_.ReadToken(error, token, peek);
 }
 
 bool CParScanner::TapeFind(std::uint32_t kind1, std::uint32_t kind2) {
-    in_plain_line_ = false;
+    in_line_ = TLineKind::kOdd;
     return detail::FindKind(tape_, kind1, kind2);
 }
 
 bool CParScanner::AppendStrUntilToken(std::uint32_t /*high*/, char *text, std::uint32_t stop1, std::uint32_t stop2,
                                       std::uint32_t good, bool &end) {
-    in_plain_line_ = false;
+    in_line_ = TLineKind::kOdd;
     const detail::TCut cut = detail::CutText(tape_, text_->View(), KindSet(stop1) | KindSet(stop2));
     CopyOut(cut.text, text);
     end = cut.end;
@@ -311,7 +320,7 @@ bool CParScanner::AppendStrUntilToken(std::uint32_t /*high*/, char *text, std::u
 }
 
 std::uint32_t CParScanner::AppendStrUntilTokenEx(std::uint32_t /*high*/, char *text, std::uint64_t stops, bool &end) {
-    in_plain_line_ = false;
+    in_line_ = TLineKind::kOdd;
     const detail::TCut cut = detail::CutText(tape_, text_->View(), stops);
     CopyOut(cut.text, text);
     end = cut.end;

@@ -15,7 +15,7 @@ struct TScannedText {
     std::unique_ptr<char[]> text;  ///< followed by detail::kMargin line feeds
     std::uint32_t size = 0;
     std::vector<CSection> sections;        ///< in the order of the text
-    std::vector<std::uint32_t> odd_lines;  ///< offsets of the lines that aren't plain or hold a header
+    std::vector<std::uint32_t> odd_lines;  ///< offsets of the lines that are odd or headers
     detail::CPlainValues values;
     std::vector<CKey> keys_read;  ///< room to read keys into, kept from list to list
 
