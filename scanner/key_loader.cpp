@@ -11,7 +11,7 @@
 //
 // A header after a comment ends the keys of no section: the lines that follow it belong to both. Were each
 // section read by itself, a text of such headers would cost its length squared; so sections that are joined in this
-// way are read in one go and share the list.
+// way are read in one go and share their keys.
 
 namespace par_scanner::detail {
 
@@ -22,26 +22,32 @@ bool GoesWithEqual(char character) { return character == ':' || character == '<'
 class CKeyLoader {
 public:
     CKeyLoader(TScannedText &text, CTapeReader &tape, std::size_t first_section)
-        : text_(text), tape_(tape), section_(first_section), keys_(text.keys_read) {
-        position_ = text.sections[first_section].position;
-        odd_ = std::lower_bound(text.odd_lines.begin(), text.odd_lines.end(), position_.index);
-        next_odd_ = odd_ != text.odd_lines.end() ? *odd_ : kNever;
+        : text_(text), tape_(tape), section_(first_section), keys_(text.room) {
+        const CSection &first = text.sections[first_section];
+        position_ = first.position;
         next_section_ = position_.index;
+        odd_ = text.odd_lines.begin() + first.odd_line;
+        next_odd_ = odd_ != text.odd_lines.end() ? *odd_ : kNever;
     }
 
     void Run() {
-        std::size_t first = section_;
-        auto list = std::make_shared<TKeyList>();
+        const std::size_t first = section_;
         keys_.clear();
         bool more = true;
         while (more) {
             EnterSection();
             more = IsOdd() ? ReadOddLine() : ReadRegularLine();
         }
-        list->keys.assign(keys_.begin(), keys_.end());
-        list->end = position_;
-        for (; first != section_; ++first) {
-            text_.sections[first].list = list;
+        const CKey *kept = text_.keys.Keep(keys_);
+        for (std::size_t at = first; at != section_; ++at) {
+            CSection &section = text_.sections[at];
+            if (section.read) {
+                continue;
+            }
+            section.keys = kept + section.keys_read;
+            section.keys_read = static_cast<std::uint32_t>(keys_.size()) - section.keys_read;
+            section.end = position_;
+            section.read = true;
         }
         if (keys_.size() > kKeptRoom) {
             keys_ = {};
@@ -54,10 +60,11 @@ private:
 
     const char *Begin() const { return text_.text.get() + position_.index; }
 
-    /// At the start of a line: notes if a section begins here.
+    /// At the start of a line: notes if a section begins here, and how many keys of the list precede its own.
     void EnterSection() {
         if (position_.index == next_section_) {
-            text_.sections[section_++].first_key = static_cast<std::uint32_t>(keys_.size());
+            CSection &section = text_.sections[section_++];
+            section.keys_read = section.read ? section.keys_read : static_cast<std::uint32_t>(keys_.size());
             next_section_ = section_ < text_.sections.size() ? text_.sections[section_].position.index : kNever;
         }
     }
@@ -151,18 +158,18 @@ private:
 void LoadKeys(TScannedText &text, CTapeReader &tape, CSection &section) {
     const auto asked = static_cast<std::size_t>(&section - text.sections.data());
     std::size_t first = asked;
-    while (text.sections[first].joined && text.sections[first].list == nullptr) {
+    while (text.sections[first].joined && !text.sections[first].read) {
         --first;
     }
-    if (text.sections[first].list == nullptr) {
+    if (!text.sections[first].read) {
         CKeyLoader(text, tape, first).Run();
     }
-    if (section.list == nullptr) {  // only a tape at which no reading succeeds any more ends before it
+    if (!section.read) {  // only a tape at which no reading succeeds any more ends before it
         CKeyLoader(text, tape, asked).Run();
     }
-    section.key_count = static_cast<std::uint32_t>(section.list->keys.size()) - section.first_key;
+    section.key_count = section.keys_read;
     section.current_key = section.key_count != 0 ? section.key_count - 1 : 0;  // on the key that was read last
-    tape.SetPosition(section.list->end);
+    tape.SetPosition(section.end);
 }
 
 }  // namespace par_scanner::detail

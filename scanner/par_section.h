@@ -1,8 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <memory>
-#include <vector>
 
 #include "scanner/tape_reader.h"
 
@@ -29,27 +27,24 @@ struct CKey {
 };
 static_assert(sizeof(CKey) == 16);
 
-/// The keys of a section, or of several whose lists overlap.
-struct TKeyList {
-    std::vector<CKey> keys;
-    TPosition end;  ///< where reading them left the tape
-};
-
-/// A section. Its keys are those of a list from first_key on: a header after a comment is a key line too, so the
-/// section before it goes on beyond it, and the two have one list.
+/// A section. A header after a comment is a key line too, so the section before it goes on beyond it: the keys of such
+/// joined sections are read together, and those of the later one are the last ones of the earlier one.
 struct CSection {
-    std::shared_ptr<const TKeyList> list;  ///< may be there before the section is loaded
-    std::uint32_t first_key = 0;
-    std::uint32_t key_count = 0;    ///< 0 until the section is loaded
-    std::uint32_t current_key = 0;  ///< the cursor, counted from first_key; key_count if no key is current
+    const CKey *keys = nullptr;     ///< the first one; the keys may be read before the section is loaded
+    std::uint32_t keys_read = 0;    ///< how many are there
+    std::uint32_t key_count = 0;    ///< keys_read, but 0 until the section is loaded
+    std::uint32_t current_key = 0;  ///< the cursor; key_count if no key is current
     TPosition position;             ///< the start of the line after the header
+    TPosition end;                  ///< where reading the keys left the tape
     std::uint32_t line = 0;         ///< the line of the header, from 1
     std::uint32_t name = 0;         ///< offset of the text between the brackets
+    std::uint32_t odd_line = 0;     ///< index of the first odd line after the header's
     std::uint8_t name_length = 0;   ///< at most 255
-    bool loaded = false;            ///< the keys have been read
+    bool read = false;              ///< the keys have been read
+    bool loaded = false;            ///< and belong to the section
     bool joined = false;            ///< the keys of the section before go on through this one
 
-    const CKey *CurrentKey() const { return current_key < key_count ? &list->keys[first_key + current_key] : nullptr; }
+    const CKey *CurrentKey() const { return current_key < key_count ? keys + current_key : nullptr; }
 };
 
 }  // namespace par_scanner

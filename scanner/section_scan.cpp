@@ -110,6 +110,7 @@ private:
         section.line = line;
         section.name = text_.OffsetOf(name.data());
         section.name_length = static_cast<std::uint8_t>(name.size());
+        section.odd_line = static_cast<std::uint32_t>(text_.odd_lines.size());
         section.joined = keys_open_ && !ends_keys;
         keys_open_ = true;
         return section;
