@@ -156,8 +156,7 @@ private:
 }  // namespace
 
 void LoadKeys(TScannedText &text, CTapeReader &tape, CSection &section) {
-    const auto asked = static_cast<std::size_t>(&section - text.sections.data());
-    std::size_t first = asked;
+    std::size_t first = section.index;
     while (text.sections[first].joined && !text.sections[first].read) {
         --first;
     }
@@ -165,10 +164,10 @@ void LoadKeys(TScannedText &text, CTapeReader &tape, CSection &section) {
         CKeyLoader(text, tape, first).Run();
     }
     if (!section.read) {  // only a tape at which no reading succeeds any more ends before it
-        CKeyLoader(text, tape, asked).Run();
+        CKeyLoader(text, tape, section.index).Run();
     }
-    section.key_count = section.keys_read;
-    section.current_key = section.key_count != 0 ? section.key_count - 1 : 0;  // on the key that was read last
+    section.loaded = true;
+    section.current_key = section.keys_read != 0 ? section.keys_read - 1 : 0;  // on the key that was read last
     tape.SetPosition(section.end);
 }
 

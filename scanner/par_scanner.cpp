@@ -95,8 +95,6 @@ bool CParScanner::Init(std::uint32_t source) {
     return true;
 }
 
-CSection *CParScanner::SectionsEnd() const { return text_->sections.data() + text_->sections.size(); }
-
 bool CParScanner::GetFirstSection(std::uint32_t high, char *name) {
     const bool found = FirstSection();
     if (found) {
@@ -115,22 +113,22 @@ bool CParScanner::GetNextSection(std::uint32_t high, char *name) {
 
 bool CParScanner::FirstSection() {
     section_handle_ = 0;
-    return Enter(text_->sections.data());
+    return Enter(0);
 }
 
 bool CParScanner::NextSection() {
     ++section_handle_;
-    return Enter(section_ != nullptr ? section_ + 1 : SectionsEnd());
+    return Enter(section_ != nullptr ? section_->index + 1 : text_->sections.size());
 }
 
-bool CParScanner::Enter(CSection *section) {
-    if (section == SectionsEnd()) {
+bool CParScanner::Enter(std::size_t index) {
+    if (index >= text_->sections.size()) {
         section_ = nullptr;
         section_handle_ = kNoSection;
         return false;
     }
-    section_ = section;
-    LoadSectionData(section);
+    section_ = &text_->sections[index];
+    LoadSectionData(section_);
     return true;
 }
 
@@ -141,7 +139,6 @@ std::string_view CParScanner::SectionName() const {
 
 void CParScanner::LoadSectionData(CSection *section) {
     if (section != nullptr && !section->loaded) {
-        section->loaded = true;
         in_line_ = TLineKind::kOdd;
         detail::LoadKeys(*text_, tape_, *section);
     }
@@ -178,7 +175,7 @@ bool CParScanner::GetNextKey(std::uint32_t high, char *name) {
 }
 
 bool CParScanner::FirstKey() {
-    if (section_ == nullptr || section_->key_count == 0) {
+    if (section_ == nullptr || section_->KeyCount() == 0) {
         return false;
     }
     section_->current_key = 0;
@@ -190,7 +187,7 @@ bool CParScanner::NextKey() {
         return false;
     }
     ++section_->current_key;
-    return section_->current_key != section_->key_count;
+    return section_->current_key != section_->KeyCount();
 }
 
 std::string_view CParScanner::KeyName() const {

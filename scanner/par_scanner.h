@@ -112,8 +112,7 @@ public:
     void PopPosition() {}
 
 private:
-    bool Enter(CSection *section);
-    CSection *SectionsEnd() const;
+    bool Enter(std::size_t index);
     const CKey *CurrentKey() const { return section_ != nullptr ? section_->CurrentKey() : nullptr; }
     /// How the key's line can be read now: token by token while the tape carries something over.
     TLineKind KindOf(const CKey &key) const { return tape_.CarriesOver() ? TLineKind::kOdd : key.kind; }

@@ -32,19 +32,20 @@ static_assert(sizeof(CKey) == 16);
 struct CSection {
     const CKey *keys = nullptr;     ///< the first one; the keys may be read before the section is loaded
     std::uint32_t keys_read = 0;    ///< how many are there
-    std::uint32_t key_count = 0;    ///< keys_read, but 0 until the section is loaded
-    std::uint32_t current_key = 0;  ///< the cursor; key_count if no key is current
+    std::uint32_t current_key = 0;  ///< the cursor; KeyCount() if no key is current
     TPosition position;             ///< the start of the line after the header
     TPosition end;                  ///< where reading the keys left the tape
+    std::uint32_t index = 0;        ///< of the section, from 0
     std::uint32_t line = 0;         ///< the line of the header, from 1
     std::uint32_t name = 0;         ///< offset of the text between the brackets
     std::uint32_t odd_line = 0;     ///< index of the first odd line after the header's
     std::uint8_t name_length = 0;   ///< at most 255
     bool read = false;              ///< the keys have been read
-    bool loaded = false;            ///< and belong to the section
+    bool loaded = false;            ///< and the section has them
     bool joined = false;            ///< the keys of the section before go on through this one
 
-    const CKey *CurrentKey() const { return current_key < key_count ? keys + current_key : nullptr; }
+    std::uint32_t KeyCount() const { return loaded ? keys_read : 0; }
+    const CKey *CurrentKey() const { return current_key < KeyCount() ? keys + current_key : nullptr; }
 };
 
 }  // namespace par_scanner

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <deque>
 #include <memory>
 #include <string_view>
 #include <vector>
@@ -41,7 +42,7 @@ private:
 struct TScannedText {
     std::unique_ptr<char[]> text;  ///< followed by detail::kMargin line feeds
     std::uint32_t size = 0;
-    std::vector<CSection> sections;        ///< in the order of the text
+    std::deque<CSection> sections;         ///< in the order of the text
     std::vector<std::uint32_t> odd_lines;  ///< offsets of the lines that are odd or headers
     detail::CPlainValues values;
     CKeyStore keys;

@@ -106,7 +106,9 @@ private:
     }
 
     CSection &AddSection(std::string_view name, std::uint32_t line, bool ends_keys) {
+        const std::size_t index = text_.sections.size();
         CSection &section = text_.sections.emplace_back();
+        section.index = static_cast<std::uint32_t>(index);
         section.line = line;
         section.name = text_.OffsetOf(name.data());
         section.name_length = static_cast<std::uint8_t>(name.size());

@@ -233,7 +233,7 @@ TEST(ParScanner, JoinedSectionsShareTheirKeys) {
             scanner.SetActSectionHandle(backwards ? kCount - 1 - at : at);
             scanner.LoadSectionData(scanner.ActSection());
             const CSection &section = *scanner.ActSection();
-            keys.insert({section.keys, section.keys + section.key_count - 1});
+            keys.insert({section.keys, section.keys + section.KeyCount() - 1});
         }
         EXPECT_EQ(scanner.GetActSectionHandle(), backwards ? 0 : kCount - 1);
         EXPECT_EQ(keys.size(), kCount) << backwards;
