@@ -29,24 +29,33 @@ constexpr std::string_view kPieces =
     "\n  plain = 10, 20 30 ,40\n|                                                                      |"
     "a_word_that_is_longer_than_any_block_of_bytes_that_are_looked_at_in_one_go";
 
+/// Mostly regular lines, so that the ways through plain, marked and odd lines alternate.
+constexpr std::string_view kLines =
+    "\r\nkey = 1, 2, abc\r\n|\nk=a b,c\n|[section]\r\n|   x = 1.5 , \n|\n'k=' = |name| , | |=|'q, q'|'it''s'| '(*' |(* "
+    "c *)|"
+    "(*(*'*)=*)| (x) |1E5|I2E| 0x1E,|1..5|7.|!|\t|\"|\n(* c *) key = 2\n|\n  [s2] 'a'\n|\n(**)[s3]\n|\n|\r\n";
+
 TEST(ParScannerAgainstReference, LongTexts) {
     CNastyTexts texts(kPieces, 7);
+    CNastyTexts lines(kLines, 8);
+    // What ends a text now and then, and tokens that are longer than a token may be or a look goes.
+    const std::string word(350, '7');
+    const std::string long_ones = word + "|x" + word + "|'" + word + "'";
+    CNastyTexts ends(std::string(kLines).append("|'|(*|2E|\r|[|[x\n|").append(1, '\0').append("|" + long_ones), 9);
     for (int round = 0; round < 4000; ++round) {
         CheckAfterHeader(texts.Make(texts.Number(80)));
-    }
-    // Mostly plain lines, so that the ways through plain and odd lines alternate.
-    CNastyTexts plain(
-        "\r\nkey = 1, 2, abc\r\n|\nk=a b,c\n|[section]\r\n|   x = 1.5 , \n|name| , |'q, q'|(* c *)|\n[s2]\n", 8);
-    for (int round = 0; round < 2000; ++round) {
-        CheckAgainstReference(plain.Make(plain.Number(60)));
+        CheckAgainstReference(lines.Make(lines.Number(60)));
+        CheckAfterHeader(ends.Make(ends.Number(60)));
     }
 }
 
 /// One operation after the other in any order, results side by side.
 TEST(ParScannerAgainstReference, OperationsInAnyOrder) {
     CNastyTexts texts(kPieces, 9);
+    CNastyTexts lines(kLines, 10);
     for (int round = 0; round < 4000; ++round) {
-        const std::string text = "[s]\nk=1,2\n" + texts.Make(texts.Number(60));
+        CNastyTexts &source = round % 2 == 0 ? texts : lines;
+        const std::string text = "[s]\nk=1,2\n" + source.Make(texts.Number(60));
         par_scanner::CTextParScanner scanner(text);
         CReferenceScanner reference(text);
         std::string history;
