@@ -33,7 +33,7 @@ constexpr std::string_view kPieces =
 constexpr std::string_view kLines =
     "\r\nkey = 1, 2, abc\r\n|\nk=a b,c\n|[section]\r\n|   x = 1.5 , \n|\n'k=' = |name| , | |=|'q, q'|'it''s'| '(*' |(* "
     "c *)|"
-    "(*(*'*)=*)| (x) |1E5|I2E| 0x1E,|1..5|7.|!|\t|\"|\n(* c *) key = 2\n|\n  [s2] 'a'\n|\n(**)[s3]\n|\n|\r\n";
+    "(*(*'*)=*)| (x) |1E5|I2E| 0x1E,|1..5| 1..|\n.=|7.|!|\t|\"|\n(* c *) key = 2\n|\n  [s2] 'a'\n|\n(**)[s3]\n|\n|\r\n";
 
 TEST(ParScannerAgainstReference, LongTexts) {
     CNastyTexts texts(kPieces, 7);
@@ -46,6 +46,16 @@ TEST(ParScannerAgainstReference, LongTexts) {
         CheckAfterHeader(texts.Make(texts.Number(80)));
         CheckAgainstReference(lines.Make(lines.Number(60)));
         CheckAfterHeader(ends.Make(ends.Number(60)));
+    }
+}
+
+TEST(ParScannerAgainstReference, TokensAsLongAsTokensMayBe) {
+    for (std::size_t length = 1020; length < 1028; ++length) {
+        for (const std::string text : {"7", "x", "'", "!"}) {
+            std::string line = "k = " + text + std::string(length, text == "'" ? 'q' : text[0]) + text;
+            CheckAfterHeader(line + ", 'a'\n" + line + "2E, 'b'\n");
+            CheckAfterHeader(line + "E5, ''\nm=1\n");
+        }
     }
 }
 
@@ -62,6 +72,7 @@ TEST(ParScannerAgainstReference, OperationsInAnyOrder) {
         for (int step = 0; step < 60; ++step) {
             const std::uint32_t operation = texts.Number(10);
             const std::uint32_t handle = texts.Number(6) - 1;  // also the one that is none
+            const std::uint32_t find = handle < 3 ? par_scanner::kComma : par_scanner::kDotDot;
             const auto perform = [&](auto &each) {
                 std::string_view value;
                 std::uint32_t separator = 0;
@@ -72,7 +83,7 @@ TEST(ParScannerAgainstReference, OperationsInAnyOrder) {
                                     : operation == 4 ? each.KeyPars(value)
                                     : operation == 5 ? each.FirstValue(value)
                                     : operation == 6 ? (each.SetActSectionHandle(handle), true)
-                                    : operation == 7 ? each.TapeFind(par_scanner::kComma, par_scanner::kLineEnd)
+                                    : operation == 7 ? each.TapeFind(find, par_scanner::kLineEnd)
                                                      : each.NextValue(value, separator);
                 return std::to_string(operation) + (result ? "+" : "-") + std::string(value) + "," +
                        std::to_string(separator) + "#" + std::to_string(each.GetActSectionHandle()) + "[" +
