@@ -44,7 +44,7 @@ TBeginning BeginningOf(const CItemSeq &name) {
 /// Could a line that begins with this name have, when it is read, a name of this beginning? A comment may hide the name.
 bool MayRead(std::string_view shown, const TBeginning &beginning) {
     shown.remove_prefix(std::min(shown.find_first_not_of(" \t"), shown.size()));
-    const auto same = [](char left, char right) { return kq_base::ToUpper(left) == right; };
+    const auto same = [](char upper, char any) { return upper == kq_base::ToUpper(any); };
     return shown.find("(*") != std::string_view::npos ||
            (shown.size() >= beginning.text.size() &&
             std::equal(beginning.text.begin(), beginning.text.end(), shown.begin(), same));
