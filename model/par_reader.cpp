@@ -91,19 +91,16 @@ bool CParReader::RunPass(const TPending &pending, TPending &retry) {
 CSectionDef *CParReader::MatchDefinition(std::string_view name, std::unique_ptr<CItemSeq> &results) {
     CTemplateValues values;
     matcher_.Begin(name);
-    candidates_.clear();
-    for (const auto &definition : sheet_data_.Definitions()) {
-        if (definition->Names() != nullptr) {
-            values.Keep(*definition);
-            matcher_.AddPattern(definition->Names()->Items(), definition.get(), nullptr);
-            candidates_.push_back(definition.get());
-        }
+    sheet_data_.DefinitionNames().Find(name, names_);
+    for (const CNameIndex::TEntry &found : names_) {
+        values.Keep(*found.node);
+        matcher_.AddPattern(found.node->Names()->Items(), found.node, nullptr);
     }
     if (!matcher_.Run()) {
         return nullptr;
     }
     results = matcher_.TakeResults();
-    return candidates_[matcher_.Winner()];
+    return static_cast<CSectionDef *>(names_[matcher_.Winner()].node);
 }
 
 CSectionDef *CParReader::MatchCandidates(std::string_view name, std::unique_ptr<CItemSeq> &results) {
@@ -199,21 +196,17 @@ const CKeyDef *CParReader::MatchKey(std::string_view text, CSectionDef &definiti
                                     std::unique_ptr<CItemSeq> &results) {
     CTemplateValues values;
     values.Keep(definition);
-    std::vector<const CKeyDef *> patterns;
-    patterns.reserve(definition.Keys().size());
     matcher_.Begin(text);
-    for (const auto &key : definition.Keys()) {
-        if (key->Names() != nullptr) {
-            values.Keep(*key);
-            matcher_.AddPattern(key->Names()->Items(), &definition, key.get());
-            patterns.push_back(key.get());
-        }
+    definition.KeyNames().Find(text, names_);
+    for (const CNameIndex::TEntry &found : names_) {
+        values.Keep(*found.node);
+        matcher_.AddPattern(found.node->Names()->Items(), &definition, found.node);
     }
     if (!matcher_.Run()) {
         return nullptr;
     }
     results = matcher_.TakeResults();
-    return patterns[matcher_.Winner()];
+    return static_cast<const CKeyDef *>(names_[matcher_.Winner()].node);
 }
 
 /// The instance key that a key of the text belongs to: one of its own for a `multiple` key, otherwise the clone of the
@@ -228,13 +221,10 @@ CKeyDef *CParReader::KeyFor(std::string_view text, CSectionDef &definition, CSec
     if (found->Has(nfMultiple)) {
         key = &instance.AddKey(found->Clone(true, results.get()));
     } else {
-        const auto &instances = instance.Keys();
-        const auto in_instance = std::find_if(instances.begin(), instances.end(),
-                                              [found](const auto &other) { return other->Definition() == found; });
-        if (in_instance == instances.end()) {
+        key = instance.CloneOf(*found);
+        if (key == nullptr) {
             return nullptr;
         }
-        key = in_instance->get();
     }
     const CScopeGuard section_scope(&instance);
     const CScopeGuard key_scope(key);

@@ -59,6 +59,7 @@ private:
     par_scanner::CParScanner *scanner_ = nullptr;
     CMatcher matcher_;
     std::vector<CSectionDef *> candidates_;
+    std::vector<CNameIndex::TEntry> names_;
     bool waits_for_sources_ = true;  ///< a dependent section that nothing has created yet is left to a later pass
 };
 
