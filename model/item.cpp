@@ -188,8 +188,12 @@ void CItem::GiveBack() {
     if (!id_variable_ || data == nullptr) {
         return;
     }
-    if (CVariable *variable = edit != nullptr ? id_variable_->Variable() : nullptr) {
-        edit->Touch(*variable);
+    if (CVariable *variable = id_variable_->Variable()) {
+        if (edit != nullptr) {
+            edit->Touch(*variable);
+        } else if (data->IsReadingPar()) {
+            data->Assignments().NoteLostSource(*variable);
+        }
     }
     CSectionDef *dependent = id_variable_->Dependent();
     if (dependent == nullptr) {
