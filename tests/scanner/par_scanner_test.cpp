@@ -166,6 +166,12 @@ TEST(ParScanner, TokensOfTheTape) {
     EXPECT_EQ(scanner.AppendStrUntilTokenEx(255, text.data(), 0, end), kLineEnd);
     EXPECT_TRUE(end);
     EXPECT_FALSE(scanner.TapeFind(kBlank, kLineEnd));
+    // The blank after a value is read up to the next token; the first dot of a range is read with its number.
+    CTextParScanner ranges("[a]\n.\nk=x 1..5\n");
+    std::string_view value;
+    ASSERT_TRUE(ranges.FirstSection() && ranges.FirstKey() && ranges.NextKey() && ranges.FirstValue(value));
+    ranges.SetActSectionHandle(0);
+    EXPECT_TRUE(ranges.TapeFind(kDotDot, kLineEnd));
 }
 
 TEST(ParScanner, CopiesShareTheText) {
