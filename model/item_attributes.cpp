@@ -1,5 +1,6 @@
 #include "model/item_attributes.h"
 
+#include "model/texts.h"
 #include "model/var_ref_item.h"
 #include "platform/base/number_text.h"
 
@@ -7,6 +8,18 @@ namespace kq_pdt {
 
 TChannelAttributes::TChannelAttributes() = default;
 TChannelAttributes::~TChannelAttributes() = default;
+
+TItemAttributes::TItemAttributes() {
+    static const kq_base::TText usual_none_text(texts::kNoneText);
+    none_text = usual_none_text;
+}
+
+TItemAttributes::~TItemAttributes() = default;
+
+const std::vector<COptionEntry> &TItemAttributes::Entries() const {
+    static const std::vector<COptionEntry> none;
+    return options ? options->entries : none;
+}
 
 bool MapValue(const TValueMap &map, const TParValue &value, std::uint32_t &code) {
     if (map.size() == 1 && map.front().text.IsEmpty()) {

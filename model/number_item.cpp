@@ -28,7 +28,7 @@ std::uint32_t CNumberItem::InRange(std::uint32_t number) const {
 void CNumberItem::ForceIntoRange() { value_ = InRange(value_); }
 
 void CNumberItem::Publish() {
-    if (Attributes().default_expression && !has_value_ && !undefined_ && IsEnabled()) {
+    if (Attributes().default_value.IsGiven() && !has_value_ && !undefined_ && IsEnabled()) {
         CJournal::Keep(has_value_);
         has_value_ = true;
         TakeDefault();

@@ -317,7 +317,7 @@ bool CParReader::TakeValue(std::string_view value, bool has_separator, std::uint
         par.Items().CopyValues(*matcher_.TakeResults());
     }
     if (has_separator) {
-        par.SetSeparator(par_scanner::TokenKindText(separator));
+        par.SetSeparator(separator);
     }
     return true;
 }
