@@ -38,6 +38,13 @@ private:
     std::vector<std::pair<CVariable *, TParValue>> values_;
 };
 
+std::string ShownName(CSectionDef &section) {
+    const CScopeGuard scope(&section);
+    kq_base::CTextBuffer text;
+    section.Names()->Items().AppendText(text);
+    return std::string(text.View());
+}
+
 }  // namespace
 
 void CParReader::Warn(std::string_view text1, std::string_view text2, std::uint32_t line) {
@@ -91,19 +98,16 @@ bool CParReader::RunPass(const TPending &pending, TPending &retry) {
 CSectionDef *CParReader::MatchDefinition(std::string_view name, std::unique_ptr<CItemSeq> &results) {
     CTemplateValues values;
     matcher_.Begin(name);
-    candidates_.clear();
-    for (const auto &definition : sheet_data_.Definitions()) {
-        if (definition->Names() != nullptr) {
-            values.Keep(*definition);
-            matcher_.AddPattern(definition->Names()->Items(), definition.get(), nullptr);
-            candidates_.push_back(definition.get());
-        }
+    sheet_data_.DefinitionNames().Find(name, names_);
+    for (const CNameIndex::TEntry &found : names_) {
+        values.Keep(*found.node);
+        matcher_.AddPattern(found.node->Names()->Items(), found.node, nullptr);
     }
     if (!matcher_.Run()) {
         return nullptr;
     }
     results = matcher_.TakeResults();
-    return candidates_[matcher_.Winner()];
+    return static_cast<CSectionDef *>(names_[matcher_.Winner()].node);
 }
 
 CSectionDef *CParReader::MatchCandidates(std::string_view name, std::unique_ptr<CItemSeq> &results) {
@@ -118,15 +122,16 @@ CSectionDef *CParReader::MatchCandidates(std::string_view name, std::unique_ptr<
     return candidates_[matcher_.Winner()];
 }
 
-/// Of several instances of one definition that fit, one that no text was read into yet.
+/// Of several instances that fit, one that no text was read into yet. Those of another definition than the best one
+/// have to show the very same name.
 CSectionDef *CParReader::MatchInstance(std::string_view name, std::unique_ptr<CItemSeq> &results) {
     sheet_data_.Instances().Index().FindCandidates(name, candidates_);
     CSectionDef *first = MatchCandidates(name, results);
     if (first == nullptr || !first->WasTaken()) {
         return first;
     }
-    std::erase_if(candidates_, [first](const CSectionDef *other) {
-        return other->WasTaken() || other->Definition() != first->Definition();
+    std::erase_if(candidates_, [&](CSectionDef *other) {
+        return other->WasTaken() || (other->Definition() != first->Definition() && ShownName(*other) != name);
     });
     CSectionDef *fresh = MatchCandidates(name, results);
     return fresh != nullptr ? fresh : first;
@@ -170,10 +175,18 @@ bool CParReader::ReadSection(const TParSectionRef &section) {
     results.reset();
     ReadKeys(*definition, *instance);
     instance->RegisterChannels();
-    instance->PublishTree();
+    Publish(*instance);
     instance->ReconsiderGroups();
     instance->CommitChannels();
     return true;
+}
+
+/// What no text gave a value counts as if its own text had been read.
+void CParReader::Publish(CSectionDef &section) {
+    section.PublishTree();
+    if (!section.IsReleased()) {
+        sheet_data_.Assignments().CreateAsFromText(section);
+    }
 }
 
 void CParReader::ReadKeys(CSectionDef &definition, CSectionDef &instance) {
@@ -199,21 +212,17 @@ const CKeyDef *CParReader::MatchKey(std::string_view text, CSectionDef &definiti
                                     std::unique_ptr<CItemSeq> &results) {
     CTemplateValues values;
     values.Keep(definition);
-    std::vector<const CKeyDef *> patterns;
-    patterns.reserve(definition.Keys().size());
     matcher_.Begin(text);
-    for (const auto &key : definition.Keys()) {
-        if (key->Names() != nullptr) {
-            values.Keep(*key);
-            matcher_.AddPattern(key->Names()->Items(), &definition, key.get());
-            patterns.push_back(key.get());
-        }
+    definition.KeyNames().Find(text, names_);
+    for (const CNameIndex::TEntry &found : names_) {
+        values.Keep(*found.node);
+        matcher_.AddPattern(found.node->Names()->Items(), &definition, found.node);
     }
     if (!matcher_.Run()) {
         return nullptr;
     }
     results = matcher_.TakeResults();
-    return patterns[matcher_.Winner()];
+    return static_cast<const CKeyDef *>(names_[matcher_.Winner()].node);
 }
 
 /// The instance key that a key of the text belongs to: one of its own for a `multiple` key, otherwise the clone of the
@@ -228,13 +237,10 @@ CKeyDef *CParReader::KeyFor(std::string_view text, CSectionDef &definition, CSec
     if (found->Has(nfMultiple)) {
         key = &instance.AddKey(found->Clone(true, results.get()));
     } else {
-        const auto &instances = instance.Keys();
-        const auto in_instance = std::find_if(instances.begin(), instances.end(),
-                                              [found](const auto &other) { return other->Definition() == found; });
-        if (in_instance == instances.end()) {
+        key = instance.CloneOf(*found);
+        if (key == nullptr) {
             return nullptr;
         }
-        key = in_instance->get();
     }
     const CScopeGuard section_scope(&instance);
     const CScopeGuard key_scope(key);
@@ -384,7 +390,7 @@ void CParReader::CheckRequiredSections() {
     }
     const CInstances::CHold hold(sheet_data_.Instances());
     for (CSectionDef *section : added) {
-        section->PublishTree();
+        Publish(*section);
         section->CommitChannels();
     }
     // What came in addition: dependent sections, and required ones of modules, which are published already.
@@ -400,6 +406,7 @@ void CParReader::CheckRequiredSections() {
             section.PublishTree();
         }
         if ((depends || definition->Has(nfModule)) && !section.IsReleased()) {
+            sheet_data_.Assignments().CreateAsFromText(section);
             section.CommitChannels();
         }
     }
