@@ -164,7 +164,7 @@ void DescribeChannelAttributes(const kq_pdt::TChannelAttributes &channel, TItem 
 void DescribeCommon(kq_pdt::CItem &item, TItem &result) {
     const kq_pdt::TItemAttributes &attributes = item.Attributes();
     result.none_text = item.NoneText().View();
-    result.comment = attributes.comment.View();
+    result.comment = attributes.Comment();
     result.roles = RoleWords(item);
     result.optional = item.IsOptional();
     result.undefined = item.IsUndefined();

@@ -85,7 +85,7 @@ bool CItem::AppendText(kq_base::CTextBuffer & /*text*/) { return false; }
 void CItem::GetCell(std::uint32_t & /*index*/, kq_base::CTextBuffer &text, TCellField field, bool & /*disabled*/) {
     if (field == TCellField::kComment) {
         text.Clear();
-        text.Append(Attributes().comment.View());
+        text.Append(Attributes().Comment());
     }
 }
 
@@ -148,10 +148,10 @@ void CItem::SetAttribute(std::uint32_t keyword, std::uint32_t form, std::string_
             }
             break;
         case kwComment:
-            attributes.comment = text;
+            attributes.EditRareTexts().comment = text;
             break;
         case kwNedef:
-            attributes.none_text = text;
+            attributes.EditRareTexts().none_text = kq_base::TText(text);
             break;
         case kwNoCaseSensitive:
             attributes.case_sensitive = false;

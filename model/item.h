@@ -151,7 +151,7 @@ public:
     void FollowWords();
     /// What the cell shows while the value is undefined.
     const kq_base::TText &NoneText() const {
-        return own_ && own_->none_text ? *own_->none_text : Attributes().none_text;
+        return own_ && own_->none_text ? *own_->none_text : Attributes().NoneText();
     }
     const CVarRefItem *IdVariable() const { return own_ ? own_->id_variable.get() : nullptr; }
     /// True without a condition or while it holds.

@@ -9,12 +9,17 @@ namespace kq_pdt {
 TChannelAttributes::TChannelAttributes() = default;
 TChannelAttributes::~TChannelAttributes() = default;
 
-TItemAttributes::TItemAttributes() {
-    static const kq_base::TText usual_none_text(texts::kNoneText);
-    none_text = usual_none_text;
+const kq_base::TText &TItemAttributes::NoneText() const {
+    static const kq_base::TText usual(texts::kNoneText);
+    return rare_texts && rare_texts->none_text ? *rare_texts->none_text : usual;
 }
 
-TItemAttributes::~TItemAttributes() = default;
+TRareTexts &TItemAttributes::EditRareTexts() {
+    if (!rare_texts) {
+        rare_texts = std::make_unique<TRareTexts>();
+    }
+    return *rare_texts;
+}
 
 const std::vector<COptionEntry> &TItemAttributes::Entries() const {
     static const std::vector<COptionEntry> none;

@@ -97,6 +97,12 @@ private:
     std::unique_ptr<CExpression> expression_;
 };
 
+/// Texts that few items have.
+struct TRareTexts {
+    kq_base::TText comment;
+    std::optional<kq_base::TText> none_text;  ///< `nedef`
+};
+
 /// What an `options` item offers.
 struct TOptions {
     std::vector<COptionEntry> entries;
@@ -105,11 +111,10 @@ struct TOptions {
 
 /// All that a template says about an item and that never changes afterwards. An item and its clones share it.
 struct TItemAttributes : kq_base::CPooled {
-    TItemAttributes();
-    ~TItemAttributes();
-    TItemAttributes(const TItemAttributes &) = delete;
-    TItemAttributes &operator=(const TItemAttributes &) = delete;
-
+    std::string_view Comment() const { return rare_texts ? rare_texts->comment.View() : std::string_view(); }
+    /// What the sheet shows for a value that is undefined.
+    const kq_base::TText &NoneText() const;
+    TRareTexts &EditRareTexts();
     /// The entries of an `options` item, none for other items.
     const std::vector<COptionEntry> &Entries() const;
 
@@ -118,10 +123,9 @@ struct TItemAttributes : kq_base::CPooled {
     std::uint32_t range_to = 0;
     std::uint16_t roles = 0;
     bool case_sensitive = true;
-    kq_base::TText comment;
     kq_base::TText label;
     kq_base::TText bubble;
-    kq_base::TText none_text;  ///< what the sheet shows for a value that is undefined
+    std::unique_ptr<TRareTexts> rare_texts;
     std::unique_ptr<CEnableIf> enable_if;
     CDefaultValue default_value;
     std::unique_ptr<TChannelAttributes> channel;

@@ -28,6 +28,8 @@ public:
     void PublishWithoutText();
     /// The values of a name came from a text: see CItem.
     void CountAsGiven();
+    /// Does what CloneInto does to the items that are cloned.
+    void ForceIntoRange() const;
     /// Gives back what others can see of the items.
     void GiveBack();
     /// True if every item may be left without a value, also for an empty list.
