@@ -176,7 +176,7 @@ bool CParReader::ReadSection(const TParSectionRef &section) {
     ReadKeys(*definition, *instance);
     instance->RegisterChannels();
     Publish(*instance);
-    instance->ReconsiderGroups();
+    instance->ReconsiderChannels();
     instance->CommitChannels();
     return true;
 }
