@@ -82,8 +82,18 @@ std::string RunMatcher(CMatcher &matcher, const CPatterns &patterns, std::string
     }
     const bool matched = matcher.Run();
     const std::unique_ptr<CItemSeq> results = matched ? matcher.TakeResults() : nullptr;
-    if (matched && !matcher.PutIntoPattern()) {
+    if (matched && !matcher.LinesUp()) {
         patterns.lists[matcher.Winner()]->Items().CopyValues(*results);
+    } else if (matched) {
+        // A new key takes the pieces straight into its name.
+        CItemSeq by_results;
+        CItemSeq straight;
+        results->CloneInto(by_results);
+        patterns.lists[matcher.Winner()]->Items().CloneInto(straight);
+        matcher.PutInto(straight);
+        straight.ForceIntoRange();
+        EXPECT_EQ(Show(true, 0, &straight), Show(true, 0, &by_results)) << text;
+        matcher.PutInto(patterns.lists[matcher.Winner()]->Items());
     }
     return Show(matched, matcher.Winner(), results.get());
 }
