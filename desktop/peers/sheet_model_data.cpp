@@ -76,6 +76,21 @@ QString CSheetModel::ToolTip(const TPlace &place, bool disabled) const {
     return parts.join(QLatin1Char('\n'));
 }
 
+QString CSheetModel::TitleOf(const TPlace &place) const {
+    const QString row = ToQt(sheet_.ReadCell(place.table, place.row, 1).text.View());
+    const QString heading = ToQt(sheet_.Columns(place.table)[place.column - 1].text.View());
+    return place.column == 1 || heading.isEmpty() ? row : QStringLiteral("%1, %2").arg(row, heading);
+}
+
+/// For those who don't see the row and the heading of a cell; its name is what it shows.
+QString CSheetModel::Description(const TPlace &place, bool disabled) const {
+    const QString tip = ToolTip(place, disabled);
+    if (place.column == 1) {
+        return tip;
+    }
+    return tip.isEmpty() ? TitleOf(place) : QStringLiteral("%1. %2").arg(TitleOf(place), tip);
+}
+
 QVariant CSheetModel::CellData(const TPlace &place, int role) const {
     const bool adds = place.row > sheet_.RowCount(place.table);
     switch (role) {
@@ -102,6 +117,7 @@ QVariant CSheetModel::CellData(const TPlace &place, int role) const {
             return tip.isEmpty() ? QVariant() : QStringLiteral("<span>%1</span>").arg(tip.toHtmlEscaped());
         }
         case Qt::AccessibleDescriptionRole:
+            return Description(place, cell.disabled);
         case Qt::StatusTipRole:
             return ToolTip(place, cell.disabled);
         case Qt::AccessibleTextRole:

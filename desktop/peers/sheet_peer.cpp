@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QHeaderView>
+#include <QLineEdit>
 #include <QTimer>
 #include <algorithm>
 
@@ -138,6 +139,11 @@ void CSheetPeer::AddChild(CView & /*child*/, QWidget &widget) {
     editor_ = &widget;
     editor_cell_ = model_->IndexOf(position.table, position.row, position.column);
     widget.setParent(Tree().viewport());
+    const QString title = model_->TitleOf(model_->PlaceOf(editor_cell_));
+    widget.setAccessibleName(title);
+    for (QLineEdit *line : widget.findChildren<QLineEdit *>()) {
+        line->setAccessibleName(title);
+    }
     PlaceEditor();
     widget.show();
     widget.setFocus(Qt::OtherFocusReason);

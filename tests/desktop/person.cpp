@@ -74,8 +74,8 @@ void CPerson::RunUntil(const std::function<bool()> &done) {
     int rounds = 0;
     QTimer timer;
     QObject::connect(&timer, &QTimer::timeout, &timer, [&] {
-        if (done() || ++rounds == kMostRounds) {
-            timer.stop();
+        // A box that is still up would take the code that ends the window's loop.
+        if ((done() && QApplication::activeModalWidget() == nullptr) || ++rounds > kMostRounds) {
             MakeEvent(session_->Window(), ecCommand, kEndLoop);
         }
     });

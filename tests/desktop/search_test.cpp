@@ -13,6 +13,7 @@
 #include <QTreeWidget>
 
 #include "platform/view/menu_bar.h"
+#include "tests/desktop/checker.h"
 #include "tests/desktop/person.h"
 
 namespace {
@@ -32,13 +33,16 @@ protected:
     void Act() {
         auto *window = qobject_cast<QMainWindow *>(QApplication::activeModalWidget());
         if (window == nullptr) {
-            over = seen_progress;
+            // There is none for a moment between progress and tree.
+            over = seen_progress && ++looks > 5;
             return;
         }
+        looks = 0;
         if (auto *tree = window->findChild<QTreeWidget *>()) {
             Choose(*window, *tree);
         } else if (auto *button = window->findChild<QPushButton *>()) {
             seen_progress = true;
+            EXPECT_EQ(Unnamed(*window).toStdString(), "");
             elapsed = window->findChild<QLabel *>(QStringLiteral("elapsed"))->text();
             if (cancels) {
                 button->click();
@@ -47,6 +51,7 @@ protected:
     }
     void Choose(QMainWindow &window, QTreeWidget &tree) {
         found = tree.topLevelItemCount();
+        EXPECT_EQ(Unnamed(window).toStdString(), "");
         QTreeWidgetItem *item = tree.topLevelItem(0);
         while (item != nullptr && item->icon(0).isNull()) {
             item = tree.itemBelow(item);
@@ -70,6 +75,7 @@ protected:
     bool confirms = true;
     bool seen_progress = false;
     bool over = false;
+    int looks = 0;
     int found = 0;
     QString marked;
     QString elapsed;

@@ -173,17 +173,18 @@ TEST_F(CModules, SectionMayTakeItselfAway) {
         ASSERT_TRUE(session_.Translate(root + pdt, par)) << session_.TemplateResult().message.View();
         EXPECT_EQ(session_.Written().substr(0, 3), "[S]");
     }
+    WriteBytes("A.pdt",
+               "def_section name = 'Of'; required; def_key name = 'k'; par = number { id = %off%; default = 2 };"
+               " end_key end_section def_section name = 'Later'; required; end_section");
     ASSERT_TRUE(session_.Translate(root + pdt, "[S]\na = A\n[Of]\nk = 2\n")) << session_.MessageLines();
-    for (const char *number : {"3", "1", "0"}) {
-        const auto &instances = session_.SheetData().Instances().List();
-        for (std::size_t index = 0; index < instances.size(); ++index) {
-            if (!instances[index]->Keys().empty() && session_.Cell(session_.Key(index, 0), 1) != "A.dll") {
-                session_.Edit(session_.SheetData(), session_.Key(index, 0), 1,
-                              [&](kq_pdt::TCellEditor &editor) { return editor.CountBox().UserType(number); });
-                break;
-            }
-        }
-        session_.Written();
+    // With 1 the section goes, which switches the module on again, and so it comes back with its default.
+    for (const auto &[number, held] : {std::pair{"3", "3"}, {"1", "2"}, {"0", "0"}}) {
+        session_.Edit(session_.SheetData(), session_.Key(1, 0), 1,
+                      [&](kq_pdt::TCellEditor &editor) { return editor.CountBox().UserType(number); });
+        const std::string written = "[S]\n  a  = A.dll\n\n[Of]\n  k  = " + std::string(held) + "\n\n[Later]\n\n";
+        EXPECT_EQ(session_.Written(), written) << number;
+        ASSERT_TRUE(session_.Translate(root + pdt, written));
+        EXPECT_EQ(session_.Written(), written) << number;
     }
 }
 
