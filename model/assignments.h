@@ -31,6 +31,9 @@ public:
     /// none; with creates false, and in an edit, none is. If anything refuses, ok is false: outside an edit the old
     /// value comes back then.
     CSectionDef *Assign(CVariable &variable, const TParValue &value, bool creates, bool &ok);
+    /// Creates the dependent sections of a section that was published but not, or not wholly, read from a text: those
+    /// that its values would create when the text that is written is read.
+    void CreateAsFromText(CSectionDef &section);
     /// In an edit: an item hands its value to its variable.
     void Publish(const CItem &item, CVarRefItem &reference, const TParValue &value, bool &ok);
     /// At the end of an edit: gives the variables that were touched the values, and the items the dependent sections,

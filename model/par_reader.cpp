@@ -38,6 +38,13 @@ private:
     std::vector<std::pair<CVariable *, TParValue>> values_;
 };
 
+std::string ShownName(CSectionDef &section) {
+    const CScopeGuard scope(&section);
+    kq_base::CTextBuffer text;
+    section.Names()->Items().AppendText(text);
+    return std::string(text.View());
+}
+
 }  // namespace
 
 void CParReader::Warn(std::string_view text1, std::string_view text2, std::uint32_t line) {
@@ -115,15 +122,16 @@ CSectionDef *CParReader::MatchCandidates(std::string_view name, std::unique_ptr<
     return candidates_[matcher_.Winner()];
 }
 
-/// Of several instances of one definition that fit, one that no text was read into yet.
+/// Of several instances that fit, one that no text was read into yet. Those of another definition than the best one
+/// have to show the very same name.
 CSectionDef *CParReader::MatchInstance(std::string_view name, std::unique_ptr<CItemSeq> &results) {
     sheet_data_.Instances().Index().FindCandidates(name, candidates_);
     CSectionDef *first = MatchCandidates(name, results);
     if (first == nullptr || !first->WasTaken()) {
         return first;
     }
-    std::erase_if(candidates_, [first](const CSectionDef *other) {
-        return other->WasTaken() || other->Definition() != first->Definition();
+    std::erase_if(candidates_, [&](CSectionDef *other) {
+        return other->WasTaken() || (other->Definition() != first->Definition() && ShownName(*other) != name);
     });
     CSectionDef *fresh = MatchCandidates(name, results);
     return fresh != nullptr ? fresh : first;
@@ -167,10 +175,18 @@ bool CParReader::ReadSection(const TParSectionRef &section) {
     results.reset();
     ReadKeys(*definition, *instance);
     instance->RegisterChannels();
-    instance->PublishTree();
+    Publish(*instance);
     instance->ReconsiderGroups();
     instance->CommitChannels();
     return true;
+}
+
+/// What no text gave a value counts as if its own text had been read.
+void CParReader::Publish(CSectionDef &section) {
+    section.PublishTree();
+    if (!section.IsReleased()) {
+        sheet_data_.Assignments().CreateAsFromText(section);
+    }
 }
 
 void CParReader::ReadKeys(CSectionDef &definition, CSectionDef &instance) {
@@ -374,7 +390,7 @@ void CParReader::CheckRequiredSections() {
     }
     const CInstances::CHold hold(sheet_data_.Instances());
     for (CSectionDef *section : added) {
-        section->PublishTree();
+        Publish(*section);
         section->CommitChannels();
     }
     // What came in addition: dependent sections, and required ones of modules, which are published already.
@@ -390,6 +406,7 @@ void CParReader::CheckRequiredSections() {
             section.PublishTree();
         }
         if ((depends || definition->Has(nfModule)) && !section.IsReleased()) {
+            sheet_data_.Assignments().CreateAsFromText(section);
             section.CommitChannels();
         }
     }

@@ -50,6 +50,7 @@ private:
     bool TakeValue(std::string_view value, bool has_separator, std::uint32_t separator, CSectionDef &instance,
                    CKeyDef &key, CParDef &par);
     void ReportRefusedValue(std::string_view key_text, std::string_view value);
+    void Publish(CSectionDef &section);
     void AddUnknownKey(std::string_view text, std::string_view value, CSectionDef &section);
     void AddUnknownSection(const TParSectionRef &section);
     void CheckRequiredSections();

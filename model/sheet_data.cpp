@@ -51,6 +51,7 @@ bool CParSheetData::EndEdit(bool &bad_channel) {
         taken = !edit_->refused;
         bad_channel = edit_->bad_channel;
         if (taken) {
+            edit_->channels_changed = ranges_.Settle() || edit_->channels_changed;
             edit_->channels.Commit();
             commands = std::move(edit_->commands);
             channels_changed = edit_->channels_changed;

@@ -51,7 +51,7 @@ public:
 
     TTemplate Make() {
         TTemplate made;
-        made.pdt = Chance("fixed_channels") ? "channels = 120, 123, real, input;\n" : "";
+        made.pdt = Chance("fixed_channels") ? "channels = 20, 23, real, input, 'Fixed';\n" : "";
         made.pdt += Section({}, true);
         made.pdt += Sections(dice_.Below(3));
         // Modules whose templates hold `dll` items again bring modules of a deeper level.
