@@ -59,9 +59,12 @@ public:
     /// Clones of the items that took part, each with its piece. An item that took nothing may be missing, so results
     /// don't always line up with the pattern. To be called at most once, and before the pattern's items change.
     std::unique_ptr<CItemSeq> TakeResults();
-    /// Does to the items of the winning pattern what CopyValues from the results would do, without results. False, and
-    /// nothing done, where something publishes or shows a variable, or results and pattern don't line up.
-    bool PutIntoPattern();
+    /// True if results have a clone for each item of the winning pattern, and nothing publishes or shows a variable:
+    /// then items can do without results.
+    bool LinesUp();
+    /// If the match lines up, does to items what CopyValues from the results would do: the items of the winning
+    /// pattern, or fresh clones of them.
+    void PutInto(const CItemSeq &items);
 
 private:
     static constexpr std::uint32_t kNone = 0xFFFFFFFF;

@@ -221,8 +221,22 @@ const CKeyDef *CParReader::MatchKey(std::string_view text, CSectionDef &definiti
     if (!matcher_.Run()) {
         return nullptr;
     }
-    results = matcher_.TakeResults();
-    return static_cast<const CKeyDef *>(names_[matcher_.Winner()].node);
+    const auto *key = static_cast<const CKeyDef *>(names_[matcher_.Winner()].node);
+    if (!key->Has(nfMultiple) || !matcher_.LinesUp()) {
+        results = matcher_.TakeResults();
+    }
+    return key;
+}
+
+/// A key with the name that was matched: clones of the results or, where these can be spared, clones of the
+/// definition's items with what results would hold.
+std::unique_ptr<CKeyDef> CParReader::NewKey(const CKeyDef &definition, const CItemSeq *results) {
+    std::unique_ptr<CKeyDef> key = definition.Clone(true, results);
+    if (results == nullptr) {
+        matcher_.PutInto(key->Names()->Items());
+        key->Names()->Items().ForceIntoRange();
+    }
+    return key;
 }
 
 /// The instance key that a key of the text belongs to: one of its own for a `multiple` key, otherwise the clone of the
@@ -235,7 +249,7 @@ CKeyDef *CParReader::KeyFor(std::string_view text, CSectionDef &definition, CSec
     }
     CKeyDef *key = nullptr;
     if (found->Has(nfMultiple)) {
-        key = &instance.AddKey(found->Clone(true, results.get()));
+        key = &instance.AddKey(NewKey(*found, results.get()));
     } else {
         key = instance.CloneOf(*found);
         if (key == nullptr) {
@@ -319,11 +333,13 @@ bool CParReader::TakeValue(std::string_view value, bool has_separator, std::uint
     }
     const CScopeGuard section_scope(&instance);
     const CScopeGuard key_scope(&key);
-    if (!matcher_.PutIntoPattern()) {
+    if (matcher_.LinesUp()) {
+        matcher_.PutInto(par.Items());
+    } else {
         par.Items().CopyValues(*matcher_.TakeResults());
     }
     if (has_separator) {
-        par.SetSeparator(par_scanner::TokenKindText(separator));
+        par.SetSeparator(separator);
     }
     return true;
 }

@@ -45,6 +45,7 @@ private:
     CSectionDef *MatchInstance(std::string_view name, std::unique_ptr<CItemSeq> &results);
     void ReadKeys(CSectionDef &definition, CSectionDef &instance);
     const CKeyDef *MatchKey(std::string_view text, CSectionDef &definition, std::unique_ptr<CItemSeq> &results);
+    std::unique_ptr<CKeyDef> NewKey(const CKeyDef &definition, const CItemSeq *results);
     CKeyDef *KeyFor(std::string_view text, CSectionDef &definition, CSectionDef &instance);
     void ReadValues(std::string_view key_text, CSectionDef &instance, CKeyDef &key);
     bool TakeValue(std::string_view value, bool has_separator, std::uint32_t separator, CSectionDef &instance,

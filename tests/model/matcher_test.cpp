@@ -97,8 +97,18 @@ std::string RunMatcher(CMatcher &matcher, const CPatterns &patterns, std::string
     const bool matched = matcher.Run();
     const std::size_t winner = matched ? found[matcher.Winner()].order : 0;
     const std::unique_ptr<CItemSeq> results = matched ? matcher.TakeResults() : nullptr;
-    if (matched && !matcher.PutIntoPattern()) {
+    if (matched && !matcher.LinesUp()) {
         patterns.lists[winner]->Items().CopyValues(*results);
+    } else if (matched) {
+        // A new key takes the pieces straight into its name.
+        CItemSeq by_results;
+        CItemSeq straight;
+        results->CloneInto(by_results);
+        patterns.lists[winner]->Items().CloneInto(straight);
+        matcher.PutInto(straight);
+        straight.ForceIntoRange();
+        EXPECT_EQ(Show(true, 0, &straight), Show(true, 0, &by_results)) << text;
+        matcher.PutInto(patterns.lists[winner]->Items());
     }
     return Show(matched, winner, results.get());
 }
