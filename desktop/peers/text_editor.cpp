@@ -77,6 +77,12 @@ CTextEditor::CTextEditor(CTextHighlighter &highlighter, std::function<void()> be
         }
     });
     connect(this, &QPlainTextEdit::cursorPositionChanged, this, [this] { UpdateSelections(); });
+    connect(document(), &QTextDocument::contentsChange, this, [this](int from, int /*removed*/, int added) {
+        for (QTextBlock block = document()->findBlock(from); block.isValid() && block.position() <= from + added;
+             block = block.next()) {
+            block.setUserData(nullptr);
+        }
+    });
     connect(verticalScrollBar(), &QScrollBar::valueChanged, this, [this] { ColorVisible(); });
     PlaceGutter();
     UpdateSelections();
@@ -259,9 +265,9 @@ void CTextEditor::ColorVisible() {
             break;
         }
         const auto *seen = static_cast<CColored *>(block.userData());
-        if (seen == nullptr || seen->generation != generation_ || seen->revision != block.revision()) {
+        if (seen == nullptr || seen->generation != generation_) {
             block.layout()->setFormats(highlighter_.Formats(block.text(), palette()));
-            block.setUserData(new CColored(generation_, block.revision()));
+            block.setUserData(new CColored(generation_));
             document()->markContentsDirty(block.position(), block.length());
         }
     }

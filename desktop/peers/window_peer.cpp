@@ -77,8 +77,13 @@ CWindowPeer::CWindowPeer(CWindow &view, CPeerAdvice &advice) : CQtPeer(advice), 
     auto *frame = new CFrame(view, [this] { FrameChanged(); });
     SetWidget(frame);
     frame->setContextMenuPolicy(Qt::PreventContextMenu);
-    frame->setMinimumSize(view.ModalOwner() != nullptr ? QSize(280, 140) : QSize(480, 320));
     auto *central = new QWidget;
+    if (view.ModalOwner() != nullptr) {
+        // Not of the frame, so that this one grows with what has to be read in it.
+        central->setMinimumSize(280, 140);
+    } else {
+        frame->setMinimumSize(480, 320);
+    }
     client_ = new QVBoxLayout(central);
     client_->setContentsMargins(0, 0, 0, 0);
     client_->setSpacing(0);

@@ -6,6 +6,7 @@
 #include <QFile>
 #include <QMainWindow>
 #include <QMessageBox>
+#include <QPainter>
 #include <QPlainTextEdit>
 #include <QTest>
 #include <QTreeView>
@@ -13,6 +14,20 @@
 #include "desktop/peers/qt_peer.h"
 
 using namespace kq_desktop;
+
+void UseScreenOf(const QString &folder, int width, int height, int scale) {
+    QFile file(folder + QStringLiteral("/screen.json"));
+    if (file.open(QFile::WriteOnly)) {
+        file.write(
+            QStringLiteral("{\"screens\": [{\"name\": \"one\", \"x\": 0, \"y\": 0, \"width\": %1, \"height\": %2, "
+                           "\"logicalDpi\": 96, \"logicalBaseDpi\": 96, \"dpr\": %3}]}")
+                .arg(width)
+                .arg(height)
+                .arg(scale)
+                .toUtf8());
+    }
+    qputenv("QT_QPA_PLATFORM", QStringLiteral("offscreen:configfile=%1").arg(file.fileName()).toLocal8Bit());
+}
 
 CPerson::CPerson() : former_settings_(SetSettingsStore(&settings_)) {
     kq_pdt::Init_();
@@ -169,7 +184,25 @@ bool CPerson::ClickCell(QTreeView &tree, const QString &row, int column) {
     return false;
 }
 
+void CPerson::Look(const QString &name) {
+    const QString folder = qEnvironmentVariable("KQ_PICTURES");
+    if (!folder.isEmpty()) {
+        Shoot(QStringLiteral("%1/%2-%3.png").arg(folder).arg(++pictures_, 2, 10, QLatin1Char('0')).arg(name));
+    }
+}
+
 void CPerson::Shoot(const QString &path) {
-    Settle();
-    Main().grab().save(path);
+    QPixmap picture = Main().grab();
+    QPainter painter(&picture);
+    for (QWidget *shown : QApplication::topLevelWidgets()) {
+        if (shown->isVisible() && shown != &Main()) {
+            // A window system would put a dialog over its owner.
+            const QPoint place = shown->isModal() ? Main().rect().center() - shown->rect().center()
+                                                  : Main().mapFromGlobal(shown->mapToGlobal(QPoint(0, 0)));
+            painter.drawPixmap(place, shown->grab());
+            painter.drawRect(QRect(place, shown->size()).adjusted(-1, -1, 0, 0));
+        }
+    }
+    painter.end();
+    picture.save(path);
 }

@@ -11,6 +11,7 @@
 #include <QPlainTextEdit>
 #include <QTest>
 #include <QTextBlock>
+#include <QTextLayout>
 
 #include "desktop/kqconf/changes_dialog.h"
 #include "desktop/kqconf/line_diff.h"
@@ -50,6 +51,10 @@ TEST_F(CSessionDesk, TypingInTheTextIsTheViewsText) {
     ToText();
     person.Press(Qt::Key_End, Qt::ControlModifier);
     person.Type(QStringLiteral("[Line3]"));
+    person.Main().grab();
+    const auto colored = person.Text().textCursor().block().layout()->formats();
+    ASSERT_EQ(colored.size(), 1);
+    EXPECT_EQ(colored.first().length, 7);
     person.Press(Qt::Key_Return);
     person.Press(Qt::Key_Backspace);
     person.Press(Qt::Key_Left, Qt::ShiftModifier);
@@ -109,31 +114,6 @@ TEST_F(CSessionDesk, SavingWritesTheFilesAndLeavesNoCopy) {
     QTest::qWait(1300);
     person.Settle();
     EXPECT_TRUE(Copies().isEmpty());
-}
-
-/// Without the mouse from the opening to the end.
-TEST_F(CSessionDesk, TheKeyboardIsEnough) {
-    ToSheet();
-    person.Press(Qt::Key_F, Qt::ControlModifier);
-    person.Type(QStringLiteral("19200"));
-    person.Press(Qt::Key_Return);
-    person.Press(Qt::Key_Escape);
-    person.Press(Qt::Key_F2);
-    person.Press(Qt::Key_Down);
-    person.Press(Qt::Key_Return);
-    Check();
-    person.Press(Qt::Key_End);
-    person.Press(Qt::Key_Return);
-    QWidget *list = QApplication::activePopupWidget();
-    ASSERT_NE(list, nullptr);
-    person.Press(Qt::Key_End);
-    person.Press(Qt::Key_Return);
-    Check();
-    person.Press(Qt::Key_S, Qt::ControlModifier);
-    const QString saved = person.FileText(QStringLiteral("modbus.par"));
-    EXPECT_TRUE(saved.contains(QStringLiteral("38400"))) << saved.toStdString();
-    EXPECT_EQ(saved.count(QStringLiteral("[Station")), 3) << saved.toStdString();
-    EXPECT_TRUE(person.CloseAndRun());
 }
 
 TEST_F(CSessionDesk, CopiesOfAnEndedSessionAreOffered) {
