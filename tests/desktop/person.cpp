@@ -11,6 +11,7 @@
 #include <QTest>
 #include <QTreeView>
 
+#include "desktop/kqconf/options.h"
 #include "desktop/peers/qt_peer.h"
 
 using namespace kq_desktop;
@@ -74,8 +75,10 @@ bool CPerson::Show(const QString &file, const QString &pdt, const QString &dmf) 
     const auto path = [this](const QString &name) { return name.isEmpty() ? name : copies_.filePath(name); };
     QString error;
     const auto files = FindDriverFiles({copies_.filePath(file), {}, path(pdt), path(dmf)}, error);
+    std::uint32_t language = 0;
+    FindLanguage({}, language);
     session_ = std::make_unique<CDriverSession>(advice_, events_);
-    if (!files || !session_->Open(*files, 0, {})) {
+    if (!files || !session_->Open(*files, language, {})) {
         session_.reset();
         return false;
     }

@@ -50,9 +50,10 @@ protected:
         }
     }
     void Choose(QMainWindow &window, QTreeWidget &tree) {
-        if (!marked.isEmpty()) {
+        if (!marked.isEmpty() || !window.isActiveWindow()) {
             return;
         }
+        EXPECT_TRUE(tree.hasFocus());
         found = tree.topLevelItemCount();
         EXPECT_EQ(Unnamed(window).toStdString(), "");
         // The first device: below the group that begins the tree.

@@ -7,15 +7,19 @@
 #include <QDir>
 #include <QFile>
 #include <QFrame>
+#include <QHeaderView>
 #include <QMainWindow>
 #include <QPlainTextEdit>
+#include <QSplitter>
 #include <QTest>
 #include <QTextBlock>
 #include <QTextLayout>
+#include <QTreeView>
 
 #include "desktop/kqconf/changes_dialog.h"
 #include "desktop/kqconf/line_diff.h"
 #include "desktop/kqconf/recovery.h"
+#include "desktop/peers/qt_peer.h"
 #include "tests/desktop/checker.h"
 #include "tests/desktop/person.h"
 
@@ -114,6 +118,56 @@ TEST_F(CSessionDesk, SavingWritesTheFilesAndLeavesNoCopy) {
     QTest::qWait(1300);
     person.Settle();
     EXPECT_TRUE(Copies().isEmpty());
+}
+
+TEST_F(CSessionDesk, WhatThePersonArrangedIsKept) {
+    ToSheet();
+    person.Main().setGeometry(40, 30, 820, 640);
+    person.Sheet().expandAll();
+    person.Sheet().header()->resizeSection(1, 191);
+    person.Settle();
+    const auto drag = [this](CSplitterPane &panes, int by) {
+        auto *handle = static_cast<QSplitter *>(CQtPeer::Of(&panes)->Widget())->handle(1);
+        QTest::mousePress(handle, Qt::LeftButton, Qt::NoModifier, QPoint(2, 2));
+        QTest::mouseMove(handle, QPoint(2, 2 + by));
+        QTest::mouseRelease(handle, Qt::LeftButton, Qt::NoModifier, QPoint(2, 2 + by));
+        person.Settle();
+        return static_cast<QSplitter *>(CQtPeer::Of(&panes)->Widget())->sizes().last();
+    };
+    const int channels = drag(person.Window().SheetSplitter(), -31);
+    ToText();
+    person.Window().ParView().UserReplaceAt(0, 0, "[Nowhere]\r\n");
+    ToSheet();
+    ASSERT_TRUE(person.Window().WindowSplitter().IsPaneShown(CSplitterPane::TPane::kLower));
+    const int messages = drag(person.Window().WindowSplitter(), -23);
+    // A pane that isn't shown while the window grows comes back as large as it was.
+    person.Reopen(QStringLiteral("modbus.par"));
+    EXPECT_EQ(person.Main().geometry(), QRect(40, 30, 820, 640));
+    EXPECT_EQ(person.Window().Tabs().ActiveTabIndex(), CConfiguratorWindow::kSheetTab);
+    person.Main().resize(820, 760);
+    person.Sheet().expandAll();
+    person.Settle();
+    EXPECT_EQ(person.Sheet().columnWidth(1), 191);
+    EXPECT_NEAR(person.Channels().parentWidget()->parentWidget()->height(), channels, 2);
+    ToText();
+    person.Window().ParView().UserReplaceAt(0, 0, "[Nowhere]\r\n");
+    ToSheet();
+    EXPECT_NEAR(CQtPeer::Of(&person.Window().Messages())->Widget()->height(), messages, 2);
+}
+
+/// The menu by its letters; the window then ends to open anew.
+TEST_F(CSessionDesk, LabelsFollowTheChosenLanguage) {
+    for (const auto &[letter, label] :
+         {std::pair(Qt::Key_A, "Serial port"), std::pair(Qt::Key_E, "S\u00e9riov\u00fd port")}) {
+        SCOPED_TRACE(label);
+        person.Press(Qt::Key_S, Qt::AltModifier);
+        person.Press(Qt::Key_J);
+        QTest::keyClick(person.Focus(), letter);
+        EXPECT_EQ(person.Run().file, person.Path(QStringLiteral("modbus.par")));
+        person.Reopen(QStringLiteral("modbus.par"));
+        person.Sheet().expandAll();
+        EXPECT_TRUE(person.ClickCell(person.Sheet(), QString::fromUtf8(label), 0));
+    }
 }
 
 TEST_F(CSessionDesk, CopiesOfAnEndedSessionAreOffered) {

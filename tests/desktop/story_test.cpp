@@ -127,6 +127,7 @@ TEST_F(CStory, AStationIsAddedAndAMistakeMended) {
     Ctrl(Qt::Key_Home);
     Press(Qt::Key_F8);
     EXPECT_TRUE(person.Text().textCursor().block().text().contains(QStringLiteral("COM3")));
+    EXPECT_EQ(person.Text().extraSelections().last().cursor.selectedText(), QStringLiteral("EVAN"));
     Step(QStringLiteral("found"));
     Replace("EVAN", "EVEN");
     person.Answer({QStringLiteral("Ano")});
