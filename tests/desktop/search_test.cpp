@@ -10,8 +10,14 @@
 #include <QTest>
 #include <QTimer>
 #include <QTreeWidget>
+#include <ctime>
 
+#include "desktop/peers/advice.h"
+#include "desktop/peers/peer_factory.h"
+#include "desktop/peers/qt_peer.h"
 #include "platform/view/menu_bar.h"
+#include "platform/view/tree_viewer.h"
+#include "platform/view/window.h"
 #include "tests/desktop/checker.h"
 #include "tests/desktop/person.h"
 
@@ -102,6 +108,39 @@ TEST_F(CSearchDesk, CancellingEndsTheSearch) {
     Search();
     EXPECT_EQ(found, 0);
     EXPECT_FALSE(person.Main().isWindowModified());
+}
+
+/// A driver may report thousands of devices, one by one, to a tree that is shown.
+TEST(TreeOfDevices, TakesTimeInProportionToItsItems) {
+    const auto fill = [](std::uint32_t count) {
+        kq_desktop::CPeerAdvice advice;
+        const kq_desktop::CQtPeerFactory factory(advice);
+        CWindow window;
+        CTreeViewerPane pane;
+        window.Init({0, 0, 300, 250}, 0, {}, nullptr, nullptr);
+        window.Register(pane);
+        window.SetVisible(true);
+        const std::clock_t begin = std::clock();
+        TTreeItem *group = nullptr;
+        for (std::uint32_t item = 0; item < count; ++item) {
+            if (item % 100 == 0) {
+                group = &pane.AddItem(nullptr, "group", kTreeItemHasMark, item);
+            }
+            pane.UserTag(pane.AddItem(group, "device", kTreeItemHasMark, count + item), true);
+            if (item % 500 == 0) {
+                QCoreApplication::processEvents();
+            }
+        }
+        const std::clock_t end = std::clock();
+        const auto &tree = *static_cast<QTreeWidget *>(kq_desktop::CQtPeer::Of(&pane)->Widget());
+        EXPECT_EQ(tree.topLevelItemCount(), static_cast<int>(count / 100));
+        EXPECT_EQ(tree.topLevelItem(7)->childCount(), 100);
+        EXPECT_TRUE(tree.topLevelItem(7)->isExpanded());
+        return end - begin;
+    };
+    const std::clock_t few = fill(1000);
+    const std::clock_t many = fill(10000);
+    EXPECT_LT(many, 40 * few) << few;
 }
 
 }  // namespace

@@ -170,6 +170,34 @@ TEST_F(CSessionDesk, LabelsFollowTheChosenLanguage) {
     }
 }
 
+/// A row that wouldn't read back: the bar says it at a save, and leads there; F8 does as well.
+TEST_F(CSessionDesk, RowsThatWouldNotReadBackAreSaid) {
+    ToSheet();
+    person.Sheet().expandAll();
+    ASSERT_TRUE(person.ClickCell(person.Sheet(), QStringLiteral("Port"), 1));
+    const QModelIndex row = person.Sheet().currentIndex().siblingAtColumn(0).parent();
+    ASSERT_TRUE(row.data(Qt::DecorationRole).isNull());
+    person.Press(Qt::Key_F2);
+    person.Press(Qt::Key_Delete);
+    person.Press(Qt::Key_Return);
+    EXPECT_FALSE(row.data(Qt::DecorationRole).isNull());
+    EXPECT_FALSE(row.data(Qt::AccessibleDescriptionRole).toString().isEmpty());
+    EXPECT_FALSE(IsNoticeShown("problems"));
+    person.Press(Qt::Key_S, Qt::ControlModifier);
+    ASSERT_TRUE(IsNoticeShown("problems"));
+    person.Look(QStringLiteral("problems"));
+    for (const auto &[key, modifiers] : {std::pair(Qt::Key_P, Qt::AltModifier), {Qt::Key_F8, Qt::NoModifier}}) {
+        person.Press(Qt::Key_Home);
+        person.Press(key, modifiers);
+        // A button is shown pressed for a moment.
+        QTest::qWait(150);
+        person.Settle();
+        EXPECT_EQ(person.Sheet().currentIndex().siblingAtColumn(0).data().toString().toStdString(),
+                  row.data().toString().toStdString());
+    }
+    Check();
+}
+
 TEST_F(CSessionDesk, CopiesOfAnEndedSessionAreOffered) {
     {
         CRecovery left(person.Path(QStringLiteral("modbus.par")));
