@@ -48,6 +48,7 @@ void CPerson::AnswerBox() {
         return;
     }
     boxes_.append(box->text());
+    Look(QStringLiteral("box"));
     const QString wanted = answers_.isEmpty() ? QString() : answers_.takeFirst();
     for (QAbstractButton *button : box->buttons()) {
         if (button->text().remove(QLatin1Char('&')) == wanted) {
