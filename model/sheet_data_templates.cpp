@@ -92,6 +92,10 @@ void CParSheetData::ReleaseModule(TLoadedModule &loaded) {
     }
 }
 
+CSharedNames CParSheetData::ModulesWith(const CNameList &procedures) {
+    return reading_par_ ? module_lists_.Find(procedures) : ListModules(procedures);
+}
+
 /// An edit that is taken back changes them again.
 void CParSheetData::TellKeywordsChanged() {
     Post(cmKeywordsChanged);

@@ -71,6 +71,9 @@ TEST_F(CModules, ListHoldsWhatHasAllProcedures) {
     EXPECT_EQ(Listed("procedure = 'HiddenFunction'"), "") << "what isn't exported doesn't count";
     EXPECT_EQ(Listed("procedure = 'OnlyInNeeded'"), "") << "nor what a library it needs exports";
     EXPECT_EQ(session_.boxes, std::vector<std::string>{});
+    host_.listed = 0;
+    session_.Translate(kTemplate, "[S]\nm = A\n[S]\nm = b\n[S]\nm = A\n");
+    EXPECT_EQ(host_.listed, 1U);
     kq_pdt::SetHostCallback(nullptr);
     EXPECT_EQ(Listed(""), "");
     EXPECT_EQ(session_.Written(), "[S]\n\n");
