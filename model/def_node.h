@@ -73,8 +73,8 @@ public:
     /// numbers aren't in the ranges of their items.
     virtual bool CommitChannels();
     /// After the node was published while a file is read: groups whose values have changed since give their ranges
-    /// back.
-    virtual void ReconsiderGroups();
+    /// back, and a block whose type or direction a default has changed follows it.
+    virtual void ReconsiderChannels();
     /// Hands a channel number to the item that is for it. False if there is one and it can't take the number.
     bool TakeNumber(std::uint32_t keyword, std::uint32_t number);
     /// Looks through the items for the answer to a channel attribute; 0xFFFFFFFF if none has one.

@@ -65,13 +65,15 @@ void CParReader::Read(std::string_view text) {
     waits_for_sources_ = true;
     while (true) {
         const bool any_read = RunPass(pending, retry);
-        if (retry.empty() || !(any_read || waits_for_sources_)) {
+        const bool any_module = FollowModules(retry);
+        if (retry.empty() || !(any_read || any_module || waits_for_sources_)) {
             break;
         }
-        waits_for_sources_ = any_read;
+        waits_for_sources_ = any_read || any_module;
         pending = std::move(retry);
         retry.clear();
     }
+    retry.insert(retry.end(), lost_.begin(), lost_.end());
     for (const TParSectionRef &section : retry) {
         AddUnknownSection(section);
     }
@@ -167,6 +169,9 @@ bool CParReader::ReadSection(const TParSectionRef &section) {
         instance = &sheet_data_.Instances().Append(definition->Clone(true));
     }
     instance->SetTaken();
+    if (shared) {
+        read_.emplace_back(section, instance->Handle());
+    }
     if (instance->Names() != nullptr && results) {
         const CScopeGuard scope(instance);
         instance->Names()->Items().CopyValues(*results);
@@ -176,7 +181,7 @@ bool CParReader::ReadSection(const TParSectionRef &section) {
     ReadKeys(*definition, *instance);
     instance->RegisterChannels();
     Publish(*instance);
-    instance->ReconsiderGroups();
+    instance->ReconsiderChannels();
     instance->CommitChannels();
     return true;
 }

@@ -147,11 +147,11 @@ bool CSectionDef::CommitChannels() {
     return CDefNode::CommitChannels() && result;
 }
 
-void CSectionDef::ReconsiderGroups() {
+void CSectionDef::ReconsiderChannels() {
     const CScopeGuard scope(this);
-    CDefNode::ReconsiderGroups();
+    CDefNode::ReconsiderChannels();
     for (const auto &key : keys_) {
-        key->ReconsiderGroups();
+        key->ReconsiderChannels();
     }
 }
 

@@ -39,7 +39,7 @@ public:
     bool SetNameChannelAttr(std::uint32_t keyword, std::uint32_t number, std::string_view text, bool &matched);
 
     bool CommitChannels() override;
-    void ReconsiderGroups() override;
+    void ReconsiderChannels() override;
     void CapturedValueChanged(const TParValue &value, const CVariable *variable) override;
     void BindVariable(CVariable &variable) override;
     void GetChannelAttr(std::uint32_t keyword, std::uint32_t &value) override;

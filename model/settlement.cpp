@@ -142,6 +142,19 @@ TParValue CAssignments::SettledValue(const CVariable &variable) const {
     return definition->Scope()->Variables().find(variable.Name())->second->Stored();
 }
 
+void CAssignments::NoteLostSource(CVariable &variable) {
+    if (variable.Scope().Node() == nullptr) {
+        lost_sources_.push_back(&variable);
+    }
+}
+
+void CAssignments::SettleLostSources() {
+    for (CVariable *variable : lost_sources_) {
+        variable->Replace(SettledValue(*variable));
+    }
+    lost_sources_.clear();
+}
+
 void CAssignments::SettleVariable(CVariable &variable) {
     const CDefNode *node = variable.Scope().Node();
     if (node != nullptr && node->IsReleased()) {
