@@ -66,7 +66,7 @@ public:
             }
         }
         std::string switches;
-        for (std::uint32_t procedure = 0; procedure < done; ++procedure) {
+        for (std::uint32_t procedure = 0; procedure < done + 1; ++procedure) {
             switches += "par = '" + Switch(procedure) + ":' + number { optional; write_if_all; id = %" +
                         Switch(procedure) + "%; };\n";
         }
@@ -398,8 +398,9 @@ private:
     std::string ModuleKey() {
         TItem item{"dll", {"procedure = '" + Procedure(procedures_++) + "'"}};
         std::string condition = Chance("conditions") ? Condition() : "";
-        if (procedures_ > 1 && Chance("module_switches")) {
-            condition = NumberComparison(Switch(dice_.Below(procedures_ - 1)));
+        if (Chance("module_switches")) {
+            const std::uint32_t other = dice_.Below(procedures_);
+            condition = NumberComparison(Switch(other + (other + 1 < procedures_ ? 0 : 1)));
         }
         item.Add(condition.empty() ? TWords() : TWords{"enable_if " + condition});
         return Key("'" + Name("k") + "'", "", {"par = " + item.Text() + ";"}, "");
