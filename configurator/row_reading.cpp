@@ -61,11 +61,6 @@ bool CutsOthers(CSectionDef &section, CKeyDef &key) {
            });
 }
 
-/// A section that gets the values of every text with its name, instead of a new section for each.
-bool IsShared(const CSectionDef &definition) {
-    return definition.DependOn() != nullptr || (definition.Has(nfModule) && !definition.Has(nfMultiple));
-}
-
 }  // namespace
 
 TRowReading CRowReading::ReadSection(CSectionDef &section) {
@@ -93,12 +88,11 @@ TRowReading CRowReading::ReadSection(CSectionDef &section) {
     if (found == nullptr) {
         return name.empty() ? TOutcome::kNoName : TOutcome::kUnknownName;
     }
-    CSectionDef *const definition = found->Definition() != nullptr ? found->Definition() : found;
-    if (definition != section.Definition()) {
-        return TOutcome::kOtherRow;
-    }
-    if (IsShared(*definition) && SharesName(section, name)) {
-        return TOutcome::kOverwritten;
+    const bool is_instance = found->Definition() != nullptr;
+    if ((is_instance ? found->Definition() : found) != section.Definition()) {
+        // Of dependent sections that show one name each gets a text of its own.
+        const bool shared = is_instance && section.SheetData()->Instances().Index().ShowOneName(*found, section);
+        return shared ? TOutcome::kSame : TOutcome::kOtherRow;
     }
     return CompareName(section, nullptr, &found->Names()->Items(), name, false);
 }
@@ -126,14 +120,6 @@ CSectionDef *CRowReading::MatchSection(CSectionDef &section, std::string_view na
     data.Instances().Index().FindCandidates(name, sections_);
     std::erase_if(sections_, [](const CSectionDef *each) { return each->Has(nfUnrecognised); });
     return match();
-}
-
-/// True if a section of another definition shows the same name and would be found by it.
-bool CRowReading::SharesName(CSectionDef &section, std::string_view name) const {
-    return std::any_of(sections_.begin(), sections_.end(), [&](CSectionDef *other) {
-        return other->Definition() != nullptr && other->Definition() != section.Definition() &&
-               ShownName(*other) == name;
-    });
 }
 
 TRowReading CRowReading::ReadKey(CSectionDef &section, CKeyDef &key) {

@@ -190,4 +190,10 @@ void CInstanceIndex::FindCandidates(std::string_view text, std::vector<CSectionD
               [](const CSectionDef *left, const CSectionDef *right) { return left->Serial() < right->Serial(); });
 }
 
+bool CInstanceIndex::ShowOneName(const CSectionDef &left, const CSectionDef &right) const {
+    const TEntry &first = entries_.at(&left);
+    const TEntry &second = entries_.at(&right);
+    return first.form == TForm::kText && second.form == TForm::kText && first.text == second.text;
+}
+
 }  // namespace kq_pdt

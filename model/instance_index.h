@@ -38,6 +38,8 @@ public:
     /// All instances that a text has to be matched against, in the order of the list. Of instances that show the same
     /// name, or have the same pattern, the first counts that no text was read into yet, or else the first.
     void FindCandidates(std::string_view text, std::vector<CSectionDef *> &candidates) const;
+    /// True if the names of two instances are one text each, and the same.
+    bool ShowOneName(const CSectionDef &left, const CSectionDef &right) const;
 
 private:
     enum class TForm { kNone, kText, kPattern, kSingle };

@@ -118,15 +118,17 @@ CSectionDef *CParReader::MatchCandidates(std::string_view name, std::unique_ptr<
     return candidates_[matcher_.Winner()];
 }
 
-/// Of several instances of one definition that fit, one that no text was read into yet.
+/// Of several instances of one definition that fit, or of several that show one name, one that no text was read into
+/// yet.
 CSectionDef *CParReader::MatchInstance(std::string_view name, std::unique_ptr<CItemSeq> &results) {
-    sheet_data_.Instances().Index().FindCandidates(name, candidates_);
+    const CInstanceIndex &index = sheet_data_.Instances().Index();
+    index.FindCandidates(name, candidates_);
     CSectionDef *first = MatchCandidates(name, results);
     if (first == nullptr || !first->WasTaken()) {
         return first;
     }
-    std::erase_if(candidates_, [first](const CSectionDef *other) {
-        return other->WasTaken() || other->Definition() != first->Definition();
+    std::erase_if(candidates_, [&](const CSectionDef *other) {
+        return other->WasTaken() || (other->Definition() != first->Definition() && !index.ShowOneName(*other, *first));
     });
     CSectionDef *fresh = MatchCandidates(name, results);
     return fresh != nullptr ? fresh : first;
