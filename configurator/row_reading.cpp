@@ -41,6 +41,15 @@ TBeginning BeginningOf(const CItemSeq &name) {
     return beginning;
 }
 
+/// Could a line that begins with this name have, when it is read, a name of this beginning? A comment may hide the name.
+bool MayRead(std::string_view shown, const TBeginning &beginning) {
+    shown.remove_prefix(std::min(shown.find_first_not_of(" \t"), shown.size()));
+    const auto same = [](char upper, char any) { return upper == kq_base::ToUpper(any); };
+    return shown.find("(*") != std::string_view::npos ||
+           (shown.size() >= beginning.text.size() &&
+            std::equal(beginning.text.begin(), beginning.text.end(), shown.begin(), same));
+}
+
 /// Could one text have both names?
 bool MayShareText(const CItemSeq &left, const CItemSeq &right) {
     const TBeginning first = BeginningOf(left);
@@ -321,9 +330,11 @@ bool CRowReading::IsOverwritten(CSectionDef &section, CKeyDef &key) {
         return other.get() != own && other->Names() != nullptr &&
                MayShareText(own->Names()->Items(), other->Names()->Items());
     });
+    const TBeginning beginning = competes ? BeginningOf(own->Names()->Items()) : TBeginning();
     return competes && std::any_of(section.Keys().begin(), section.Keys().end(), [&](const auto &other) {
                const CKeyDef *const theirs = other->Definition();
                return other.get() != &key && theirs != nullptr && theirs->Names() != nullptr &&
+                      MayRead(ShownName(section, *other), beginning) &&
                       MayShareText(own->Names()->Items(), theirs->Names()->Items()) &&
                       ScanKey(section, *other) == TOutcome::kSame && has_line_ && MatchKey(definition, name_) == own;
            });
