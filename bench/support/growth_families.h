@@ -165,7 +165,7 @@ inline const std::vector<TFamily> &GrowthFamilies() {
          [](auto n) {
              return TInput{kNamed, Times(n, "[Slot#]\nMeter = M#\n"), ""};
          }},
-        {"dependent by text, none slot", 10000,
+        {"dependent sections without a source", 10000,
          [](auto n) {
              return TInput{kNamed, Times(n, "[M#]\nKey = 1\n"), ""};
          }},
