@@ -12,7 +12,7 @@ namespace kq_drv {
 namespace {
 
 /// Chooses the way to the lowest range whose last number isn't below this one.
-struct CEndingFrom {
+struct TEndingFrom {
     std::uint32_t number;
 
     std::uint32_t operator()(const TRangeNode &node) const {
@@ -62,13 +62,13 @@ CRangeTree::CPosition CRangeTree::Begin() const {
 
 CRangeTree::CPosition CRangeTree::FirstEndingFrom(std::uint32_t number) const {
     CPosition position;
-    Descend(position, CEndingFrom{number});
+    Descend(position, TEndingFrom{number});
     return position;
 }
 
 bool CRangeTree::FindContaining(std::uint32_t number, CPosition &position) const {
     // Whatever comes before this range ends too early, and whatever comes after it starts no earlier.
-    Descend(position, CEndingFrom{number});
+    Descend(position, TEndingFrom{number});
     return !IsEnd(position) && FirstAt(position) <= number;
 }
 
