@@ -41,6 +41,16 @@ TBeginning BeginningOf(const CItemSeq &name) {
     return beginning;
 }
 
+/// Could a line that begins with this name have, when it is read, a name of this beginning? A comment may hide the
+/// name.
+bool MayRead(std::string_view shown, const TBeginning &beginning) {
+    shown.remove_prefix(std::min(shown.find_first_not_of(" \t"), shown.size()));
+    const auto same = [](char upper, char any) { return upper == kq_base::ToUpper(any); };
+    return shown.find("(*") != std::string_view::npos ||
+           (shown.size() >= beginning.text.size() &&
+            std::equal(beginning.text.begin(), beginning.text.end(), shown.begin(), same));
+}
+
 /// Could one text have both names?
 bool MayShareText(const CItemSeq &left, const CItemSeq &right) {
     const TBeginning first = BeginningOf(left);
@@ -91,8 +101,7 @@ TRowReading CRowReading::ReadSection(CSectionDef &section) {
     const bool is_instance = found->Definition() != nullptr;
     if ((is_instance ? found->Definition() : found) != section.Definition()) {
         // Of dependent sections that show one name each gets a text of its own.
-        const bool shared = is_instance && section.SheetData()->Instances().Index().ShowOneName(*found, section);
-        return shared ? TOutcome::kSame : TOutcome::kOtherRow;
+        return is_instance && written == name && ShownName(*found) == name ? TOutcome::kSame : TOutcome::kOtherRow;
     }
     return CompareName(section, nullptr, &found->Names()->Items(), name, false);
 }
@@ -307,9 +316,11 @@ bool CRowReading::IsOverwritten(CSectionDef &section, CKeyDef &key) {
         return other.get() != own && other->Names() != nullptr &&
                MayShareText(own->Names()->Items(), other->Names()->Items());
     });
+    const TBeginning beginning = competes ? BeginningOf(own->Names()->Items()) : TBeginning();
     return competes && std::any_of(section.Keys().begin(), section.Keys().end(), [&](const auto &other) {
                const CKeyDef *const theirs = other->Definition();
                return other.get() != &key && theirs != nullptr && theirs->Names() != nullptr &&
+                      MayRead(ShownName(section, *other), beginning) &&
                       MayShareText(own->Names()->Items(), theirs->Names()->Items()) &&
                       ScanKey(section, *other) == TOutcome::kSame && has_line_ && MatchKey(definition, name_) == own;
            });

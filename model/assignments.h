@@ -31,6 +31,14 @@ public:
     /// none; with creates false, and in an edit, none is. If anything refuses, ok is false: outside an edit the old
     /// value comes back then.
     CSectionDef *Assign(CVariable &variable, const TParValue &value, bool creates, bool &ok);
+    /// Creates the dependent sections of a section that was published but not, or not wholly, read from a text: those
+    /// that its values would create when the text that is written is read.
+    void CreateAsFromText(CSectionDef &section);
+    /// While a file is read: an item that has published a variable of the root scope goes.
+    void NoteLostSource(CVariable &variable);
+    void ForgetLostSources() { lost_sources_.clear(); }
+    /// Gives the variables of such items the values of those that are left. Nothing follows.
+    void SettleLostSources();
     /// In an edit: an item hands its value to its variable.
     void Publish(const CItem &item, CVarRefItem &reference, const TParValue &value, bool &ok);
     /// At the end of an edit: gives the variables that were touched the values, and the items the dependent sections,
@@ -62,6 +70,7 @@ private:
 
     CParSheetData &sheet_data_;
     bool reading_ = false;
+    std::vector<CVariable *> lost_sources_;
     std::uint32_t depth_ = 0;             ///< assignments under way
     std::uint32_t sections_created_ = 0;  ///< by the outermost of them
 };

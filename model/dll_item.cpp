@@ -190,9 +190,11 @@ void CDllItem::ParameterChanged(const CVariable *variable, const TParValue &valu
 
 void CDllItem::RefreshModule() {
     if (sheet_data_ != nullptr && Selected() != nullptr) {
-        LoadModule(IsEnabled() ? *Selected() : kq_base::TText());
+        LoadModule(WantedModule());
     }
 }
+
+bool CDllItem::IsOutdated() const { return Selected() != nullptr && WantedModule() != loaded_name_; }
 
 /// The template that is loaded already stays as it is.
 void CDllItem::LoadModule(const kq_base::TText &name) {

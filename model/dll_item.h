@@ -31,6 +31,10 @@ public:
     /// any.
     bool FindEntry(std::string_view text, std::uint32_t position, TMatchStep &step, std::uint32_t &index) const;
 
+    /// Is another template loaded than the one of the selected module, or any while the item is disabled? To be asked
+    /// in the item's scopes.
+    bool IsOutdated() const;
+
     void Publish() override;
     bool AppendText(kq_base::CTextBuffer &text) override;
     std::unique_ptr<CItem> Clone() override;
@@ -49,6 +53,8 @@ protected:
 
 private:
     const kq_base::TText *Selected() const;
+    /// The selected module, or none while the item is disabled.
+    kq_base::TText WantedModule() const { return IsEnabled() ? *Selected() : kq_base::TText(); }
     void ListModules(CDllItem &clone) const;
     bool HasProcedures(std::string_view path) const;
     /// Loads the template of the selected module, or releases it while the item is disabled.

@@ -38,6 +38,13 @@ private:
     std::vector<std::pair<CVariable *, TParValue>> values_;
 };
 
+std::string ShownName(CSectionDef &section) {
+    const CScopeGuard scope(&section);
+    kq_base::CTextBuffer text;
+    section.Names()->Items().AppendText(text);
+    return std::string(text.View());
+}
+
 }  // namespace
 
 void CParReader::Warn(std::string_view text1, std::string_view text2, std::uint32_t line) {
@@ -58,13 +65,15 @@ void CParReader::Read(std::string_view text) {
     waits_for_sources_ = true;
     while (true) {
         const bool any_read = RunPass(pending, retry);
-        if (retry.empty() || !(any_read || waits_for_sources_)) {
+        const bool any_module = FollowModules(retry);
+        if (retry.empty() || !(any_read || any_module || waits_for_sources_)) {
             break;
         }
-        waits_for_sources_ = any_read;
+        waits_for_sources_ = any_read || any_module;
         pending = std::move(retry);
         retry.clear();
     }
+    retry.insert(retry.end(), lost_.begin(), lost_.end());
     for (const TParSectionRef &section : retry) {
         AddUnknownSection(section);
     }
@@ -91,19 +100,16 @@ bool CParReader::RunPass(const TPending &pending, TPending &retry) {
 CSectionDef *CParReader::MatchDefinition(std::string_view name, std::unique_ptr<CItemSeq> &results) {
     CTemplateValues values;
     matcher_.Begin(name);
-    candidates_.clear();
-    for (const auto &definition : sheet_data_.Definitions()) {
-        if (definition->Names() != nullptr) {
-            values.Keep(*definition);
-            matcher_.AddPattern(definition->Names()->Items(), definition.get(), nullptr);
-            candidates_.push_back(definition.get());
-        }
+    sheet_data_.DefinitionNames().Find(name, names_);
+    for (const CNameIndex::TEntry &found : names_) {
+        values.Keep(*found.node);
+        matcher_.AddPattern(found.node->Names()->Items(), found.node, nullptr);
     }
     if (!matcher_.Run()) {
         return nullptr;
     }
     results = matcher_.TakeResults();
-    return candidates_[matcher_.Winner()];
+    return static_cast<CSectionDef *>(names_[matcher_.Winner()].node);
 }
 
 CSectionDef *CParReader::MatchCandidates(std::string_view name, std::unique_ptr<CItemSeq> &results) {
@@ -118,17 +124,16 @@ CSectionDef *CParReader::MatchCandidates(std::string_view name, std::unique_ptr<
     return candidates_[matcher_.Winner()];
 }
 
-/// Of several instances of one definition that fit, or of several that show one name, one that no text was read into
-/// yet.
+/// Of several instances that fit, one that no text was read into yet. Those of another definition than the best one
+/// have to show the very same name.
 CSectionDef *CParReader::MatchInstance(std::string_view name, std::unique_ptr<CItemSeq> &results) {
-    const CInstanceIndex &index = sheet_data_.Instances().Index();
-    index.FindCandidates(name, candidates_);
+    sheet_data_.Instances().Index().FindCandidates(name, candidates_);
     CSectionDef *first = MatchCandidates(name, results);
     if (first == nullptr || !first->WasTaken()) {
         return first;
     }
-    std::erase_if(candidates_, [&](const CSectionDef *other) {
-        return other->WasTaken() || (other->Definition() != first->Definition() && !index.ShowOneName(*other, *first));
+    std::erase_if(candidates_, [&](CSectionDef *other) {
+        return other->WasTaken() || (other->Definition() != first->Definition() && ShownName(*other) != name);
     });
     CSectionDef *fresh = MatchCandidates(name, results);
     return fresh != nullptr ? fresh : first;
@@ -164,6 +169,9 @@ bool CParReader::ReadSection(const TParSectionRef &section) {
         instance = &sheet_data_.Instances().Append(definition->Clone(true));
     }
     instance->SetTaken();
+    if (shared) {
+        read_.emplace_back(section, instance->Handle());
+    }
     if (instance->Names() != nullptr && results) {
         const CScopeGuard scope(instance);
         instance->Names()->Items().CopyValues(*results);
@@ -172,10 +180,18 @@ bool CParReader::ReadSection(const TParSectionRef &section) {
     results.reset();
     ReadKeys(*definition, *instance);
     instance->RegisterChannels();
-    instance->PublishTree();
-    instance->ReconsiderGroups();
+    Publish(*instance);
+    instance->ReconsiderChannels();
     instance->CommitChannels();
     return true;
+}
+
+/// What no text gave a value counts as if its own text had been read.
+void CParReader::Publish(CSectionDef &section) {
+    section.PublishTree();
+    if (!section.IsReleased()) {
+        sheet_data_.Assignments().CreateAsFromText(section);
+    }
 }
 
 void CParReader::ReadKeys(CSectionDef &definition, CSectionDef &instance) {
@@ -201,21 +217,31 @@ const CKeyDef *CParReader::MatchKey(std::string_view text, CSectionDef &definiti
                                     std::unique_ptr<CItemSeq> &results) {
     CTemplateValues values;
     values.Keep(definition);
-    std::vector<const CKeyDef *> patterns;
-    patterns.reserve(definition.Keys().size());
     matcher_.Begin(text);
-    for (const auto &key : definition.Keys()) {
-        if (key->Names() != nullptr) {
-            values.Keep(*key);
-            matcher_.AddPattern(key->Names()->Items(), &definition, key.get());
-            patterns.push_back(key.get());
-        }
+    definition.KeyNames().Find(text, names_);
+    for (const CNameIndex::TEntry &found : names_) {
+        values.Keep(*found.node);
+        matcher_.AddPattern(found.node->Names()->Items(), &definition, found.node);
     }
     if (!matcher_.Run()) {
         return nullptr;
     }
-    results = matcher_.TakeResults();
-    return patterns[matcher_.Winner()];
+    const auto *key = static_cast<const CKeyDef *>(names_[matcher_.Winner()].node);
+    if (!key->Has(nfMultiple) || !matcher_.LinesUp()) {
+        results = matcher_.TakeResults();
+    }
+    return key;
+}
+
+/// A key with the name that was matched: clones of the results or, where these can be spared, clones of the
+/// definition's items with what results would hold.
+std::unique_ptr<CKeyDef> CParReader::NewKey(const CKeyDef &definition, const CItemSeq *results) {
+    std::unique_ptr<CKeyDef> key = definition.Clone(true, results);
+    if (results == nullptr) {
+        matcher_.PutInto(key->Names()->Items());
+        key->Names()->Items().ForceIntoRange();
+    }
+    return key;
 }
 
 /// The instance key that a key of the text belongs to: one of its own for a `multiple` key, otherwise the clone of the
@@ -228,15 +254,12 @@ CKeyDef *CParReader::KeyFor(std::string_view text, CSectionDef &definition, CSec
     }
     CKeyDef *key = nullptr;
     if (found->Has(nfMultiple)) {
-        key = &instance.AddKey(found->Clone(true, results.get()));
+        key = &instance.AddKey(NewKey(*found, results.get()));
     } else {
-        const auto &instances = instance.Keys();
-        const auto in_instance = std::find_if(instances.begin(), instances.end(),
-                                              [found](const auto &other) { return other->Definition() == found; });
-        if (in_instance == instances.end()) {
+        key = instance.CloneOf(*found);
+        if (key == nullptr) {
             return nullptr;
         }
-        key = in_instance->get();
     }
     const CScopeGuard section_scope(&instance);
     const CScopeGuard key_scope(key);
@@ -315,11 +338,13 @@ bool CParReader::TakeValue(std::string_view value, bool has_separator, std::uint
     }
     const CScopeGuard section_scope(&instance);
     const CScopeGuard key_scope(&key);
-    if (!matcher_.PutIntoPattern()) {
+    if (matcher_.LinesUp()) {
+        matcher_.PutInto(par.Items());
+    } else {
         par.Items().CopyValues(*matcher_.TakeResults());
     }
     if (has_separator) {
-        par.SetSeparator(par_scanner::TokenKindText(separator));
+        par.SetSeparator(separator);
     }
     return true;
 }
@@ -386,7 +411,7 @@ void CParReader::CheckRequiredSections() {
     }
     const CInstances::CHold hold(sheet_data_.Instances());
     for (CSectionDef *section : added) {
-        section->PublishTree();
+        Publish(*section);
         section->CommitChannels();
     }
     // What came in addition: dependent sections, and required ones of modules, which are published already.
@@ -402,6 +427,7 @@ void CParReader::CheckRequiredSections() {
             section.PublishTree();
         }
         if ((depends || definition->Has(nfModule)) && !section.IsReleased()) {
+            sheet_data_.Assignments().CreateAsFromText(section);
             section.CommitChannels();
         }
     }

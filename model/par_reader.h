@@ -1,8 +1,10 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "model/matcher.h"
@@ -34,22 +36,27 @@ private:
         std::string name;
         std::uint32_t handle = 0;
         std::uint32_t line = 0;
+        bool came_back = false;  ///< it was read into a section that went with its module
     };
     using TPending = std::vector<TParSectionRef>;
 
     /// True if any section was read.
     bool RunPass(const TPending &pending, TPending &retry);
     bool ReadSection(const TParSectionRef &section);
+    bool FollowModules(TPending &retry);
+    bool RefreshModule();
     CSectionDef *MatchDefinition(std::string_view name, std::unique_ptr<CItemSeq> &results);
     CSectionDef *MatchCandidates(std::string_view name, std::unique_ptr<CItemSeq> &results);
     CSectionDef *MatchInstance(std::string_view name, std::unique_ptr<CItemSeq> &results);
     void ReadKeys(CSectionDef &definition, CSectionDef &instance);
     const CKeyDef *MatchKey(std::string_view text, CSectionDef &definition, std::unique_ptr<CItemSeq> &results);
+    std::unique_ptr<CKeyDef> NewKey(const CKeyDef &definition, const CItemSeq *results);
     CKeyDef *KeyFor(std::string_view text, CSectionDef &definition, CSectionDef &instance);
     void ReadValues(std::string_view key_text, CSectionDef &instance, CKeyDef &key);
     bool TakeValue(std::string_view value, bool has_separator, std::uint32_t separator, CSectionDef &instance,
                    CKeyDef &key, CParDef &par);
     void ReportRefusedValue(std::string_view key_text, std::string_view value);
+    void Publish(CSectionDef &section);
     void AddUnknownKey(std::string_view text, std::string_view value, CSectionDef &section);
     void AddUnknownSection(const TParSectionRef &section);
     void CheckRequiredSections();
@@ -59,6 +66,11 @@ private:
     par_scanner::CParScanner *scanner_ = nullptr;
     CMatcher matcher_;
     std::vector<CSectionDef *> candidates_;
+    std::vector<CNameIndex::TEntry> names_;
+    /// What was read into sections that may go again with their module.
+    std::vector<std::pair<TParSectionRef, std::weak_ptr<CSectionDef *>>> read_;
+    TPending lost_;  ///< what is kept as unknown, since it keeps switching its own module off
+    std::uint32_t module_changes_ = 0;
     bool waits_for_sources_ = true;  ///< a dependent section that nothing has created yet is left to a later pass
 };
 

@@ -36,14 +36,12 @@ bool PublishesTo(const CItem &item, const CVariable &variable) {
     return item.IdVariable() != nullptr && item.IdVariable()->Name() == variable.Name();
 }
 
-/// Calls use(item) for the items of a key that publish a variable, in the order of the file.
+/// Calls use(item) for the items of a name, and of a key's values, in the order of the file.
 template <class TUse>
-void ForEachPublisher(CDefNode &node, const CVariable &variable, const TUse &use) {
+void ForEachItem(CDefNode &node, const TUse &use) {
     const auto visit = [&](const CItemSeq &items) {
         for (const auto &item : items.Items()) {
-            if (PublishesTo(*item, variable)) {
-                use(*item);
-            }
+            use(*item);
         }
     };
     if (node.Names() != nullptr) {
@@ -54,6 +52,15 @@ void ForEachPublisher(CDefNode &node, const CVariable &variable, const TUse &use
             visit(par->Items());
         }
     }
+}
+
+template <class TUse>
+void ForEachPublisher(CDefNode &node, const CVariable &variable, const TUse &use) {
+    ForEachItem(node, [&](CItem &item) {
+        if (PublishesTo(item, variable)) {
+            use(item);
+        }
+    });
 }
 
 CItem *LastOfNode(CDefNode &node, const CVariable &variable) {
@@ -76,11 +83,9 @@ CItem *LastOfSection(CSectionDef &section, const TSectionUse &use, const CVariab
     return use.in_section ? LastOfNode(section, variable) : nullptr;
 }
 
-/// Does a reading of the item's text create a section while the variable has another value?
-bool TextCreates(const CItem &item, const TParValue &value, const TParValue &current) {
-    const bool in_pieces =
-        item.Code() != TItemCode::kOptions && (value.IsNumber() ? value.number >= 10 : value.text.Length() >= 2);
-    return in_pieces || !(value == current);
+/// Does the item's text come in pieces when it is read, so that it creates a section in any case?
+bool ComesInPieces(const CItem &item, const TParValue &value) {
+    return item.Code() != TItemCode::kOptions && (value.IsNumber() ? value.number >= 10 : value.text.Length() >= 2);
 }
 
 }  // namespace
@@ -135,6 +140,19 @@ TParValue CAssignments::SettledValue(const CVariable &variable) const {
                                      ? static_cast<const CDefNode *>(static_cast<const CKeyDef *>(node)->Definition())
                                      : static_cast<const CSectionDef *>(node)->Definition();
     return definition->Scope()->Variables().find(variable.Name())->second->Stored();
+}
+
+void CAssignments::NoteLostSource(CVariable &variable) {
+    if (variable.Scope().Node() == nullptr) {
+        lost_sources_.push_back(&variable);
+    }
+}
+
+void CAssignments::SettleLostSources() {
+    for (CVariable *variable : lost_sources_) {
+        variable->Replace(SettledValue(*variable));
+    }
+    lost_sources_.clear();
 }
 
 void CAssignments::SettleVariable(CVariable &variable) {
@@ -220,7 +238,8 @@ void CAssignments::FindCreators(std::vector<TPublisher> &publishers) {
                                       [&](const TPublisher &other) { return other.section != begin->section; });
         for (auto publisher = begin; publisher != end; ++publisher) {
             if (publisher->written) {
-                publisher->creates = TextCreates(*publisher->item, publisher->value, current);
+                publisher->creates =
+                    ComesInPieces(*publisher->item, publisher->value) || !(publisher->value == current);
                 current = publisher->value;
             }
         }
@@ -229,6 +248,29 @@ void CAssignments::FindCreators(std::vector<TPublisher> &publishers) {
             current = publisher->value;
         }
         begin = end;
+    }
+}
+
+void CAssignments::CreateAsFromText(CSectionDef &section) {
+    const CScopeGuard scope(&section);
+    sections_created_ = 0;
+    const auto create = [&](CItem &item) {
+        const CVarRefItem *reference = item.IdVariable();
+        if (reference == nullptr || item.Dependent() != nullptr ||
+            sheet_data_.References().Dependent(reference->Name()) == nullptr || !item.IsWritten()) {
+            return;
+        }
+        const TParValue value = item.ValueInScopes();
+        CVariable *variable = reference->Variable();
+        if (variable != nullptr && ComesInPieces(item, value)) {
+            bool ok = true;
+            item.SetDependent(CreateDependent(*variable, &value, ok));
+        }
+    };
+    ForEachItem(section, create);
+    for (const auto &key : section.Keys()) {
+        const CScopeGuard key_scope(key.get());
+        ForEachItem(*key, create);
     }
 }
 

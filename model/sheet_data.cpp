@@ -51,6 +51,7 @@ bool CParSheetData::EndEdit(bool &bad_channel) {
         taken = !edit_->refused;
         bad_channel = edit_->bad_channel;
         if (taken) {
+            edit_->channels_changed = ranges_.Settle() || edit_->channels_changed;
             edit_->channels.Commit();
             commands = std::move(edit_->commands);
             channels_changed = edit_->channels_changed;
@@ -104,6 +105,24 @@ const CReferenceIndex &CParSheetData::References() {
     return references_;
 }
 
+const CNameIndex &CParSheetData::DefinitionNames() {
+    if (definition_names_outdated_) {
+        definition_names_outdated_ = false;
+        definition_names_.Clear();
+        for (const auto &definition : definitions_) {
+            AddDefinitionName(*definition);
+        }
+    }
+    return definition_names_;
+}
+
+void CParSheetData::AddDefinitionName(CSectionDef &definition) {
+    definition.SetSerial(next_definition_++);
+    if (definition.Names() != nullptr) {
+        definition_names_.Add(CNameIndex::LeadsOf(definition.Names()->Items()), {definition.Serial(), &definition});
+    }
+}
+
 bool CParSheetData::CanAddMultiple() const {
     return std::any_of(definitions_.begin(), definitions_.end(),
                        [](const auto &section) { return section->Has(nfMultiple) && section->DependOn() == nullptr; });
@@ -153,7 +172,11 @@ CSectionDef &CParSheetData::AppendDefinition(std::unique_ptr<CSectionDef> sectio
     const bool refers = !section->Has(nfUnrecognised);
     definitions_.push_back(std::move(section));
     references_outdated_ = references_outdated_ || refers;
+    if (!definition_names_outdated_) {
+        AddDefinitionName(*definitions_.back());
+    }
     CJournal::Note([this] {
+        definition_names_outdated_ = true;
         instances_.Bury(std::move(definitions_.back()));
         definitions_.pop_back();
     });
@@ -174,6 +197,7 @@ void CParSheetData::ClearData() {
         section->Done();
     }
     references_outdated_ = true;
+    definition_names_outdated_ = true;
     keyword_words_.clear();
     root_scope_.Clear();
 }

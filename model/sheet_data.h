@@ -122,6 +122,8 @@ public:
     CVarScope &RootScope() { return root_scope_; }
     CChannelRangeTable &Ranges() { return ranges_; }
     const CSectionList &Definitions() const { return definitions_; }
+    /// The names of the definitions, each with its section.
+    const CNameIndex &DefinitionNames();
     CAssignments &Assignments() { return assignments_; }
     CInstances &Instances() { return instances_; }
     const CInstances &Instances() const { return instances_; }
@@ -140,6 +142,7 @@ public:
 
 private:
     void ReleaseDefinition(const CSectionDef &definition);
+    void AddDefinitionName(CSectionDef &definition);
     void ReleaseModule(TLoadedModule &loaded);
     void TellKeywordsChanged();
     void TakeModuleSections(CSectionList &sections, TLoadedModule &loaded);
@@ -151,6 +154,9 @@ private:
     CSectionList definitions_;
     CReferenceIndex references_;
     bool references_outdated_ = true;
+    CNameIndex definition_names_;
+    bool definition_names_outdated_ = true;
+    std::uint32_t next_definition_ = 0;  ///< the serial number of the next definition in definition_names_
     bool no_channels_ = false;
     CInstances instances_{*this};
     CAssignments assignments_{*this};

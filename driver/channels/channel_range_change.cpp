@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <optional>
+#include <utility>
 
 #include "driver/channels/channel_range_note.h"
 #include "driver/channels/channel_range_table.h"
@@ -146,13 +147,65 @@ void CChannelRangeTable::SetKind(std::uint32_t first, std::uint32_t type, std::u
         return;
     }
     constexpr std::uint32_t kFree = kNoteTypeFree | kNoteDirectionFree;
+    const std::uint32_t free = NoteFlags(true, type, direction) & kFree;
+    const auto is_given = [](std::uint32_t code, std::uint32_t has) { return code == kUndefinedCode || code == has; };
+    const TRecord &lowest = block.Lowest();
+    if ((lowest.note & kFree) == free && is_given(type, lowest.type) && is_given(direction, lowest.direction)) {
+        return;
+    }
     for (const TBlock::TPiece &piece : block.pieces) {
         TRecord range = piece.range;
-        range.note = (range.note & ~kFree) | (NoteFlags(true, type, direction) & kFree);
+        range.note = (range.note & ~kFree) | free;
         range.type = type != kUndefinedCode ? type : range.type;
         range.direction = direction != kUndefinedCode ? direction : range.direction;
         store_.SetRest(Ranges().AtRow(piece.row), range);
     }
+}
+
+bool CChannelRangeTable::Settle() {
+    const TRows rows = UnsettledRows();
+    for (const auto &[row, settled] : rows) {
+        store_.SetRest(Ranges().AtRow(row), settled);
+    }
+    return !rows.empty();
+}
+
+/// The rows that Settle changes, with what it makes of them.
+CChannelRangeTable::TRows CChannelRangeTable::UnsettledRows() const {
+    TRows rows;
+    const auto add = [&rows](std::uint32_t row, const TRecord &range, const TRecord &settled) {
+        if (settled.type != range.type || settled.direction != range.direction || settled.note != range.note) {
+            rows.emplace(row, settled);
+        }
+    };
+    for (const std::uint32_t first : store_.Unsettled()) {
+        TBlock block;
+        if (!FindBlock(first, block) || !IsDefined(block.Lowest())) {
+            continue;
+        }
+        const TRecord lowest = block.Lowest();
+        const bool type_given = (lowest.note & kNoteTypeFree) == 0 && lowest.type != kUndefinedCode;
+        const bool direction_given = (lowest.note & kNoteDirectionFree) == 0 && lowest.direction != kUndefinedCode;
+        std::uint32_t name = 0;
+        for (const TBlock::TPiece &piece : block.pieces) {
+            name = std::max(name, NameBitsOf(piece.range.note));
+        }
+        for (const TBlock::TPiece &piece : block.pieces) {
+            TRecord settled = piece.range;
+            settled.type = type_given ? lowest.type : settled.type;
+            settled.direction = direction_given ? lowest.direction : settled.direction;
+            settled.note = WithName(settled.note, std::exchange(name, 0));
+            add(piece.row, piece.range, settled);
+        }
+        CPosition next;
+        if (block.Last() != kNoNumber && Ranges().FindByFirst(block.Last() + 1, next) &&
+            !IsDefined(Ranges().At(next))) {
+            TRecord unnamed = Ranges().At(next);
+            unnamed.note = WithName(unnamed.note, 0);
+            add(Ranges().RowOf(next), Ranges().At(next), unnamed);
+        }
+    }
+    return rows;
 }
 
 /// The block keeps its length.

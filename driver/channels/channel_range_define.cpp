@@ -21,6 +21,7 @@ struct CChannelRangeTable::TDefinition {
     std::string_view name;
     std::uint32_t laid_last = kNoNumber;  ///< of what a step from the last channel laid
     bool continues = false;               ///< channels right below have been laid
+    bool settled = true;                  ///< reading the written driver map would lay the same
     bool fills_gaps = false;  ///< an unknown type or direction of a range that is taken over becomes the definition's
 
     /// The range that is laid where there is none.
@@ -44,6 +45,9 @@ bool CChannelRangeTable::AddDefined(std::uint32_t first, std::uint32_t last, std
         step = LayStep(rest);
     }
     if (step == TStep::kDone) {
+        if (!rest.settled) {
+            store_.Unsettled().insert(first);
+        }
         Changed();
     } else if (rest.last < last) {
         DetachPiece(rest.last + 1, rest.laid_last);
@@ -189,6 +193,7 @@ CChannelRangeTable::TStep CChannelRangeTable::LayFromFirst(CPosition &position, 
         if (!from_start) {
             rest_of_range.note = WithName(range.note, name);
         }
+        rest.settled = rest.settled && NameBitsOf(rest_of_range.note) == 0;
         store_.Insert(position, rest_of_range);
     }
     if (rest.last <= range.last) {
@@ -222,6 +227,8 @@ CChannelRangeTable::TStep CChannelRangeTable::LayFromLast(CPosition &position, T
         rest_of_range.note = WithName(range.note, name);
         store_.Insert(position, rest_of_range);
     }
+    rest.settled = rest.settled && NameBitsOf(taken.note | rest_of_range.note) == 0 &&
+                   !Differs(range.type, rest.type) && !Differs(range.direction, rest.direction);
     rest.laid_last = rest.last;
     rest.last = range.first - 1;
     rest.name = {};

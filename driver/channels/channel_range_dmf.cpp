@@ -61,8 +61,14 @@ void CChannelRangeTable::WriteDmfText(CTextOut &out) const {
         return;
     }
     out.WriteLine("begin");
-    for (CPosition position = Ranges().Begin(); !Ranges().IsEnd(position); Ranges().Next(position)) {
-        const TRecord range = Ranges().At(position);
+    const TRows unsettled = UnsettledRows();
+    auto settled = unsettled.begin();
+    std::uint32_t row = 0;
+    for (CPosition position = Ranges().Begin(); !Ranges().IsEnd(position); Ranges().Next(position), ++row) {
+        TRecord range = Ranges().At(position);
+        if (settled != unsettled.end() && settled->first == row) {
+            range = (settled++)->second;
+        }
         if (IsChannelType(range.type) && IsDirection(range.direction)) {
             WriteEntry(out, range.first, range.last, KeywordText(range.type), KeywordText(range.direction));
         }

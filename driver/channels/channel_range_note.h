@@ -28,6 +28,9 @@ constexpr std::uint32_t WithName(std::uint32_t note, std::uint32_t name_bits) {
 
 constexpr bool IsDefined(const kq_drv::TRangeRecord &range) { return (range.note & kNoteDefined) != 0; }
 
+/// The bits of a note that hold the name; 0 without one.
+constexpr std::uint32_t NameBitsOf(std::uint32_t note) { return note & ~kNoteFlags; }
+
 /// True for a piece of a definition that isn't its lowest.
 constexpr bool Continues(const kq_drv::TRangeRecord &range) { return (range.note & kNoteContinues) != 0; }
 

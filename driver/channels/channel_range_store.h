@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <set>
 #include <string_view>
 #include <vector>
 
@@ -38,6 +39,11 @@ public:
     /// The name in a note; null if it has none.
     const kq_base::TText *Name(std::uint32_t note) const;
 
+    /// First channels of definitions that may have something to settle; see CChannelRangeTable::Settle. An entry too
+    /// many does no harm, so undoing a change leaves them.
+    std::set<std::uint32_t> &Unsettled() { return contents_.unsettled; }
+    const std::set<std::uint32_t> &Unsettled() const { return contents_.unsettled; }
+
     /// Forgets everything. In a journal the old contents are kept, not copied.
     void Clear();
     /// What a driver map holds besides the ranges. Filled after Clear and before any mark, so Clear's undoing is
@@ -64,6 +70,7 @@ private:
     struct TContents {
         kq_drv::CRangeTree ranges;
         std::vector<kq_base::TText> names;  ///< a range's note holds a number into this list; few ranges have one
+        std::set<std::uint32_t> unsettled;
         kq_drv::CChannelBlockSet aside;
         std::uint32_t dmf_stop_line = 0;
     };

@@ -146,6 +146,7 @@ void CChannelRangeTable::SetCellText(std::uint32_t row, std::uint32_t column, st
         record.direction = keyword;
     }
     store_.SetRest(position, record);
+    Settle();
 }
 
 void CChannelRangeTable::SelectRow(std::uint32_t first) const {

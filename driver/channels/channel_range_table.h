@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -56,8 +57,8 @@ public:
     /// The line of the entry at which the last LoadDmfText stopped filling the table, counted from 1; 0 if it read the
     /// whole text.
     std::uint32_t DmfStopLine() const { return store_.DmfStopLine(); }
-    /// Writes the driver map: the ranges of known type and direction, then those channels kept aside that the table
-    /// doesn't hold. Nothing without a text view.
+    /// Writes the driver map: the ranges of known type and direction as Settle would leave them, then those channels
+    /// kept aside that the table doesn't hold. Nothing without a text view.
     void WriteDmfText(CTextOut &out) const;
     /// Writes the driver map to a file. False gives the reason.
     bool SaveDmf(std::string_view path, std::string &error) const;
@@ -66,9 +67,10 @@ public:
 
     /// Lays a definition over the table. It takes over the channels of ranges from the driver map, which it splits at
     /// its own bounds but whose type and direction it can't change. False after a report: a channel is defined already
-    /// or of another kind; pieces laid before that stay. Nothing, and true, if first is above last. Of the ranges
-    /// wholly inside the definition that hold neither its ends nor the ends of its rests, undefined ones become pieces
-    /// or, if they are of another kind, go; if one of them is defined, none is noticed.
+    /// or of another kind; pieces laid before that stay. If no range holds the first channel, the one that holds the
+    /// last channel isn't compared: it gives a piece that keeps its kind until Settle. Nothing, and true, if first is
+    /// above last. Of the ranges wholly inside the definition that hold neither its ends nor the ends of its rests,
+    /// undefined ones become pieces or, if they are of another kind, go; if one of them is defined, none is noticed.
     bool AddDefined(std::uint32_t first, std::uint32_t last, std::uint32_t type, std::uint32_t direction,
                     std::string_view name);
     bool AddDefinedUnnamed(std::uint32_t first, std::uint32_t last, std::uint32_t type, std::uint32_t direction);
@@ -112,8 +114,13 @@ public:
 
     /// Gives the block at first, with all its pieces, the type and direction that its definition has now. What the
     /// definition leaves open (kUndefinedCode) keeps its code and is the user's to choose. Nothing without such a
-    /// block.
+    /// block, or if its lowest piece has them.
     void SetKind(std::uint32_t first, std::uint32_t type, std::uint32_t direction);
+
+    /// Makes of all definitions what reading the written driver map makes of them: every piece has the type and
+    /// direction that the definition gives, and only the lowest has its name. True if something has changed; the owner
+    /// isn't told.
+    bool Settle();
 
     // Appending, look-ups and rows: channel_range_table.cpp.
 
@@ -142,7 +149,8 @@ public:
                      std::uint32_t &background, bool highlight) const;
     /// True for a type or direction that the range's definition leaves open.
     bool IsCellEditable(std::uint32_t row, std::uint32_t column) const;
-    /// Sets type (column 3) or direction (column 4) to a word of the template language; anything else changes nothing.
+    /// Sets type (column 3) or direction (column 4) to a word of the template language, and settles; anything else
+    /// changes nothing.
     void SetCellText(std::uint32_t row, std::uint32_t column, std::string_view text);
     /// Has the owner select the row of the range that starts at a number.
     void SelectRow(std::uint32_t first) const;
@@ -156,6 +164,7 @@ private:
     struct TDefinition;
     /// How a step of laying a definition ends.
     enum class TStep : std::uint8_t { kDone, kMore, kRefused };
+    using TRows = std::map<std::uint32_t, TRecord>;
     struct TBlock;
     struct TReplacement;
 
@@ -186,6 +195,7 @@ private:
     bool ChangeCount(const TBlock &block, std::uint32_t old_count, std::uint32_t count);
     bool ClearDown(const TBlock &block, std::uint32_t edge, std::vector<TReplacement> &changes) const;
     bool ClearUp(const TBlock &block, std::uint32_t edge, std::vector<TReplacement> &changes) const;
+    TRows UnsettledRows() const;
     void Reshape(const TBlock &block, std::int64_t shift, std::uint32_t first, std::uint32_t last,
                  std::vector<TReplacement> &changes);
     void Apply(std::vector<TReplacement> &changes);

@@ -65,7 +65,10 @@ void CLawRun::CheckTaken(const std::string &what) {
     const bool conditions = Difference(ours.sections, theirs.sections).find("[off]") != std::string::npos;
     compare(ours.names, theirs.names, "sections");
     compare(ours.sections, theirs.sections, conditions ? "conditions" : "cells");
-    compare(ours.table, theirs.table, "channels");
+    // What lies over a range of another kind in the driver map gets its own kind with the first edit.
+    if (what != "start") {
+        compare(ours.table, theirs.table, "channels");
+    }
     compare(SortedSections(par_), SortedSections(fresh.Written()), "text");
     compare(dmf_, WrittenDmf(fresh), "driver map");
 }

@@ -204,8 +204,8 @@ TEST(ChannelRangeTableAgainstReference, RandomPrograms) {
     }
 }
 
-/// Definitions over a driver map as edits make and change them. Written and read again, and the definitions laid over
-/// it, the table must be the same and have nothing to say.
+/// Definitions over a driver map as a reading lays them and edits make and change them. Written and read again, and the
+/// definitions laid over it, the table must be the same and have nothing to say.
 class CEditRun {
 public:
     explicit CEditRun(std::uint32_t seed) : generator_(seed) {
@@ -225,12 +225,14 @@ public:
             const bool done = Step();
             ASSERT_TRUE(done || TableText(table_) == before) << trace_;
             const std::string text = DmfText(table_);
+            table_.Settle();
+            ASSERT_EQ(DmfText(table_), text) << trace_;
             CRecordingOwner owner;
             CChannelRangeTable fresh;
             fresh.SetOwner(&owner);
             fresh.LoadDmfText(text);
             for (const TBlock &block : blocks_) {
-                fresh.AddDefinedUnnamed(block.first, block.last, block.type, kwInput);
+                fresh.AddDefined(block.first, block.last, block.type, kwInput, block.name);
             }
             ASSERT_EQ(owner.reports, "") << trace_ << "\n" << TableText(table_);
             ASSERT_EQ(TableText(fresh), TableText(table_)) << trace_;
@@ -240,15 +242,32 @@ public:
 private:
     struct TBlock {
         std::uint32_t first, last, type;
+        std::string name = {};
     };
+
+    /// As a reading does, but where blocks overlap.
+    bool Lay(const TBlock &block) {
+        CChannelTransaction transaction(table_);
+        if (std::any_of(blocks_.begin(), blocks_.end(),
+                        [&](const TBlock &other) { return other.first <= block.last && block.first <= other.last; }) ||
+            !table_.AddDefined(block.first, block.last, block.type, kwInput, block.name)) {
+            return false;
+        }
+        transaction.Commit();
+        blocks_.push_back(block);
+        return true;
+    }
 
     bool Step() {
         const std::uint32_t first = generator_.Below(40);
         const std::uint32_t last = first + generator_.Below(9);
         const std::uint32_t type = generator_.Below(3) == 0 ? kwBoolean : kwReal;
         trace_ += "\n" + std::to_string(first) + " " + std::to_string(last) + " " + std::to_string(type);
-        const std::uint32_t choice = blocks_.empty() ? 0 : generator_.Below(9);
-        if (choice < 2) {
+        const std::uint32_t choice = generator_.Below(blocks_.empty() ? 2 : 9);
+        if (choice == 0) {
+            return Lay({first, last, type, generator_.Below(2) == 0 ? "x" : ""});
+        }
+        if (choice == 1) {
             const bool done = table_.DefineIfFits(first, last, type, kwInput);
             if (done) {
                 blocks_.push_back({first, last, type});
@@ -258,6 +277,9 @@ private:
         const std::uint32_t index = generator_.Below(static_cast<std::uint32_t>(blocks_.size()));
         TBlock &block = blocks_[index];
         trace_ += " " + std::to_string(choice) + " of " + std::to_string(block.first);
+        if (choice > 2 && !block.name.empty()) {
+            return false;
+        }
         if (choice == 2) {
             table_.RemoveRange(block.first);
             blocks_.erase(blocks_.begin() + index);
