@@ -97,10 +97,9 @@ std::string RunMatcher(CMatcher &matcher, const CPatterns &patterns, std::string
     const bool matched = matcher.Run();
     const std::size_t winner = matched ? found[matcher.Winner()].order : 0;
     const std::unique_ptr<CItemSeq> results = matched ? matcher.TakeResults() : nullptr;
-    if (matched && !matcher.LinesUp()) {
-        patterns.lists[winner]->Items().CopyValues(*results);
-    } else if (matched) {
-        // A new key takes the pieces straight into its name.
+    if (matched && matcher.LinesUp()) {
+        // A new key takes the pieces straight into its name. Clones pull numbers of the results into their ranges.
+        const std::string shown = Show(matched, winner, results.get());
         CItemSeq by_results;
         CItemSeq straight;
         results->CloneInto(by_results);
@@ -109,6 +108,10 @@ std::string RunMatcher(CMatcher &matcher, const CPatterns &patterns, std::string
         straight.ForceIntoRange();
         EXPECT_EQ(Show(true, 0, &straight), Show(true, 0, &by_results)) << text;
         matcher.PutInto(patterns.lists[winner]->Items());
+        return shown;
+    }
+    if (matched) {
+        patterns.lists[winner]->Items().CopyValues(*results);
     }
     return Show(matched, winner, results.get());
 }

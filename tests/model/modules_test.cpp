@@ -71,6 +71,9 @@ TEST_F(CModules, ListHoldsWhatHasAllProcedures) {
     EXPECT_EQ(Listed("procedure = 'HiddenFunction'"), "") << "what isn't exported doesn't count";
     EXPECT_EQ(Listed("procedure = 'OnlyInNeeded'"), "") << "nor what a library it needs exports";
     EXPECT_EQ(session_.boxes, std::vector<std::string>{});
+    host_.listed = 0;
+    session_.Translate(kTemplate, "[S]\nm = A\n[S]\nm = b\n[S]\nm = A\n");
+    EXPECT_EQ(host_.listed, 1U);
     kq_pdt::SetHostCallback(nullptr);
     EXPECT_EQ(Listed(""), "");
     EXPECT_EQ(session_.Written(), "[S]\n\n");
@@ -210,6 +213,29 @@ TEST_F(CModules, SectionMayTakeItselfAway) {
         EXPECT_EQ(session_.Written(), written) << number;
         ASSERT_TRUE(session_.Translate(root + pdt, written));
         EXPECT_EQ(session_.Written(), written) << number;
+    }
+}
+
+/// What a module's section publishes counts for modules further up, too, whatever they were before it was read.
+TEST_F(CModules, ModulesSwitchEachOther) {
+    AddModule("A.dll", "A.pdt",
+              "def_section name = 'OfA'; def_key name = 'k'; par = number { id = %w% }; end_key end_section");
+    AddModule("B.dll", "B.pdt", SectionOf("OfB"));
+    const std::string pdt =
+        "def_section name = 'S'; def_key name = 'w'; par = number { optional; id = %w% }; end_key"
+        " def_key name = 'b'; par = dll { enable_if 0 = %w% mod 2 }; end_key def_key name = 'n';"
+        " par = dll { enable_if %w% = nedef }; end_key def_key name = 'a'; par = dll; end_key end_section";
+    const std::string par = "[S]\nb = B\nn = B\na = A\n[OfB]\nk = 1, 2\n[OfA]\nk = ";
+    struct {
+        const char *number;
+        const char *messages;
+        const char *channels;
+    } const kCases[] = {{"4", "", "*1-2 real input"}, {"5", "W:5 Nerozpoznaná sekce: OfB\n", ""}};
+    for (const auto &[number, messages, channels] : kCases) {
+        ASSERT_TRUE(session_.Translate(pdt, par + number + "\n"));
+        EXPECT_EQ(session_.MessageLines(), messages);
+        EXPECT_EQ(session_.Channels(), channels);
+        EXPECT_NE(session_.Written().find("[OfB]"), std::string::npos) << "the text stays";
     }
 }
 
