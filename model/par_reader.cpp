@@ -62,6 +62,7 @@ void CParReader::Read(std::string_view text) {
             {std::string(scanner.SectionName()), scanner.GetActSectionHandle(), scanner.GetSectionLine()});
     }
     TPending retry;
+    sheet_data_.Assignments().ForgetLostSources();
     waits_for_sources_ = true;
     while (true) {
         const bool any_read = RunPass(pending, retry);
@@ -414,14 +415,23 @@ void CParReader::CheckRequiredSections() {
         Publish(*section);
         section->CommitChannels();
     }
+    PublishAdditions();
+    if (!added.empty()) {
+        sheet_data_.Assignments().SettleRoot();
+        PublishAdditions();
+    }
+}
+
+void CParReader::PublishAdditions() {
     // What came in addition: dependent sections, and required ones of modules, which are published already.
     // NOLINTNEXTLINE(modernize-loop-convert): the list grows on the way.
     for (std::size_t index = 0; index < sheet_data_.Instances().List().size(); ++index) {
         CSectionDef &section = *sheet_data_.Instances().List()[index];
         const CSectionDef *definition = section.Definition();
-        if (section.WasTaken() || definition == nullptr) {
+        if (section.WasTaken() || definition == nullptr || section.Serial() <= published_) {
             continue;
         }
+        published_ = section.Serial();
         const bool depends = definition->DependOn() != nullptr;
         if (depends) {
             section.PublishTree();

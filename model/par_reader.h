@@ -60,6 +60,7 @@ private:
     void AddUnknownKey(std::string_view text, std::string_view value, CSectionDef &section);
     void AddUnknownSection(const TParSectionRef &section);
     void CheckRequiredSections();
+    void PublishAdditions();
     void Warn(std::string_view text1, std::string_view text2, std::uint32_t line);
 
     CParSheetData &sheet_data_;
@@ -71,6 +72,7 @@ private:
     std::vector<std::pair<TParSectionRef, std::weak_ptr<CSectionDef *>>> read_;
     TPending lost_;  ///< what is kept as unknown, since it keeps switching its own module off
     std::uint32_t module_changes_ = 0;
+    std::uint32_t published_ = 0;    ///< of the sections that came in addition, the serial number of the last one
     bool waits_for_sources_ = true;  ///< a dependent section that nothing has created yet is left to a later pass
 };
 

@@ -61,7 +61,7 @@ bool CParReader::RefreshModule() {
 bool CParReader::FollowModules(TPending &retry) {
     const CInstances::CHold hold(sheet_data_.Instances());
     CAssignments &assignments = sheet_data_.Assignments();
-    assignments.ForgetLostSources();
+    assignments.SettleLostSources();
     bool changed = false;
     assignments.SetReading(true);
     while (module_changes_ < kMaxModuleChanges && RefreshModule()) {

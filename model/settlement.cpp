@@ -143,7 +143,7 @@ TParValue CAssignments::SettledValue(const CVariable &variable) const {
 }
 
 void CAssignments::NoteLostSource(CVariable &variable) {
-    if (variable.Scope().Node() == nullptr) {
+    if (variable.Scope().Node() == nullptr && notes_lost_sources_) {
         lost_sources_.push_back(&variable);
     }
 }
@@ -153,6 +153,26 @@ void CAssignments::SettleLostSources() {
         variable->Replace(SettledValue(*variable));
     }
     lost_sources_.clear();
+}
+
+void CAssignments::SettleRoot() {
+    constexpr int kMaxRounds = 10;
+    bool changed = true;
+    for (int round = 0; changed && round < kMaxRounds; ++round) {
+        changed = false;
+        std::vector<CVariable *> variables;
+        for (const auto &[name, variable] : sheet_data_.RootScope().Variables()) {
+            variables.push_back(variable.get());
+        }
+        for (CVariable *variable : variables) {
+            const TParValue value = SettledValue(*variable);
+            if (!SameValue(value, variable->Stored())) {
+                bool ok = true;
+                Assign(*variable, value, false, ok);
+                changed = true;
+            }
+        }
+    }
 }
 
 void CAssignments::SettleVariable(CVariable &variable) {

@@ -90,7 +90,7 @@ QString CSheetModel::TitleOf(const TPlace &place) const {
 
 /// For those who don't see the row and the heading of a cell; its name is what it shows.
 QString CSheetModel::Description(const TPlace &place, bool disabled) const {
-    const QString tip = ToolTip(place, disabled);
+    QString tip = ToolTip(place, disabled);
     if (place.column == 1) {
         return tip;
     }

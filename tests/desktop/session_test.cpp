@@ -11,6 +11,7 @@
 #include <QMainWindow>
 #include <QPlainTextEdit>
 #include <QSplitter>
+#include <QTabWidget>
 #include <QTest>
 #include <QTextBlock>
 #include <QTextLayout>
@@ -86,24 +87,6 @@ TEST_F(CSessionDesk, LineEndsOfTwoCharactersStay) {
     person.Press(Qt::Key_Delete);
     Check();
     EXPECT_EQ(person.Window().ParView().Text(), "b = 1\r\n\r\nx");
-}
-
-TEST_F(CSessionDesk, MistakesAreFoundByF8) {
-    ToText();
-    person.Press(Qt::Key_End, Qt::ControlModifier);
-    person.Type(QStringLiteral("[Line3]"));
-    person.Press(Qt::Key_Return);
-    person.Type(QStringLiteral("Type = NONSENSE"));
-    person.Press(Qt::Key_Return);
-    person.Press(Qt::Key_Home, Qt::ControlModifier);
-    ToSheet();
-    EXPECT_EQ(person.Window().Tabs().ActiveTabIndex(), CConfiguratorWindow::kTextTab);
-    ASSERT_FALSE(person.Window().Messages().Rows().empty());
-    person.Press(Qt::Key_Home, Qt::ControlModifier);
-    person.Press(Qt::Key_F8);
-    EXPECT_EQ(person.Text().textCursor().block().text(), QStringLiteral("Type = NONSENSE"));
-    EXPECT_FALSE(person.Text().extraSelections().isEmpty());
-    Check();
 }
 
 TEST_F(CSessionDesk, SavingWritesTheFilesAndLeavesNoCopy) {
@@ -196,6 +179,17 @@ TEST_F(CSessionDesk, RowsThatWouldNotReadBackAreSaid) {
                   row.data().toString().toStdString());
     }
     Check();
+}
+
+TEST_F(CSessionDesk, ATemplateThatDoesNotCompileIsWhyTheSheetIsDisabled) {
+    QFile file(person.Path(QStringLiteral("modbus.pdt")));
+    ASSERT_TRUE(file.open(QFile::WriteOnly));
+    file.write("def_section name = ;");
+    file.close();
+    person.Reopen(QStringLiteral("modbus.par"));
+    const auto &tabs = *static_cast<QTabWidget *>(CQtPeer::Of(&person.Window().Tabs())->Widget());
+    EXPECT_FALSE(tabs.isTabEnabled(0));
+    EXPECT_TRUE(tabs.tabToolTip(0).startsWith(QStringLiteral("Chyba při čtení definice PARu:")));
 }
 
 TEST_F(CSessionDesk, CopiesOfAnEndedSessionAreOffered) {

@@ -92,6 +92,8 @@ TEST_F(CStory, AStationIsAddedAndAMistakeMended) {
     GoTo(Qt::Key_Down, QStringLiteral("IP"));
     Press(Qt::Key_Right);
     EXPECT_TRUE(person.Main().statusBar()->currentMessage().contains(QStringLiteral("%transport%")));
+    Press(Qt::Key_F2);
+    EXPECT_EQ(person.Window().Sheet().CellEditor(), nullptr);
     Step(QStringLiteral("dim"));
 
     // A station with two blocks of registers.

@@ -66,7 +66,7 @@ public:
             }
         }
         std::string switches;
-        for (std::uint32_t procedure = 0; procedure < done; ++procedure) {
+        for (std::uint32_t procedure = 0; procedure < done + 1; ++procedure) {
             switches += "par = '" + Switch(procedure) + ":' + number { optional; write_if_all; id = %" +
                         Switch(procedure) + "%; };\n";
         }
@@ -398,8 +398,9 @@ private:
     std::string ModuleKey() {
         TItem item{"dll", {"procedure = '" + Procedure(procedures_++) + "'"}};
         std::string condition = Chance("conditions") ? Condition() : "";
-        if (procedures_ > 1 && Chance("module_switches")) {
-            condition = NumberComparison(Switch(dice_.Below(procedures_ - 1)));
+        if (Chance("module_switches")) {
+            const std::uint32_t other = dice_.Below(procedures_);
+            condition = NumberComparison(Switch(other + (other + 1 < procedures_ ? 0 : 1)));
         }
         item.Add(condition.empty() ? TWords() : TWords{"enable_if " + condition});
         return Key("'" + Name("k") + "'", "", {"par = " + item.Text() + ";"}, "");
@@ -412,7 +413,7 @@ private:
         const bool depends = depth_ > 0;
         const bool multiple = !first && Chance(depends ? "multiple_dependents" : "multiple");
         std::string name = first     ? "'Main'"
-                           : depends ? "'" + Name("D") + "-' + %" + source.variable + "%"
+                           : depends ? "'" + (Chance("namesakes") ? "D" : Name("D")) + "-' + %" + source.variable + "%"
                                      : VariableName("S");
         in_key_ = true;
         std::string flags = multiple ? "multiple;\n" : "";
@@ -502,7 +503,8 @@ TKnobs MakeKnobs(std::string_view changes) {
             "free_words=20,partial_rows=10,number_words=15,word_labels=5,word_variables=25,free_counts=20,group_keys="
             "15,"
             "section_groups=15,group_rows=40,sources=15,missing_sources=15,shared_sources=20,multiple_dependents=15,"
-            "name_defaults=20,name_strings=25,name_publishers=50,module_keys=8,module_switches=30,repeated_modules=20,"
+            "name_defaults=20,name_strings=25,name_publishers=50,module_keys=8,module_switches=30,namesakes=20,"
+            "repeated_modules=20,"
             "fixed_channels=20,"
             "driver_map=40") +
         (changes.empty() ? "" : ",") + std::string(changes);

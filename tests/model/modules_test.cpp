@@ -216,6 +216,29 @@ TEST_F(CModules, SectionMayTakeItselfAway) {
     }
 }
 
+/// What a module's section publishes counts for modules further up, too, whatever they were before it was read.
+TEST_F(CModules, ModulesSwitchEachOther) {
+    AddModule("A.dll", "A.pdt",
+              "def_section name = 'OfA'; def_key name = 'k'; par = number { id = %w% }; end_key end_section");
+    AddModule("B.dll", "B.pdt", SectionOf("OfB"));
+    const std::string pdt =
+        "def_section name = 'S'; def_key name = 'w'; par = number { optional; id = %w% }; end_key"
+        " def_key name = 'b'; par = dll { enable_if 0 = %w% mod 2 }; end_key def_key name = 'n';"
+        " par = dll { enable_if %w% = nedef }; end_key def_key name = 'a'; par = dll; end_key end_section";
+    const std::string par = "[S]\nb = B\nn = B\na = A\n[OfB]\nk = 1, 2\n[OfA]\nk = ";
+    struct {
+        const char *number;
+        const char *messages;
+        const char *channels;
+    } const kCases[] = {{"4", "", "*1-2 real input"}, {"5", "W:5 Nerozpoznaná sekce: OfB\n", ""}};
+    for (const auto &[number, messages, channels] : kCases) {
+        ASSERT_TRUE(session_.Translate(pdt, par + number + "\n"));
+        EXPECT_EQ(session_.MessageLines(), messages);
+        EXPECT_EQ(session_.Channels(), channels);
+        EXPECT_NE(session_.Written().find("[OfB]"), std::string::npos) << "the text stays";
+    }
+}
+
 /// A module's section is published before its text is read, with the first module and the defaults.
 TEST_F(CModules, WhatTheModulesSectionSaysCountsAlsoSwitchedOff) {
     AddModule("A.dll", "A.pdt", "def_section name = 'OfA'; required; end_section");
