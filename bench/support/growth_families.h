@@ -157,6 +157,14 @@ inline const std::vector<TFamily> &GrowthFamilies() {
          [](auto n) {
              return TInput{kSlot, Times(n, "[Slot#]\nMeter = #\n"), ""};
          }},
+        {"dependent by number, with a number", 4000,
+         [](auto n) {
+             return TInput{
+                 "def_section name = 'Slot' + number; multiple; def_key name = 'Meter'; "
+                 "par = number { id = %m% }; end_key end_section def_section name = 'Meter' + %m% + '-' + "
+                 "number; multiple; depend_on = %m%; def_key name = 'Key'; par = number; end_key end_section",
+                 Times(n, "[Slot#]\nMeter = #\n[Meter#-1]\nKey = 1\n"), ""};
+         }},
         {"dependent by text", 10000,
          [](auto n) {
              return TInput{kNamed, Times(n, "[Slot#]\nMeter = M#\n") + Times(n, "[M#]\nKey = 1\n"), ""};
@@ -268,21 +276,21 @@ inline const std::vector<TFamily> &GrowthFamilies() {
              return TInput{Times(n, "def_section name = 'S#'; def_key name = 'K'; par = number; end_key end_section\n"),
                            "", ""};
          }},
-        {"definitions and sections", 1000,
+        {"definitions and sections", 4000,
          [](auto n) {
              return TInput{Times(n, "def_section name = 'S#'; def_key name = 'K'; par = number; end_key end_section\n"),
                            Times(n, "[S?]\nK = 1\n"), ""};
          }},
-        {"definitions with a number and sections", 1000,
+        {"definitions with a number and sections", 4000,
          [](auto n) {
              return TInput{Times(n, "def_section name = 'S#-' + number; multiple; end_section\n"), Times(n, "[S?-1]\n"),
                            ""};
          }},
-        {"definitions and unknown sections", 1000,
+        {"definitions and unknown sections", 4000,
          [](auto n) {
              return TInput{Times(n, "def_section name = 'S#'; end_section\n"), Times(n, "[T?]\n"), ""};
          }},
-        {"definitions and keys", 1000,
+        {"definitions and keys", 4000,
          [](auto n) {
              return TInput{
                  "def_section name = 'S'; " + Times(n, "def_key name = 'K#'; par = number; end_key\n") + "end_section",
