@@ -157,6 +157,14 @@ inline const std::vector<TFamily> &GrowthFamilies() {
          [](auto n) {
              return TInput{kSlot, Times(n, "[Slot#]\nMeter = #\n"), ""};
          }},
+        {"dependent by number, with a number", 4000,
+         [](auto n) {
+             return TInput{
+                 "def_section name = 'Slot' + number; multiple; def_key name = 'Meter'; "
+                 "par = number { id = %m% }; end_key end_section def_section name = 'Meter' + %m% + '-' + "
+                 "number; multiple; depend_on = %m%; def_key name = 'Key'; par = number; end_key end_section",
+                 Times(n, "[Slot#]\nMeter = #\n[Meter#-1]\nKey = 1\n"), ""};
+         }},
         {"dependent by text", 10000,
          [](auto n) {
              return TInput{kNamed, Times(n, "[Slot#]\nMeter = M#\n") + Times(n, "[M#]\nKey = 1\n"), ""};
