@@ -85,6 +85,7 @@ std::string RunMatcher(CMatcher &matcher, const CPatterns &patterns, std::string
     if (matched && !matcher.LinesUp()) {
         patterns.lists[matcher.Winner()]->Items().CopyValues(*results);
     } else if (matched) {
+        std::string shown = Show(matched, matcher.Winner(), results.get());
         // A new key takes the pieces straight into its name.
         CItemSeq by_results;
         CItemSeq straight;
@@ -94,6 +95,7 @@ std::string RunMatcher(CMatcher &matcher, const CPatterns &patterns, std::string
         straight.ForceIntoRange();
         EXPECT_EQ(Show(true, 0, &straight), Show(true, 0, &by_results)) << text;
         matcher.PutInto(patterns.lists[matcher.Winner()]->Items());
+        return shown;
     }
     return Show(matched, matcher.Winner(), results.get());
 }
