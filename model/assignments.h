@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <utility>
 #include <vector>
 
 #include "model/section_def.h"
@@ -34,6 +35,17 @@ public:
     /// Creates the dependent sections of a section that was published but not, or not wholly, read from a text: those
     /// that its values would create when the text that is written is read.
     void CreateAsFromText(CSectionDef &section);
+    /// While a file is read: an item that may have published a variable goes. It counts if a module takes it along,
+    /// between a true and a false of NoteLostSources, which gives what was in force.
+    void NoteLostSource(CVariable &variable);
+    bool NoteLostSources(bool notes) { return std::exchange(notes_lost_sources_, notes); }
+    /// Before another file is read: forgets those that went since the last SettleLostSources.
+    void ForgetLostSources() { lost_sources_.clear(); }
+    /// Gives the variables of such items the values of those that are left. Nothing follows.
+    void SettleLostSources();
+    /// Gives the variables of the root scope the values of the items that come last in the file. For sections that were
+    /// published without being read: there a module's section may publish before an item that comes before it.
+    void SettleRoot();
     /// In an edit: an item hands its value to its variable.
     void Publish(const CItem &item, CVarRefItem &reference, const TParValue &value, bool &ok);
     /// At the end of an edit: gives the variables that were touched the values, and the items the dependent sections,
@@ -65,6 +77,8 @@ private:
 
     CParSheetData &sheet_data_;
     bool reading_ = false;
+    bool notes_lost_sources_ = false;
+    std::vector<CVariable *> lost_sources_;
     std::uint32_t depth_ = 0;             ///< assignments under way
     std::uint32_t sections_created_ = 0;  ///< by the outermost of them
 };

@@ -3,14 +3,12 @@
 #include <vector>
 
 #include "model/cell_item.h"
+#include "model/module_lists.h"
 
 namespace kq_pdt {
 
 class CParSheetData;
 class CSectionDef;
-
-/// Names in order: words to be coloured, required procedures, modules.
-using CNameList = std::vector<kq_base::TText>;
 
 /// What a module's template brought along.
 struct TLoadedModule {
@@ -24,12 +22,18 @@ struct TLoadedModule {
 class CDllItem final : public CCellItem {
 public:
     explicit CDllItem(CParSheetData *sheet_data);
+    /// A clone with the modules and the chosen one of them, kNoNumber for none.
+    CDllItem(CParSheetData *sheet_data, CSharedNames modules, std::uint32_t selected_index);
 
     /// In a definition the required procedures, in an instance the modules found.
-    const CNameList &Names() const { return names_; }
+    const CNameList &Names() const { return *names_; }
     /// The first name that the text has at a position, in any case of letters, with ".DLL" or without. False without
     /// any.
     bool FindEntry(std::string_view text, std::uint32_t position, TMatchStep &step, std::uint32_t &index) const;
+
+    /// Is another template loaded than the one of the selected module, or any while the item is disabled? To be asked
+    /// in the item's scopes.
+    bool IsOutdated() const;
 
     void Publish() override;
     bool AppendText(kq_base::CTextBuffer &text) override;
@@ -49,14 +53,14 @@ protected:
 
 private:
     const kq_base::TText *Selected() const;
-    void ListModules(CDllItem &clone) const;
-    bool HasProcedures(std::string_view path) const;
+    /// The selected module, or none while the item is disabled.
+    kq_base::TText WantedModule() const { return IsEnabled() ? *Selected() : kq_base::TText(); }
     /// Loads the template of the selected module, or releases it while the item is disabled.
     void RefreshModule();
     void LoadModule(const kq_base::TText &name);
 
     CParSheetData *sheet_data_;
-    CNameList names_;
+    CSharedNames names_;
     bool listed_ = false;  ///< names_ holds modules
     std::uint32_t selected_index_ = kNoNumber;
     kq_base::TText loaded_name_;  ///< whose template is loaded; empty without one

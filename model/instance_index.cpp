@@ -130,7 +130,8 @@ void CInstanceIndex::Remove(CSectionDef &section) {
 }
 
 void CInstanceIndex::Rename(CSectionDef &section) {
-    if (entries_.contains(&section)) {
+    const auto found = entries_.find(&section);
+    if (found != entries_.end() && found->second != Describe(section)) {
         Take(section);
         Insert(section);
     }

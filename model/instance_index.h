@@ -22,7 +22,7 @@ class CInstanceIndex {
 public:
     void Add(CSectionDef &section);
     void Remove(CSectionDef &section);
-    /// The instance's name shows another text now.
+    /// The instance's name may show another text now.
     void Rename(CSectionDef &section);
     void Clear();
 
@@ -46,6 +46,8 @@ private:
         TForm form = TForm::kNone;
         std::string text;
         TLeads leads;
+
+        friend bool operator==(const TEntry &, const TEntry &) = default;
     };
     /// The instances of a definition whose name is a pattern.
     struct TPatterns {

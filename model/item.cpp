@@ -193,8 +193,12 @@ void CItem::GiveBack() {
         return;
     }
     TEditState *edit = data->Edit();
-    if (CVariable *variable = edit != nullptr ? id->Variable() : nullptr) {
-        edit->Touch(*variable);
+    if (CVariable *variable = id->Variable()) {
+        if (edit != nullptr) {
+            edit->Touch(*variable);
+        } else if (data->IsReadingPar()) {
+            data->Assignments().NoteLostSource(*variable);
+        }
     }
     CSectionDef *dependent = id->Dependent();
     if (dependent == nullptr) {

@@ -180,6 +180,7 @@ std::uint32_t CMatcher::Carry(CItem &item, std::uint32_t from) {
     }
     load.results->Append(item.Clone());
     loads_.push_back(std::move(load));
+    ++steps_;
     return static_cast<std::uint32_t>(loads_.size() - 1);
 }
 
@@ -232,7 +233,7 @@ CMatcher::TStep CMatcher::Step(std::size_t slot) {
     if (!pattern.with_scopes) {
         return StepInScope(pattern, slot);
     }
-    if (pattern.publishes && (++steps_ > kMaxSteps || queue_.size() > kMaxWaiting)) {
+    if (pattern.publishes && ++steps_ > kMaxSteps) {
         overrun_ = true;
         return TStep::kFailed;
     }

@@ -18,6 +18,11 @@ std::uint64_t HashWith(std::uint64_t hash, char character) {
     return (hash ^ static_cast<std::uint8_t>(kq_base::ToUpper(character))) * kPrime;
 }
 
+bool IsBound(const CItem &item) {
+    const auto *reference = item.Code() == TItemCode::kPlain ? dynamic_cast<const CVarRefItem *>(&item) : nullptr;
+    return reference != nullptr && reference->IsCaptured();
+}
+
 void Append(TLeads &leads, TLead lead, TLead::TRest rest) {
     lead.rest = rest;
     if (std::find(leads.begin(), leads.end(), lead) == leads.end()) {
@@ -43,21 +48,20 @@ TLeads CNameIndex::LeadsOf(const CItemSeq &name) {
         }
     };
     for (const auto &item : name.Items()) {
-        const auto *reference = dynamic_cast<const CVarRefItem *>(item.get());
         if (item->Code() == TItemCode::kConst) {
             for (TLead &lead : open) {
                 Extend(lead, static_cast<const CConstItem &>(*item).Text());
             }
         } else if (item->Code() == TItemCode::kNumber) {
             close(TLead::TRest::kDigit);
-        } else if (reference != nullptr && reference->IsCaptured() && open.size() < kMaxLeads) {
+        } else if (IsBound(*item) && open.size() < kMaxLeads) {
             kq_base::CTextBuffer text;
             item->AppendText(text);
-            for (std::size_t count = open.size(); count > 0; --count) {
-                TLead lead = open[open.size() - count];
+            TLeads taken = open;
+            for (TLead &lead : taken) {
                 Extend(lead, text.View());
-                open.push_back(lead);
             }
+            open.insert(open.end(), taken.begin(), taken.end());
         } else {
             close(TLead::TRest::kAnything);
             return leads;

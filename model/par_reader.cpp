@@ -62,16 +62,19 @@ void CParReader::Read(std::string_view text) {
             {std::string(scanner.SectionName()), scanner.GetActSectionHandle(), scanner.GetSectionLine()});
     }
     TPending retry;
+    sheet_data_.Assignments().ForgetLostSources();
     waits_for_sources_ = true;
     while (true) {
         const bool any_read = RunPass(pending, retry);
-        if (retry.empty() || !(any_read || waits_for_sources_)) {
+        const bool any_module = FollowModules(retry);
+        if (retry.empty() || !(any_read || any_module || waits_for_sources_)) {
             break;
         }
-        waits_for_sources_ = any_read;
+        waits_for_sources_ = any_read || any_module;
         pending = std::move(retry);
         retry.clear();
     }
+    retry.insert(retry.end(), lost_.begin(), lost_.end());
     for (const TParSectionRef &section : retry) {
         AddUnknownSection(section);
     }
@@ -167,6 +170,9 @@ bool CParReader::ReadSection(const TParSectionRef &section) {
         instance = &sheet_data_.Instances().Append(definition->Clone(true));
     }
     instance->SetTaken();
+    if (shared) {
+        read_.emplace_back(section, instance->Handle());
+    }
     if (instance->Names() != nullptr && results) {
         const CScopeGuard scope(instance);
         instance->Names()->Items().CopyValues(*results);
@@ -409,14 +415,23 @@ void CParReader::CheckRequiredSections() {
         Publish(*section);
         section->CommitChannels();
     }
+    PublishAdditions();
+    if (!added.empty()) {
+        sheet_data_.Assignments().SettleRoot();
+        PublishAdditions();
+    }
+}
+
+void CParReader::PublishAdditions() {
     // What came in addition: dependent sections, and required ones of modules, which are published already.
     // NOLINTNEXTLINE(modernize-loop-convert): the list grows on the way.
     for (std::size_t index = 0; index < sheet_data_.Instances().List().size(); ++index) {
         CSectionDef &section = *sheet_data_.Instances().List()[index];
         const CSectionDef *definition = section.Definition();
-        if (section.WasTaken() || definition == nullptr) {
+        if (section.WasTaken() || definition == nullptr || section.Serial() <= published_) {
             continue;
         }
+        published_ = section.Serial();
         const bool depends = definition->DependOn() != nullptr;
         if (depends) {
             section.PublishTree();

@@ -1,8 +1,10 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "model/matcher.h"
@@ -34,12 +36,15 @@ private:
         std::string name;
         std::uint32_t handle = 0;
         std::uint32_t line = 0;
+        bool came_back = false;  ///< it was read into a section that went with its module
     };
     using TPending = std::vector<TParSectionRef>;
 
     /// True if any section was read.
     bool RunPass(const TPending &pending, TPending &retry);
     bool ReadSection(const TParSectionRef &section);
+    bool FollowModules(TPending &retry);
+    bool RefreshModule();
     CSectionDef *MatchDefinition(std::string_view name, std::unique_ptr<CItemSeq> &results);
     CSectionDef *MatchCandidates(std::string_view name, std::unique_ptr<CItemSeq> &results);
     CSectionDef *MatchInstance(std::string_view name, std::unique_ptr<CItemSeq> &results);
@@ -55,6 +60,7 @@ private:
     void AddUnknownKey(std::string_view text, std::string_view value, CSectionDef &section);
     void AddUnknownSection(const TParSectionRef &section);
     void CheckRequiredSections();
+    void PublishAdditions();
     void Warn(std::string_view text1, std::string_view text2, std::uint32_t line);
 
     CParSheetData &sheet_data_;
@@ -62,6 +68,11 @@ private:
     CMatcher matcher_;
     std::vector<CSectionDef *> candidates_;
     std::vector<CNameIndex::TEntry> names_;
+    /// What was read into sections that may go again with their module.
+    std::vector<std::pair<TParSectionRef, std::weak_ptr<CSectionDef *>>> read_;
+    TPending lost_;  ///< what is kept as unknown, since it keeps switching its own module off
+    std::uint32_t module_changes_ = 0;
+    std::uint32_t published_ = 0;    ///< of the sections that came in addition, the serial number of the last one
     bool waits_for_sources_ = true;  ///< a dependent section that nothing has created yet is left to a later pass
 };
 

@@ -142,6 +142,39 @@ TParValue CAssignments::SettledValue(const CVariable &variable) const {
     return definition->Scope()->Variables().find(variable.Name())->second->Stored();
 }
 
+void CAssignments::NoteLostSource(CVariable &variable) {
+    if (variable.Scope().Node() == nullptr && notes_lost_sources_) {
+        lost_sources_.push_back(&variable);
+    }
+}
+
+void CAssignments::SettleLostSources() {
+    for (CVariable *variable : lost_sources_) {
+        variable->Replace(SettledValue(*variable));
+    }
+    lost_sources_.clear();
+}
+
+void CAssignments::SettleRoot() {
+    constexpr int kMaxRounds = 10;
+    bool changed = true;
+    for (int round = 0; changed && round < kMaxRounds; ++round) {
+        changed = false;
+        std::vector<CVariable *> variables;
+        for (const auto &[name, variable] : sheet_data_.RootScope().Variables()) {
+            variables.push_back(variable.get());
+        }
+        for (CVariable *variable : variables) {
+            const TParValue value = SettledValue(*variable);
+            if (!SameValue(value, variable->Stored())) {
+                bool ok = true;
+                Assign(*variable, value, false, ok);
+                changed = true;
+            }
+        }
+    }
+}
+
 void CAssignments::SettleVariable(CVariable &variable) {
     const CDefNode *node = variable.Scope().Node();
     if (node != nullptr && node->IsReleased()) {

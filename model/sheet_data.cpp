@@ -139,6 +139,7 @@ void CParSheetData::ReadPar(std::string_view text) {
     reading_par_ = true;
     CParReader(*this).Read(text);
     reading_par_ = false;
+    module_lists_.Clear();
 }
 
 void CParSheetData::WriteParText(CTextOut &out) { instances_.Write(out); }

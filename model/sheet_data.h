@@ -67,6 +67,9 @@ public:
     /// loaded. An empty name only releases. A template that fails shows a box.
     void LoadModuleTemplate(TLoadedModule &loaded, std::string_view name);
 
+    /// The modules that export all of the procedures. While a parameter file is read, they are listed once.
+    CSharedNames ModulesWith(const CNameList &procedures);
+
     /// An edit under way; all that is changed until it ends can be taken back. Edits don't nest.
     void BeginEdit();
     /// Settles and keeps what the edit did, unless it was refused. Otherwise takes all of it back, tells the user once,
@@ -168,6 +171,7 @@ private:
     std::uint32_t module_depth_ = 0;
     std::uint32_t module_loads_ = 0;
     bool reading_par_ = false;
+    CModuleLists module_lists_;  ///< of the reading under way
     std::unique_ptr<TEditState> edit_;
     std::unique_ptr<TCellEditor> open_editor_;
     bool module_limit_shown_ = false;  ///< one box tells of templates that load each other

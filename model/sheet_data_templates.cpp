@@ -74,10 +74,12 @@ void CParSheetData::ReleaseModule(TLoadedModule &loaded) {
     CJournal::Keep(loaded, keyword_words_);
     const TLoadedModule released = std::move(loaded);
     loaded = {};
+    const bool notes = assignments_.NoteLostSources(true);
     for (const CSectionDef *definition : released.sections) {
         instances_.ReleaseOf(*definition);
         ReleaseDefinition(*definition);
     }
+    assignments_.NoteLostSources(notes);
     for (const std::uint32_t first : released.channels) {
         RemoveChannelRange(first);
     }
@@ -90,6 +92,10 @@ void CParSheetData::ReleaseModule(TLoadedModule &loaded) {
             keyword_words_.erase(std::next(found).base());
         }
     }
+}
+
+CSharedNames CParSheetData::ModulesWith(const CNameList &procedures) {
+    return reading_par_ ? module_lists_.Find(procedures) : ListModules(procedures);
 }
 
 /// An edit that is taken back changes them again.

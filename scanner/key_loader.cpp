@@ -22,7 +22,7 @@ bool GoesWithEqual(char character) { return character == ':' || character == '<'
 class CKeyLoader {
 public:
     CKeyLoader(TScannedText &text, CTapeReader &tape, std::size_t first_section)
-        : text_(text), tape_(tape), section_(first_section), keys_(text.room) {
+        : text_(text), tape_(tape), section_(first_section), keys_(text.room), lines_(text.text.get()) {
         const CSection &first = text.sections[first_section];
         position_ = first.position;
         next_section_ = position_.index;
@@ -81,21 +81,13 @@ private:
 
     bool ReadRegularLine() {
         const char *begin = Begin();
-        const TLine line = MeasureLine(begin);
+        const TLine line = lines_.Measure(begin);
         if (line.comment || (line.equal != nullptr && line.equal != begin && GoesWithEqual(line.equal[-1]))) {
             return ReadTokens();
         }
-        const char *first = *begin == ' ' ? SkipBlanks(begin) : begin;
-        const char *last = line.equal != nullptr ? line.equal : line.line_feed;
-        if (line.equal == nullptr && last != begin && last[-1] == '\r') {
-            --last;
-        }
-        while (last > first && last[-1] == ' ') {
-            --last;
-        }
-        if (last > first) {
-            CKey &key = AddKey(PlainText(first, last));
-            const std::ptrdiff_t equal = line.equal != nullptr ? line.equal - first : 0;
+        if (line.name_end != line.name) {
+            CKey &key = AddKey(PlainText(line.name, line.name_end));
+            const std::ptrdiff_t equal = line.equal != nullptr ? line.equal - line.name : 0;
             if (equal <= std::numeric_limits<std::uint16_t>::max()) {
                 key.kind = line.marked ? TLineKind::kMarked : TLineKind::kPlain;
                 key.equal = static_cast<std::uint16_t>(equal);
@@ -105,18 +97,16 @@ private:
         return true;
     }
 
-    /// Most odd lines are the header of the next section, and that is mostly plain but for its bracket.
+    /// Most odd lines are the header of the next section.
     bool ReadOddLine() {
-        const char *first = SkipBlanks(Begin());
-        if (*first != '[' || tape_.CarriesOver()) {
+        if (section_ == text_.sections.size() || tape_.CarriesOver()) {
             return ReadTokens();
         }
-        const std::string_view rest(first, text_.End());
-        const std::string_view line = rest.substr(0, rest.find('\n'));
-        if (line.size() == rest.size() || line.find('=') != std::string_view::npos || !IsPlain(first, line.end())) {
+        const CSection &next = text_.sections[section_];
+        if (!next.plain || next.odd_line != odd_ - text_.odd_lines.begin() + 1) {
             return ReadTokens();
         }
-        position_ = {text_.OffsetOf(line.end()) + 1, position_.line + 1, 1};
+        position_ = next.position;
         return false;
     }
 
@@ -147,6 +137,7 @@ private:
     CTapeReader &tape_;
     std::size_t section_;  ///< the next one to begin
     std::vector<CKey> &keys_;
+    CLineWindow lines_;
     TPosition position_;  ///< the start of the line
     std::vector<std::uint32_t>::const_iterator odd_;
     std::uint64_t next_odd_ = kNever;      ///< the next odd line, here or further on

@@ -58,11 +58,21 @@ std::uint32_t CountLineFeeds(const char *begin, const char *end) {
     return count;
 }
 
-TLine MeasureLine(const char *begin) {
-    TLine line{nullptr, nullptr, false, false};
+void CLineWindow::Look(const char *begin) {
+    window_ = begin;
+    ends_ = WideMask(begin, [](const CByteBlock &block) { return block.Equal('\n'); });
+    equals_ = WideMask(begin, [](const CByteBlock &block) { return block.Equal('='); });
+    marks_ = WideMask(begin, [](const CByteBlock &block) { return block.AnyOf('\'', '('); });
+    others_ = ~WideMask(begin, [](const CByteBlock &block) { return block.AnyOf(' ', '\r'); });
+}
+
+/// A line that is longer than a window or has a quote or parenthesis before its `=`.
+TLine CLineWindow::MeasureInSteps(const char *begin) {
+    TLine line{begin, begin, nullptr, begin, false, false};
     const char *mark = nullptr;
-    for (const char *at = begin; line.line_feed == nullptr; at += kWideSize) {
-        const TWideMask ends = WideMask(at, [](const CByteBlock &block) { return block.Equal('\n'); });
+    TWideMask ends = 0;
+    for (const char *at = begin; ends == 0; at += kWideSize) {
+        ends = WideMask(at, [](const CByteBlock &block) { return block.Equal('\n'); });
         const TWideMask before = UpToLowest(ends);
         const TWideMask equals = WideMask(at, [](const CByteBlock &block) { return block.Equal('='); }) & before;
         const TWideMask marks = WideMask(at, [](const CByteBlock &block) { return block.AnyOf('\'', '('); }) & before;
@@ -72,13 +82,17 @@ TLine MeasureLine(const char *begin) {
         if (mark == nullptr && marks != 0) {
             mark = at + LowestBit(marks);
         }
-        if (ends != 0) {
-            line.line_feed = at + LowestBit(ends);
-        }
+        line.line_feed = ends != 0 ? at + LowestBit(ends) : line.line_feed;
     }
     line.marked = mark != nullptr;
     if (line.marked && (line.equal == nullptr || mark < line.equal)) {
         FindEqual(mark, line);
+    }
+    const auto blank = [](char character) { return character == ' ' || character == '\r'; };
+    line.name_end = line.equal != nullptr ? line.equal : line.line_feed;
+    line.name = std::find_if_not(begin, line.name_end, blank);
+    while (line.name_end != line.name && blank(line.name_end[-1])) {
+        --line.name_end;
     }
     return line;
 }

@@ -41,7 +41,7 @@ public:
                     break;
                 }
                 const bool comment = *found == '(';
-                next = comment ? AfterComment(found) : next;
+                next = comment ? Pass(found) : next;
                 if (next == nullptr || (!comment && IsOdd(found))) {
                     return StartOfLine(found);
                 }
@@ -129,34 +129,14 @@ private:
         return other != at && !exponent && StartOf(*other) == kStartsIdentifier;
     }
 
-    /// After a comment that ends in its line; null if it doesn't, if it holds what may end a text, or if the line may
-    /// be a header after it.
-    const char *AfterComment(const char *comment) const {
-        const char *at = comment + 2;
-        for (int depth = 1; depth != 0; at += 2) {
-            at = NextInComment(at);
-            if (at >= end_ || (*at != '(' && *at != '*')) {
-                return nullptr;
-            }
-            depth += *at == '(' ? 1 : -1;
+    /// After a comment of a line that is regular so far; null if it is so no more.
+    const char *Pass(const char *comment) const {
+        const char *after = AfterComment(comment);
+        if (after != nullptr && OnlyBlanksBefore(comment)) {
+            const char *first = std::find_if(after, end_, [](char character) { return character != ' '; });
+            return first != end_ && (*first == '[' || *first == '(') ? nullptr : after;
         }
-        if (OnlyBlanksBefore(comment)) {
-            const char *first = std::find_if(at, end_, [](char character) { return character != ' '; });
-            return first != end_ && (*first == '[' || *first == '(') ? nullptr : at;
-        }
-        return at;
-    }
-    static const char *NextInComment(const char *at) {
-        for (;; at += CByteBlock::kSize) {
-            const CByteBlock block(at);
-            const CByteBlock next(at + 1);
-            const std::uint32_t mask = ((block.Equal('(') & next.Equal('*')) | (block.Equal('*') & next.Equal(')')) |
-                                        block.AnyOf('\n', '\r', '\0'))
-                                           .Mask();
-            if (mask != 0) {
-                return at + LowestBit(mask);
-            }
-        }
+        return after;
     }
 
     const char *begin_;
@@ -168,5 +148,29 @@ private:
 }  // namespace
 
 const char *FindOddLine(const char *begin, const char *end) { return COddLineSearch(begin, end).Run(); }
+
+const char *AfterComment(const char *comment) {
+    int depth = 1;
+    for (const char *at = comment + 2;;) {
+        const CByteBlock block(at);
+        const CByteBlock next(at + 1);
+        const std::uint32_t noticed = ((block.Equal('(') & next.Equal('*')) | (block.Equal('*') & next.Equal(')')) |
+                                       block.AnyOf('\n', '\r', '\0'))
+                                          .Mask();
+        if (noticed == 0) {
+            at += CByteBlock::kSize;
+            continue;
+        }
+        at += LowestBit(noticed);
+        if (*at != '(' && *at != '*') {
+            return nullptr;
+        }
+        depth += *at == '(' ? 1 : -1;
+        at += 2;
+        if (depth == 0) {
+            return at;
+        }
+    }
+}
 
 }  // namespace par_scanner::detail

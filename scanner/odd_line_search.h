@@ -12,4 +12,8 @@ namespace par_scanner::detail {
 /// token by token.
 const char *FindOddLine(const char *begin, const char *end);
 
+/// The byte after the comment that begins here. Null if it isn't closed before the next line end, NUL or carriage
+/// return, which never is so in a regular line.
+const char *AfterComment(const char *comment);
+
 }  // namespace par_scanner::detail

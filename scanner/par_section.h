@@ -42,6 +42,7 @@ struct CSection {
     std::uint8_t name_length = 0;   ///< at most 255
     bool read = false;              ///< the keys have been read
     bool loaded = false;            ///< and the section has them
+    bool plain = false;             ///< the header's line is plain and has no `=`, so reading keys ends after it
     bool joined = false;            ///< the keys of the section before go on through this one
 
     std::uint32_t KeyCount() const { return loaded ? keys_read : 0; }

@@ -8,6 +8,7 @@
 #include "scanner/byte_block.h"
 #include "scanner/character_class.h"
 #include "scanner/line_scan.h"
+#include "scanner/odd_line_search.h"
 #include "scanner/tape_reader.h"
 
 /// How texts are cut from a regular line (scanner/odd_line_search.h), mostly without tokens. All of this reads some
@@ -65,12 +66,15 @@ struct TPlainValue {
 class CPlainValues {
 public:
     /// Cuts the value at an offset of a regular line, which is outside strings; blanks before it are skipped. marked is
-    /// that of the line (TLine). False if only tokens tell: a comment follows before the end of the value or of its
-    /// separator, or a separator of blanks is followed by `1..`, of which the tape keeps more than a position.
+    /// that of the line (TLine). False if a separator of blanks is followed by `1..`: having looked at that, the tape
+    /// carries more than a position, so the value has to be read by tokens.
     bool Cut(const char *text, std::uint32_t offset, bool marked, TPlainValue &value) {
+        if (marked && text[offset] == '(') {
+            return CutLong(text, offset, value);
+        }
         const std::uint32_t ahead = offset - window_;
         if (ahead < kWideSize && (of_one_line_ || !marked) && FindInWindow(ahead, value)) {
-            return ReadSeparator(text, value);
+            return ReadSeparator(text, value.first + value.length, value);
         }
         return CutOutside(text, offset, marked, value);
     }
@@ -102,7 +106,7 @@ private:
             MindStrings(begin);
         }
         if (FindInWindow(0, value)) {
-            return ReadSeparator(text, value);
+            return ReadSeparator(text, value.first + value.length, value);
         }
         return CutLong(text, offset, value);
     }
@@ -121,31 +125,48 @@ private:
         stops_ = stops_ & ~inside & known;
     }
 
-    static bool CutLong(const char *text, std::uint32_t offset, TPlainValue &value) {
+    /// Cuts a value that the window doesn't hold whole, or that a comment precedes or follows. A comment belongs to
+    /// what follows it: before a blank it is one of the blanks, before the end of a value it isn't part of the value.
+    [[gnu::noinline]] static bool CutLong(const char *text, std::uint32_t offset, TPlainValue &value) {
         const char *first = SkipBlanks(text + offset);
+        const char *stop = AfterComments(first);
+        while (stop != first && *stop == ' ') {
+            first = SkipBlanks(stop);
+            stop = AfterComments(first);
+        }
         const char *last = first;
         for (;;) {
-            const CByteBlock block(last);
-            const std::uint32_t stops = block.AnyOf(' ', ',', '\n', '\r', '\'', '(').Mask();
-            last += stops != 0 ? LowestBit(stops) : CByteBlock::kSize;
-            if (stops == 0) {
-                continue;
-            }
-            if (*last == '\'') {
-                last = SkipString(last);
-            } else if (*last != '(') {
+            const char *begin = stop;
+            stop = FindStop(begin);
+            last = stop != begin ? stop : last;
+            if (*stop == '\'') {
+                last = stop = SkipString(stop);
+            } else if (*stop != '(') {
                 break;
-            } else if (last[1] == '*') {
-                return false;
+            } else if (stop[1] == '*') {
+                stop = AfterComments(stop);
             } else {
-                ++last;
+                last = ++stop;
             }
         }
         value.first = static_cast<std::uint32_t>(first - text);
-        value.length = static_cast<std::uint32_t>(last - first);
-        const bool cut = ReadSeparator(text, value);
         value.length = static_cast<std::uint32_t>(PlainText(first, last).size());
-        return cut;
+        return ReadSeparator(text, static_cast<std::uint32_t>(stop - text), value);
+    }
+
+    static const char *FindStop(const char *at) {
+        for (;; at += CByteBlock::kSize) {
+            const std::uint32_t stops = CByteBlock(at).AnyOf(' ', ',', '\n', '\r', '\'', '(').Mask();
+            if (stops != 0) {
+                return at + LowestBit(stops);
+            }
+        }
+    }
+    static const char *AfterComments(const char *at) {
+        while (at[0] == '(' && at[1] == '*') {
+            at = AfterComment(at);
+        }
+        return at;
     }
 
     /// The byte after the string that begins here; strings of regular lines are closed.
@@ -158,28 +179,29 @@ private:
         }
     }
 
-    static bool ReadSeparator(const char *text, TPlainValue &value) {
-        const char stop = text[value.first + value.length];
-        value.next = value.first + value.length + 1;
+    /// Reads on from the character that ends a value. False if that takes tokens.
+    static bool ReadSeparator(const char *text, std::uint32_t stop, TPlainValue &value) {
+        value.next = stop + 1;
         value.separator = kComma;
-        if (stop == ' ') {
+        if (text[stop] == ' ') {
             value.separator = kBlank;
-            for (; text[value.next] == ' ' || text[value.next] == ','; ++value.next) {
-                value.separator = text[value.next] == ',' ? std::uint32_t{kComma} : value.separator;
+            const char *next = text + value.next;
+            const char *after = AfterComments(next);
+            for (; *after == ' ' || *after == ','; after = AfterComments(next)) {
+                value.separator = *after == ',' ? std::uint32_t{kComma} : value.separator;
+                next = after + 1;
             }
-            return !NeedsTokens(text + value.next);
+            value.next = static_cast<std::uint32_t>(next - text);
+            return !BeginsRange(after);
         }
-        if (stop != ',') {
+        if (text[stop] != ',') {
             value.separator = kLineEnd;
-            value.next += stop == '\r' ? 1 : 0;
+            value.next += text[stop] == '\r' ? 1 : 0;
         }
         return true;
     }
 
-    static bool NeedsTokens(const char *at) {
-        if (*at == '(') {
-            return at[1] == '*';
-        }
+    static bool BeginsRange(const char *at) {
         const char *digits = at;
         while (Is(*at, kInNumber)) {
             ++at;

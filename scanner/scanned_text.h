@@ -17,24 +17,19 @@ class CKeyStore {
 public:
     /// The list's copy.
     const CKey *Keep(const std::vector<CKey> &keys) {
-        if (keys.size() > room_) {
-            room_ = std::max(std::clamp(kept_, kSmallestBlock, kLargestBlock), keys.size());
-            free_ = blocks_.emplace_back(std::make_unique_for_overwrite<CKey[]>(room_)).get();
+        if (blocks_.empty() || blocks_.back().capacity() - blocks_.back().size() < keys.size()) {
+            blocks_.emplace_back().reserve(std::max(std::clamp(kept_, kSmallestBlock, kLargestBlock), keys.size()));
         }
-        CKey *kept = free_;
-        free_ = std::copy(keys.begin(), keys.end(), free_);
-        room_ -= keys.size();
         kept_ += keys.size();
-        return kept;
+        std::vector<CKey> &block = blocks_.back();
+        return block.data() + (block.insert(block.end(), keys.begin(), keys.end()) - block.begin());
     }
 
 private:
     static constexpr std::size_t kSmallestBlock = 16;  ///< keys
     static constexpr std::size_t kLargestBlock = 4096;
 
-    std::vector<std::unique_ptr<CKey[]>> blocks_;
-    CKey *free_ = nullptr;
-    std::size_t room_ = 0;  ///< keys that fit in at free_
+    std::vector<std::vector<CKey>> blocks_;  ///< filled up to their capacity, so that no key moves
     std::size_t kept_ = 0;
 };
 

@@ -65,7 +65,9 @@ private:
             ++name;
         }
         tape_.SetPosition({text_.OffsetOf(line_feed) + 1, begin.line + 1, 1});
-        AddSection(PlainText(name, name_end), begin.line, true).position = tape_.GetPosition();
+        CSection &section = AddSection(PlainText(name, name_end), begin.line, true);
+        section.position = tape_.GetPosition();
+        section.plain = line.find('=') == std::string_view::npos;
         return true;
     }
 

@@ -261,7 +261,7 @@ void CSessionFrame::ShowShortcuts() {
         {u"Ctrl+R", u"opravit DMF podle konfigurace"},
         {u"F1", u"popis ovladače"},
         {u"Ctrl+F1", u"tento přehled"},
-        {u"šipky", u"pohyb v tabulce; vpravo a vlevo rozbalí a sbalí řádek"},
+        {u"šipky", u"pohyb v tabulce; na názvu vpravo a vlevo rozbalí a sbalí řádek"},
         {u"F2, Enter, psaní", u"upravit buňku"},
         {u"Enter", u"potvrdit hodnotu; na názvu rozbalit a sbalit"},
         {u"Tab, Shift+Tab", u"potvrdit a přejít na další nebo předchozí buňku"},

@@ -128,12 +128,12 @@ void CSessionFrame::Refresh() {
     if (CQtPeer::Of(&window_) == nullptr || CQtPeer::Of(&window_.ParView()) == nullptr) {
         return;
     }
+    safety_->Refresh();
     MainWindow()->setWindowModified(safety_->HasUnsavedWork());
     ShowMessages();
     ShowSteps();
     ShowTabTips();
     ShowReason();
-    safety_->Refresh();
     if (tab_ != window_.Tabs().ActiveTabIndex()) {
         tab_ = window_.Tabs().ActiveTabIndex();
         (tab_ == CConfiguratorWindow::kTextTab ? static_cast<CView &>(window_.ParView()) : window_.Sheet()).Select();

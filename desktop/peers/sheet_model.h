@@ -42,6 +42,8 @@ public:
     QModelIndex IndexOf(std::uint32_t table, std::uint32_t row, std::uint32_t column) const;
     /// The item that a table opens from; invalid for the root.
     QModelIndex NodeOf(std::uint32_t table) const;
+    /// The cells of a row that a person can go to.
+    std::uint32_t CellsOf(const TPlace &place) const;
     /// What the item holds, in words: the row's name and the column's heading.
     QString TitleOf(const TPlace &place) const;
     /// The table that opens from an item; 0 without one.

@@ -24,6 +24,12 @@ QColor ColorOf(std::uint32_t number) {
 
 }  // namespace
 
+std::uint32_t CSheetModel::CellsOf(const TPlace &place) const {
+    // The row that adds others is used by its first cell.
+    const bool adds = place.row > sheet_.RowCount(place.table);
+    return adds ? 1 : static_cast<std::uint32_t>(sheet_.Columns(place.table).size());
+}
+
 Qt::ItemFlags CSheetModel::flags(const QModelIndex &index) const {
     const TPlace place = PlaceOf(index);
     if (place.table == 0) {
@@ -32,7 +38,7 @@ Qt::ItemFlags CSheetModel::flags(const QModelIndex &index) const {
     if (place.IsHeading()) {
         return Qt::ItemNeverHasChildren;
     }
-    if (place.column > sheet_.Columns(place.table).size()) {
+    if (place.column > CellsOf(place)) {
         // Nothing is there, but the way along a column leads through it: whoever comes here means the row's last cell.
         return Qt::ItemIsEnabled;
     }
@@ -84,7 +90,7 @@ QString CSheetModel::TitleOf(const TPlace &place) const {
 
 /// For those who don't see the row and the heading of a cell; its name is what it shows.
 QString CSheetModel::Description(const TPlace &place, bool disabled) const {
-    const QString tip = ToolTip(place, disabled);
+    QString tip = ToolTip(place, disabled);
     if (place.column == 1) {
         return tip;
     }

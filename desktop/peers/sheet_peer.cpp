@@ -51,9 +51,8 @@ void CSheetPeer::Select(const QModelIndex &index) {
     if (syncing_ || place.IsHeading()) {
         return;
     }
-    const auto columns = static_cast<std::uint32_t>(view_.Columns(place.table).size());
     view_.UserMouse();
-    view_.UserSelect(place.table, place.row, std::min(place.column, columns));
+    view_.UserSelect(place.table, place.row, std::min(place.column, model_->CellsOf(place)));
     ShowSelection();
 }
 

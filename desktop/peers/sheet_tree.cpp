@@ -116,14 +116,20 @@ bool CSheetTree::HandleKey(const QKeyEvent &event) {
     return false;
 }
 
-/// Up and down go to the column in which the person was, also after rows that don't have it.
+/// Up and down go to the column in which the person was, also after rows that don't have it. Left and right go from
+/// cell to cell; only in the first column they open and close rows and go to those above and below.
 QModelIndex CSheetTree::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) {
+    const QModelIndex current = currentIndex();
+    if (current.column() > 0 && (action == MoveLeft || action == MoveRight)) {
+        const QModelIndex cell = current.siblingAtColumn(current.column() + (action == MoveLeft ? -1 : 1));
+        return (cell.flags() & Qt::ItemIsSelectable) != 0 ? cell : current;
+    }
     const QModelIndex next = QTreeView::moveCursor(action, modifiers);
     if (!moves_up_or_down_) {
         return next;
     }
     if (kept_column_ < 0) {
-        kept_column_ = currentIndex().column();
+        kept_column_ = current.column();
     }
     return kept_column_ < 0 ? next : next.siblingAtColumn(kept_column_);
 }

@@ -43,11 +43,12 @@ void CSplitterPeer::AddChild(CView &child, QWidget &widget) {
     Splitter()->setStretchFactor(Splitter()->indexOf(&widget), lower ? 0 : 1);
 }
 
+/// `lower` is what lies below the split: the handle and the pane.
 void CSplitterPeer::ApplySplit(int lower) {
     if (Splitter()->count() == 2) {
         const CSyncing syncing(syncing_);
         lower = std::clamp(lower, 0, std::max(Splitter()->height(), 1));
-        Splitter()->setSizes({Splitter()->height() - lower, lower});
+        Splitter()->setSizes({Splitter()->height() - lower, std::max(lower - Splitter()->handleWidth(), 0)});
     }
 }
 

@@ -19,6 +19,11 @@ public:
     explicit CTreeWidget(std::function<void(QTreeWidgetItem *)> toggle) : toggle_(std::move(toggle)) {}
 
 protected:
+    void showEvent(QShowEvent *event) override {
+        QTreeWidget::showEvent(event);
+        // Who opens the window wants the tree, not the buttons before it.
+        setFocus(Qt::OtherFocusReason);
+    }
     void keyPressEvent(QKeyEvent *event) override {
         if (event->key() == Qt::Key_Space && currentItem() != nullptr) {
             toggle_(currentItem());

@@ -58,11 +58,20 @@ public:
         std::uint32_t done = 0;
         for (module_depth_ = 1; done < procedures_; ++module_depth_) {
             for (const std::uint32_t end = procedures_; done < end; ++done) {
+                switch_ = Switch(done);
                 for (const char *suffix : {"a", "b"}) {
                     made.modules.push_back(
                         {"M" + Procedure(done) + suffix, Procedure(done), Sections(1 + dice_.Below(2))});
                 }
             }
+        }
+        std::string switches;
+        for (std::uint32_t procedure = 0; procedure < done + 1; ++procedure) {
+            switches += "par = '" + Switch(procedure) + ":' + number { optional; write_if_all; id = %" +
+                        Switch(procedure) + "%; };\n";
+        }
+        if (done > 0) {
+            made.pdt.insert(made.pdt.find("def_key"), "def_key\nname = 'switches';\n" + switches + "end_key\n");
         }
         return made;
     }
@@ -83,6 +92,10 @@ private:
     static std::string Procedure(std::uint32_t number) {
         return "Name" + std::to_string(10 * (1 + number / 4) + number % 4);
     }
+
+    /// What the first section and the modules of a procedure publish to switch those of later ones. A module's name is
+    /// taken from a text while it is switched off, too, so this needn't be published before.
+    static std::string Switch(std::uint32_t procedure) { return "w" + std::to_string(procedure); }
 
     /// A variable that is published before the item at hand; null without one.
     const TVariable *Known(bool number, bool sure) {
@@ -106,11 +119,14 @@ private:
         if (variable == nullptr) {
             return "";
         }
-        const std::string name = "%" + variable->name + "%";
         if (!variable->texts.empty()) {
-            const std::string text = name + " = '" + dice_.Pick(variable->texts) + "'";
+            const std::string text = "%" + variable->name + "% = '" + dice_.Pick(variable->texts) + "'";
             return dice_.OneIn(3) ? "not " + text : text;
         }
+        return NumberComparison(variable->name);
+    }
+    std::string NumberComparison(const std::string &variable) {
+        const std::string name = "%" + variable + "%";
         return dice_.Pick(TWords{"not " + name + " = " + Number(0, 9), name + " = nedef", "0 = " + name + " mod 2",
                                  name + " < " + Number(1, 9), name + " > " + Number(0, 9), name + " > 4"});
     }
@@ -126,7 +142,9 @@ private:
             return;
         }
         TVariable variable{"", texts, sure};
-        if (depth_ < kMaxDepth && Chance("sources") && (sure || Chance("missing_sources"))) {
+        if (texts.empty() && !switch_.empty() && Chance("module_switches")) {
+            variable.name = switch_;
+        } else if (depth_ < kMaxDepth && Chance("sources") && (sure || Chance("missing_sources"))) {
             const bool shared = !sources_.empty() && sources_.back().depth == depth_ + 1 && Chance("shared_sources");
             variable.name = shared ? sources_.back().variable : Name("d");
             if (!shared) {
@@ -379,7 +397,11 @@ private:
     }
     std::string ModuleKey() {
         TItem item{"dll", {"procedure = '" + Procedure(procedures_++) + "'"}};
-        const std::string condition = Chance("conditions") ? Condition() : "";
+        std::string condition = Chance("conditions") ? Condition() : "";
+        if (Chance("module_switches")) {
+            const std::uint32_t other = dice_.Below(procedures_);
+            condition = NumberComparison(Switch(other + (other + 1 < procedures_ ? 0 : 1)));
+        }
         item.Add(condition.empty() ? TWords() : TWords{"enable_if " + condition});
         return Key("'" + Name("k") + "'", "", {"par = " + item.Text() + ";"}, "");
     }
@@ -391,7 +413,7 @@ private:
         const bool depends = depth_ > 0;
         const bool multiple = !first && Chance(depends ? "multiple_dependents" : "multiple");
         std::string name = first     ? "'Main'"
-                           : depends ? "'" + Name("D") + "-' + %" + source.variable + "%"
+                           : depends ? "'" + (Chance("namesakes") ? "D" : Name("D")) + "-' + %" + source.variable + "%"
                                      : VariableName("S");
         in_key_ = true;
         std::string flags = multiple ? "multiple;\n" : "";
@@ -454,6 +476,7 @@ private:
     std::uint32_t offset_ = 0;  ///< of the next group's numbers
     std::uint32_t procedures_ = 0;
     std::uint32_t module_depth_ = 0;
+    std::string switch_;           ///< of the module at hand
     bool first_ = false;           ///< of the section at hand: it is the first one
     std::uint32_t depth_ = 0;      ///< of the section at hand in a chain of dependent ones
     bool in_key_ = false;          ///< or in the section's own name
@@ -480,7 +503,9 @@ TKnobs MakeKnobs(std::string_view changes) {
             "free_words=20,partial_rows=10,number_words=15,word_labels=5,word_variables=25,free_counts=20,group_keys="
             "15,"
             "section_groups=15,group_rows=40,sources=15,missing_sources=15,shared_sources=20,multiple_dependents=15,"
-            "name_defaults=20,name_strings=25,name_publishers=50,module_keys=8,repeated_modules=20,fixed_channels=20,"
+            "name_defaults=20,name_strings=25,name_publishers=50,module_keys=8,module_switches=30,namesakes=20,"
+            "repeated_modules=20,"
+            "fixed_channels=20,"
             "driver_map=40") +
         (changes.empty() ? "" : ",") + std::string(changes);
     TKnobs knobs;

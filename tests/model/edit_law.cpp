@@ -19,14 +19,28 @@ auto Find(const TNodes &nodes, const std::string &name, std::uint32_t number, CS
     return found == nodes.end() ? nullptr : found->get();
 }
 
+/// A reading takes a block that encloses one defined before it, and the driver map that is written repeats channels.
+bool DefinesTwice(const kq_pdt::CChannelRangeTable &ranges) {
+    std::uint64_t free = 0;
+    kq_pdt::CChannelRange range;
+    bool twice = false;
+    for (std::uint32_t row = 0; ranges.GetRow(row, range); ++row) {
+        twice = twice || (range.defined && range.first < free);
+        free = range.defined ? std::uint64_t{range.last} + 1 : free;
+    }
+    return twice;
+}
+
 }  // namespace
 
 CLawRun::CLawRun(CModuleDirectory &directory, const TCase &start) : directory_(directory), pdt_(start.pdt) {
     directory_.Hold(pdt_.modules);
     readable_ = model_.Translate(pdt_.pdt, start.par, start.dmf) && model_.boxes.empty() &&
-                std::all_of(model_.Messages().Rows().begin(), model_.Messages().Rows().end(), [&](const auto &row) {
-                    return start.par.empty() && row.text.View().starts_with(Bytes("Chybí povinná sekce"));
-                });
+                std::all_of(model_.Messages().Rows().begin(), model_.Messages().Rows().end(),
+                            [&](const auto &row) {
+                                return start.par.empty() && row.text.View().starts_with(Bytes("Chybí povinná sekce"));
+                            }) &&
+                !DefinesTwice(model_.SheetData().Ranges());
     if (readable_) {
         Write();
         CheckTaken("start");

@@ -209,24 +209,6 @@ TEST(Editors, TakeOrRefuseWhatAPersonDoes) {
     }
 }
 
-TEST(Editors, EditedNumberRenamesItsDependentSection) {
-    CModelSession session;
-    ASSERT_TRUE(
-        session.Translate("def_section name = 'S'; def_key name = 'k'; par = number { id = %n% }; end_key end_section"
-                          " def_section name = 'Port' + %n%; depend_on = %n%; def_key name = 'a'; par = string;"
-                          " end_key end_section",
-                          "[Port12]\na = x\n[S]\nk = 12\n"))
-        << session.MessageLines();
-    EXPECT_EQ(session.Written(), "[S]\n  k  = 12\n\n[Port12]\n  a  = x\n\n");
-    for (const char *text : {"3", "12", "4"}) {
-        CModelSession::Edit(session.SheetData(), session.Key(0, 0), 1,
-                            [&](TCellEditor &editor) { return Act(editor, text); });
-        std::string written = "[S]\n  k  = ";
-        written.append(text).append("\n\n[Port").append(text).append("]\n  a  = x\n\n");
-        EXPECT_EQ(session.Written(), written);
-    }
-}
-
 TEST(Editors, CellsOutsideAKeyAreNothing) {
     CModelSession session;
     ASSERT_TRUE(
