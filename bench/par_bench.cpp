@@ -1,10 +1,12 @@
 /// Reading a parameter file of many keys with 4 values each into the model, and writing it out again. The argument is
-/// the number of keys. Time a value should stay the same however many there are.
+/// the number of keys. Time a value should stay the same however many there are. The same with stations of the modbus
+/// example, which define channels; there the argument is the number of stations.
 
 #include <benchmark/benchmark.h>
 
 #include <string>
 
+#include "bench/support/modbus_text.h"
 #include "bench/support/texts.h"
 #include "driver/channels/text_out.h"
 #include "model/sheet_data.h"
@@ -17,9 +19,9 @@ constexpr std::int64_t kValuesOfKey = 4;
 /// A model with the template and, if wanted, the instances of the parameter file.
 class CModel {
 public:
-    CModel() {
+    explicit CModel(const std::string &text = kq_bench::PdtTextOfKeys()) {
         kq_pdt::TCompileResult result;
-        good_ = data_.LoadTemplateText(kq_bench::PdtTextOfKeys(), result);
+        good_ = data_.LoadTemplateText(text, result);
     }
     ~CModel() { data_.Done(); }
     CModel(const CModel &) = delete;
@@ -68,6 +70,24 @@ void ReadPar(benchmark::State &state) {
     state.SetItemsProcessed(state.iterations() * state.range(0) * kValuesOfKey);
 }
 
+void ReadStations(benchmark::State &state) {
+    constexpr std::int64_t kKeysOfStation = 6;
+    constexpr std::int64_t kValuesOfStation = 29;
+    constexpr std::int64_t kKeysOfSettings = 1;  // a required section
+    const std::string text = kq_bench::ModbusStations(KQ_BENCH_EXAMPLES, static_cast<int>(state.range(0)));
+    CModel model(kq_bench::ModbusFile(KQ_BENCH_EXAMPLES, "modbus.pdt"));
+    for (auto _ : state) {
+        model.Read(text);
+        state.PauseTiming();
+        if (!model.Holds(state.range(0) * kKeysOfStation + kKeysOfSettings)) {
+            state.SkipWithError("not all keys were read");
+        }
+        model.Forget();
+        state.ResumeTiming();
+    }
+    state.SetItemsProcessed(state.iterations() * state.range(0) * kValuesOfStation);
+}
+
 void ForgetPar(benchmark::State &state) {
     const std::string text = kq_bench::ParTextOfKeys(static_cast<int>(state.range(0)));
     CModel model;
@@ -94,5 +114,6 @@ void WritePar(benchmark::State &state) {
 KQ_SIZES(ReadPar);
 KQ_SIZES(WritePar);
 KQ_SIZES(ForgetPar);
+BENCHMARK(ReadStations)->Arg(10)->Arg(100)->Arg(999)->Unit(benchmark::kMillisecond);
 
 }  // namespace

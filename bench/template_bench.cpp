@@ -1,5 +1,6 @@
 /// The compile of a template of 41,000 items beside two readers that build trees from the same content: a JSON document
-/// and a libconfig file. One round is the reading from a text in memory, until the result is released again.
+/// and a libconfig file. One round is the reading from a text in memory, until the result is released again. The modbus
+/// example's template over and over has no peer; the argument is how many times.
 
 #include <benchmark/benchmark.h>
 #include <rapidjson/document.h>
@@ -7,6 +8,7 @@
 #include <libconfig.h++>
 #include <string>
 
+#include "bench/support/modbus_text.h"
 #include "bench/support/texts.h"
 #include "model/sheet_data.h"
 
@@ -23,8 +25,7 @@ void Count(benchmark::State &state, const std::string &text) {
     state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(text.size()));
 }
 
-void CompileTemplate(benchmark::State &state) {
-    const std::string text = kq_bench::PdtText(Size(state));
+void Compile(benchmark::State &state, const std::string &text) {
     for (auto _ : state) {
         kq_pdt::CParSheetData data;
         kq_pdt::TCompileResult result;
@@ -33,7 +34,17 @@ void CompileTemplate(benchmark::State &state) {
         }
         data.Done();
     }
+    state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(text.size()));
+}
+
+void CompileTemplate(benchmark::State &state) {
+    const std::string text = kq_bench::PdtText(Size(state));
+    Compile(state, text);
     Count(state, text);
+}
+
+void CompileModbus(benchmark::State &state) {
+    Compile(state, kq_bench::ModbusTemplates(KQ_BENCH_EXAMPLES, static_cast<int>(state.range(0))));
 }
 
 void ParseJson(benchmark::State &state) {
@@ -60,6 +71,7 @@ void ParseLibconfig(benchmark::State &state) {
 }
 
 BENCHMARK(CompileTemplate)->Arg(10)->Arg(100)->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond);
+BENCHMARK(CompileModbus)->Arg(1)->Arg(10)->Arg(100)->Unit(benchmark::kMillisecond);
 BENCHMARK(ParseJson)->Arg(10)->Arg(100)->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond);
 BENCHMARK(ParseLibconfig)->Arg(100)->Arg(1000)->Unit(benchmark::kMillisecond);
 

@@ -81,7 +81,7 @@ public:
     void GiveBack(void *chunk) noexcept {
         const std::lock_guard lock(mutex_);
         TBlock &block = **static_cast<TBlock **>(chunk);
-        const std::size_t offset = static_cast<std::size_t>(static_cast<char *>(chunk) - block.memory);
+        const auto offset = static_cast<std::size_t>(static_cast<char *>(chunk) - block.memory);
         if (block.free == 0) {
             Link(block);
         }
@@ -175,7 +175,7 @@ struct TDropAtEnd {
     TDropAtEnd &operator=(const TDropAtEnd &) = delete;
 };
 
-const TDropAtEnd drop_at_end;
+const TDropAtEnd kDropAtEnd;
 
 }  // namespace
 

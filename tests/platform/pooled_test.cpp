@@ -18,7 +18,7 @@ struct TObject : kq_base::CPooled {
 /// but those that a thread has at hand.
 TEST(Pooled, ObjectsOfSeveralThreads) {
     constexpr std::size_t kCount = 100'000;
-    constexpr std::size_t kAtHand = 2 * 65536;
+    constexpr std::size_t kAtHand = std::size_t{2} * 65536;
     const std::size_t before = kq_base::CPooled::HeldBytes();
     std::vector<std::unique_ptr<TObject>> objects(2 * kCount);
     std::vector<kq_base::TPoolVector<std::uint64_t>> arrays(kCount);
