@@ -18,6 +18,14 @@ void CNotices::Hide(const QString &key) {
     }
 }
 
+QList<QWidget *> CNotices::FirstButtons() const {
+    QList<QWidget *> buttons;
+    for (const QFrame *bar : bars_) {
+        buttons.append(bar->findChild<QPushButton *>());
+    }
+    return buttons;
+}
+
 void CNotices::Show(const QString &key, const QString &text, const QList<TButton> &buttons) {
     Hide(key);
     auto *bar = new QFrame;

@@ -7,6 +7,7 @@
 
 class QFrame;
 class QVBoxLayout;
+class QWidget;
 
 namespace kq_desktop {
 
@@ -23,6 +24,8 @@ public:
 
     void Show(const QString &key, const QString &text, const QList<TButton> &buttons);
     void Hide(const QString &key);
+    /// The first button of each bar, for those who go there by keyboard.
+    QList<QWidget *> FirstButtons() const;
     bool IsShown(const QString &key) const { return bars_.contains(key); }
 
 private:

@@ -138,7 +138,7 @@ void CSessionFrame::AddKeys() {
             window_.SheetToolBox().UserPress(cmDelete);
         }
     });
-    // From one pane to the next.
+    // From one pane or notice to the next.
     add(QKeySequence(Qt::Key_F6), [this] {
         const QList<CView *> views = OnText()
                                          ? QList<CView *>{&window_.ParView(), &window_.Messages()}
@@ -149,6 +149,8 @@ void CSessionFrame::AddKeys() {
                 shown.append(widget);
             }
         }
+        // Tab goes on among a notice's buttons.
+        shown.append(notices_->FirstButtons());
         const qsizetype at = shown.indexOf(MainWindow()->focusWidget());
         if (!shown.isEmpty()) {
             shown[(at + 1) % shown.size()]->setFocus(Qt::ShortcutFocusReason);
@@ -246,7 +248,7 @@ void CSessionFrame::OpenFind(bool replace) { find_bar_->Open(OnText(), replace);
 void CSessionFrame::ShowShortcuts() {
     static constexpr std::array<std::pair<const char16_t *, const char16_t *>, 27> kKeys = {{
         {u"Ctrl+1, Ctrl+2", u"karta Parametry, karta Textový editor"},
-        {u"F6", u"další část okna"},
+        {u"F6", u"další část okna, také upozornění"},
         {u"Ctrl+S", u"uložit"},
         {u"Ctrl+Enter", u"použít: uložit a uzavřít"},
         {u"Ctrl+W, Ctrl+Q", u"uzavřít"},

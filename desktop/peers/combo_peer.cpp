@@ -27,6 +27,10 @@ public:
             list_shown_(false);
         }
     }
+    /// The peer ends now.
+    void Detach() {
+        list_shown_ = [](bool) {};
+    }
     /// A person typed a letter that begins an entry.
     void FindTyped(const QString &typed) {
         QKeyEvent press(QEvent::KeyPress, 0, Qt::NoModifier, typed);
@@ -63,6 +67,13 @@ CComboPeer::CComboPeer(CComboBox &view, CPeerAdvice &advice) : CEditorPeer(view,
     }
     QObject::connect(combo, &QComboBox::activated, combo, [this](int index) { Chosen(index); });
     SetEditor(combo, combo->lineEdit());
+}
+
+CComboPeer::~CComboPeer() {
+    if (Combo() != nullptr) {
+        // Its list may be open still, and is closed when the widget goes.
+        Combo()->Detach();
+    }
 }
 
 CComboPeer::CCombo *CComboPeer::Combo() const { return static_cast<CCombo *>(Widget()); }

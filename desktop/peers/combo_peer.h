@@ -10,6 +10,9 @@ namespace kq_desktop {
 class CComboPeer final : public CEditorPeer {
 public:
     CComboPeer(CComboBox &view, CPeerAdvice &advice);
+    ~CComboPeer() override;
+    CComboPeer(const CComboPeer &) = delete;
+    CComboPeer &operator=(const CComboPeer &) = delete;
 
     void Begin(const QString &typed) override;
     void OpenList() override;

@@ -169,7 +169,11 @@ TEST_F(CSessionDesk, RowsThatWouldNotReadBackAreSaid) {
     person.Press(Qt::Key_S, Qt::ControlModifier);
     ASSERT_TRUE(IsNoticeShown("problems"));
     person.Look(QStringLiteral("problems"));
+    person.Press(Qt::Key_F6);
+    person.Press(Qt::Key_F6);
+    EXPECT_EQ(static_cast<QAbstractButton *>(person.Focus())->text(), QStringLiteral("&Přejít na první"));
     for (const auto &[key, modifiers] : {std::pair(Qt::Key_P, Qt::AltModifier), {Qt::Key_F8, Qt::NoModifier}}) {
+        person.Sheet().setFocus();
         person.Press(Qt::Key_Home);
         person.Press(key, modifiers);
         // A button is shown pressed for a moment.
