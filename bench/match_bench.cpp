@@ -142,6 +142,37 @@ void Re2(benchmark::State &state, const TCase &match_case) {
     Check(state, matched, match_case);
 }
 
+/// A text of many parts against strings that publish what they have at each character, and an end that isn't there.
+void Publishing(benchmark::State &state, std::string_view value_list) {
+    const COurPattern pattern(value_list);
+    std::string text;
+    while (text.size() < 240) {
+        text += "a.";
+    }
+    kq_pdt::CMatcher matcher;
+    for (auto _ : state) {
+        matcher.Begin(text);
+        matcher.AddPattern(pattern.Items(), nullptr, nullptr);
+        if (matcher.Run()) {
+            state.SkipWithError("the wrong answer");
+        }
+    }
+}
+
+const bool kPublishingRegistered = [] {
+    constexpr std::array<std::pair<const char *, std::string_view>, 3> kLists = {{
+        {"publishing/two_strings", "string { id = %v% } + '.' + string { id = %v% } + '#'"},
+        {"publishing/three_strings", "string { id = %v% } + '.' + string { id = %v% } + '.' + string + '#'"},
+        {"publishing/four_strings", "string { id = %v% } + string { id = %v% } + string { id = %v% } + string + '#'"},
+    }};
+    for (const auto &[name, value_list] : kLists) {
+        benchmark::RegisterBenchmark(name, [list = value_list](benchmark::State &state) {
+            Publishing(state, list);
+        })->Unit(benchmark::kMicrosecond);
+    }
+    return true;
+}();
+
 /// Peers run right after each other, so that a disturbance of the machine hits them alike.
 const bool kRegistered = [] {
     for (const TCase &match_case : Cases()) {

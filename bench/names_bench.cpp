@@ -1,6 +1,8 @@
 /// Finding forty names that a module exports, from its file, without loading it: our reader, which goes through the
 /// hash table, beside libelf, with which one goes through the symbol table. The argument is the number of symbols in
 /// the module. To open the file and map it is the part that nobody can do without.
+///
+/// ReadChoices reads sections that choose one of a hundred modules each; its argument is the number of sections.
 
 #include <benchmark/benchmark.h>
 #include <fcntl.h>
@@ -13,7 +15,10 @@
 #include <unordered_set>
 #include <vector>
 
+#include "model/sheet_data.h"
+#include "platform/base/bounded_text.h"
 #include "platform/os/module_names.h"
+#include "template/language/host_callback.h"
 
 namespace {
 
@@ -108,6 +113,46 @@ void LibelfWalk(benchmark::State &state) {
     }
     Check(state, found);
 }
+
+/// Offers one module a hundred times.
+class CHost final : public CAbstractPdtIdeCallBack {
+public:
+    bool FindFirstModule(std::uint32_t high, char *name, std::uint32_t path_high, char *path) override {
+        offered_ = 0;
+        return FindNextModule(high, name, path_high, path);
+    }
+    bool FindNextModule(std::uint32_t /*high*/, char * /*name*/, std::uint32_t path_high, char *path) override {
+        kq_base::CopyToBuffer(KQ_BENCH_MODULES "/bench_names_40.dll", path_high, path);
+        return ++offered_ <= 100;
+    }
+
+private:
+    int offered_ = 0;
+};
+
+void ReadChoices(benchmark::State &state) {
+    CHost host;
+    kq_pdt::SetHostCallback(&host);
+    kq_pdt::CParSheetData data;
+    kq_pdt::TCompileResult result;
+    data.LoadTemplateText(
+        "def_section name = 'Line' + number; multiple; def_key name = 'Module'; "
+        "par = dll { procedure = 'DriverEntry40'; enable_if 1 = 2 }; end_key end_section",
+        result);
+    std::string text;
+    for (std::int64_t section = 0; section < state.range(0); ++section) {
+        text += "[Line" + std::to_string(section) + "]\nModule = bench_names_40\n";
+    }
+    for (auto _ : state) {
+        data.ReadPar(text);
+    }
+    if (data.Instances().List().size() != static_cast<std::size_t>(state.range(0))) {
+        state.SkipWithError("not all sections were read");
+    }
+    data.Done();
+    kq_pdt::SetHostCallback(nullptr);
+}
+BENCHMARK(ReadChoices)->Arg(10)->Arg(100)->Arg(1000)->Unit(benchmark::kMicrosecond);
 
 #define KQ_MODULES(work) BENCHMARK(work)->Arg(40)->Arg(5000)->Unit(benchmark::kMicrosecond)
 

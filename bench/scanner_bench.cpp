@@ -1,13 +1,18 @@
-// A full scan of a parameter file of 10 MB, every section, key and value, beside inih with its values split at commas,
-// and beside the limit: one table look-up a byte.
+// A walk through every section, key and value of a parameter file of 10 MB, the examples' files over and over, beside
+// inih with its values split at commas, and beside the limit: one table look-up a byte. Lines with a text in quotes, a
+// comment, an exponent or `..` are added to them in different shares: the names of the benchmarks tell which.
 #include <benchmark/benchmark.h>
 #include <ini.h>
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
+#include <iterator>
+#include <map>
 #include <string>
 #include <string_view>
 
+#include "bench/support/plant_text.h"
 #include "scanner/text_par_scanner.h"
 
 namespace {
@@ -15,83 +20,71 @@ namespace {
 using namespace par_scanner;
 
 constexpr std::size_t kTextSize = 10'000'000;
-constexpr int kKeysPerSection = 40;
 
-/// Sections of 40 keys with four values each, lines ending with CRLF, until the size is reached.
-std::string MakeText() {
-    constexpr std::array<std::string_view, 5> kTypes = {"BOOL", "INT16", "UINT32", "FLOAT", "STRING"};
-    std::string text;
-    std::uint32_t number = 12345;
-    const auto next = [&number](std::uint32_t below) {
-        number = number * 1664525U + 1013904223U;
-        return (number >> 8U) % below;
-    };
-    for (int section = 1; text.size() < kTextSize; ++section) {
-        text += "[Station" + std::to_string(section) + "]\r\n";
-        for (int key = 1; key <= kKeysPerSection; ++key) {
-            text += "Block" + std::to_string(key) + " = " + std::to_string(next(4000)) + ", " +
-                    std::to_string(next(100000)) + ", ";
-            text.append(kTypes[next(kTypes.size())]).append(next(2) == 0 ? ", R\r\n" : ", RW\r\n");
-        }
+struct TInput {
+    std::string_view name;
+    kq_bench::TPlantLines lines;
+};
+
+constexpr std::array kInputs = {
+    TInput{"plain", {"", 0}},
+    TInput{"quotes/6", {", 'Boiler 1, east'", 6}},
+    TInput{"quotes/15", {", 'Boiler 1, east'", 15}},
+    TInput{"quotes/50", {", 'Boiler 1, east'", 50}},
+    TInput{"quotes/100", {", 'Boiler 1, east'", 100}},
+    TInput{"quotes_LF/100", {", 'Boiler 1, east'", 100, false}},
+    TInput{"comments/50", {"  (* the old one *)", 50}},
+    TInput{"comments/100", {"  (* the old one *)", 100}},
+    TInput{"exponents/100", {", 1E5, 0x1E", 100}},
+    TInput{"dots/100", {", 1..5", 100}},
+};
+
+const std::string &Text(const TInput &input) {
+    static std::map<std::string_view, std::string> texts;
+    std::string &text = texts[input.name];
+    if (text.empty()) {
+        text = kq_bench::CPlantText(KQ_BENCH_EXAMPLES, input.lines).Make(kTextSize);
     }
     return text;
 }
 
-const std::string &Text() {
-    static const std::string kText = MakeText();
-    return kText;
+void Init(const std::string &text, std::size_t &found) {
+    const CTextParScanner scanner(text);
+    found += scanner.ActSection() != nullptr ? 1 : 0;
 }
 
-void Count(benchmark::State &state, std::size_t characters) {
-    benchmark::DoNotOptimize(characters);
-    state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations() * Text().size()));
-}
-
-void BM_ScannerWithCopies(benchmark::State &state) {
-    std::size_t values = 0;
-    for (auto _ : state) {
-        CTextParScanner scanner(Text());
-        char text[256];
-        for (bool section = scanner.GetFirstSection(255, text); section; section = scanner.GetNextSection(255, text)) {
-            for (bool key = scanner.GetFirstKey(255, text); key; key = scanner.GetNextKey(255, text)) {
-                std::uint32_t separator = 0;
-                for (bool value = scanner.GetFirstPar(255, text); value;
-                     value = scanner.GetNextPar(255, text, separator)) {
-                    values += text[0] != '\0' ? 1 : 0;
-                }
+void WalkWithCopies(const std::string &content, std::size_t &found) {
+    CTextParScanner scanner(content);
+    char text[256];
+    for (bool section = scanner.GetFirstSection(255, text); section; section = scanner.GetNextSection(255, text)) {
+        for (bool key = scanner.GetFirstKey(255, text); key; key = scanner.GetNextKey(255, text)) {
+            std::uint32_t separator = 0;
+            for (bool value = scanner.GetFirstPar(255, text); value; value = scanner.GetNextPar(255, text, separator)) {
+                found += text[0] != '\0' ? 1 : 0;
             }
         }
-        scanner.Done();
     }
-    Count(state, values);
 }
-BENCHMARK(BM_ScannerWithCopies)->Unit(benchmark::kMillisecond);
 
-void BM_ScannerAsViews(benchmark::State &state) {
-    std::size_t values = 0;
-    for (auto _ : state) {
-        CTextParScanner scanner(Text());
-        for (bool section = scanner.FirstSection(); section; section = scanner.NextSection()) {
-            values += scanner.SectionName().size();
-            for (bool key = scanner.FirstKey(); key; key = scanner.NextKey()) {
-                values += scanner.KeyName().size();
-                std::string_view value;
-                std::uint32_t separator = 0;
-                for (bool more = scanner.FirstValue(value); more; more = scanner.NextValue(value, separator)) {
-                    values += value.size();
-                }
+void WalkViews(const std::string &content, std::size_t &found) {
+    CTextParScanner scanner(content);
+    for (bool section = scanner.FirstSection(); section; section = scanner.NextSection()) {
+        found += scanner.SectionName().size();
+        for (bool key = scanner.FirstKey(); key; key = scanner.NextKey()) {
+            found += scanner.KeyName().size();
+            std::string_view value;
+            std::uint32_t separator = 0;
+            for (bool more = scanner.FirstValue(value); more; more = scanner.NextValue(value, separator)) {
+                found += value.size();
             }
         }
-        scanner.Done();
     }
-    Count(state, values);
 }
-BENCHMARK(BM_ScannerAsViews)->Unit(benchmark::kMillisecond);
 
 /// inih gives each line's text; the values are cut from it as a caller would do it.
 int TakeLine(void *user, const char * /*section*/, const char *name, const char *text) {
-    std::size_t &values = *static_cast<std::size_t *>(user);
-    values += name[0] != '\0' ? 1 : 0;
+    std::size_t &found = *static_cast<std::size_t *>(user);
+    found += name[0] != '\0' ? 1 : 0;
     std::string_view rest = text;
     for (;;) {
         const std::size_t comma = rest.find(',');
@@ -102,7 +95,7 @@ int TakeLine(void *user, const char * /*section*/, const char *name, const char 
         while (!value.empty() && value.back() == ' ') {
             value.remove_suffix(1);
         }
-        values += value.size();
+        found += value.size();
         if (comma == std::string_view::npos) {
             return 1;
         }
@@ -110,28 +103,56 @@ int TakeLine(void *user, const char * /*section*/, const char *name, const char 
     }
 }
 
-void BM_Inih(benchmark::State &state) {
-    std::size_t values = 0;
-    for (auto _ : state) {
-        ini_parse_string(Text().c_str(), TakeLine, &values);
+/// Indented lines are continuations to inih, so it is given the text without indentation.
+void WalkWithInih(const std::string &text, std::size_t &found) {
+    static std::map<const std::string *, std::string> texts;
+    std::string &flat = texts[&text];
+    if (flat.empty()) {
+        std::unique_copy(text.begin(), text.end(), std::back_inserter(flat),
+                         [](char before, char next) { return (before == '\n' || before == '\r') && next == ' '; });
     }
-    Count(state, values);
+    ini_parse_string(flat.c_str(), TakeLine, &found);
 }
-BENCHMARK(BM_Inih)->Unit(benchmark::kMillisecond);
 
-void BM_TableLookUp(benchmark::State &state) {
-    std::array<std::uint8_t, 256> structural{};
-    for (const char character : std::string_view("\r\n[]=,' (")) {
-        structural[static_cast<std::uint8_t>(character)] = 1;
+void LookUpEachByte(const std::string &text, std::size_t &found) {
+    static const auto kStructural = [] {
+        std::array<std::uint8_t, 256> structural{};
+        for (const char character : std::string_view("\r\n[]=,' (")) {
+            structural[static_cast<std::uint8_t>(character)] = 1;
+        }
+        return structural;
+    }();
+    for (const char character : text) {
+        found += kStructural[static_cast<std::uint8_t>(character)];
     }
-    std::size_t count = 0;
+}
+
+using TWork = void (*)(const std::string &text, std::size_t &found);
+
+void Measure(benchmark::State &state, TWork work, const TInput &input) {
+    const std::string &text = Text(input);
+    std::size_t found = 0;
     for (auto _ : state) {
-        for (const char character : Text()) {
-            count += structural[static_cast<std::uint8_t>(character)];
+        work(text, found);
+    }
+    benchmark::DoNotOptimize(found);
+    state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations() * text.size()));
+}
+
+const bool kRegistered = [] {
+    struct TNamedWork {
+        std::string_view name;
+        TWork work;
+    };
+    for (const TInput &input : kInputs) {
+        for (const auto &[name, work] :
+             {TNamedWork{"/copies", WalkWithCopies}, TNamedWork{"/views", WalkViews}, TNamedWork{"/init", Init},
+              TNamedWork{"/inih", WalkWithInih}, TNamedWork{"/table", LookUpEachByte}}) {
+            benchmark::RegisterBenchmark(std::string(input.name).append(name).c_str(), Measure, work, input)
+                ->Unit(benchmark::kMillisecond);
         }
     }
-    Count(state, count);
-}
-BENCHMARK(BM_TableLookUp)->Unit(benchmark::kMillisecond);
+    return true;
+}();
 
 }  // namespace

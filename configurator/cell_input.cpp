@@ -66,7 +66,7 @@ std::vector<std::string_view> EntryTexts(const CItem &item) {
             texts.push_back(name.View());
         }
     } else {
-        for (const COptionEntry &entry : item.Attributes().entries) {
+        for (const COptionEntry &entry : item.Attributes().Entries()) {
             texts.push_back(entry.text.View());
         }
     }

@@ -95,9 +95,11 @@ TExpr DescribeNode(const kq_pdt::CExpression::TNodes &nodes, std::uint32_t index
     return result;
 }
 
-template <class Pointer>
-std::optional<TExpr> DescribeIf(const Pointer &expression) {
-    return expression ? std::optional<TExpr>(Describe(*expression)) : std::nullopt;
+std::optional<TExpr> DescribeDefault(const kq_pdt::CDefaultValue &value) {
+    if (!value.IsGiven()) {
+        return std::nullopt;
+    }
+    return value.Expression() != nullptr ? Describe(*value.Expression()) : DescribeLiteral(value.Literal());
 }
 
 std::vector<TMapRow> DescribeMap(const kq_pdt::TValueMap &map) {
@@ -162,7 +164,7 @@ void DescribeChannelAttributes(const kq_pdt::TChannelAttributes &channel, TItem 
 void DescribeCommon(kq_pdt::CItem &item, TItem &result) {
     const kq_pdt::TItemAttributes &attributes = item.Attributes();
     result.none_text = item.NoneText().View();
-    result.comment = attributes.comment.View();
+    result.comment = attributes.Comment();
     result.roles = RoleWords(item);
     result.optional = item.IsOptional();
     result.undefined = item.IsUndefined();
@@ -171,7 +173,7 @@ void DescribeCommon(kq_pdt::CItem &item, TItem &result) {
     result.bubble = attributes.bubble.View();
     result.range_from = attributes.range_from;
     result.range_to = attributes.range_to;
-    result.default_value = DescribeIf(attributes.default_expression);
+    result.default_value = DescribeDefault(attributes.default_value);
     if (item.IdVariable() != nullptr) {
         result.id = item.IdVariable()->Name();
     }

@@ -46,6 +46,9 @@ void CWindowSession::SearchDevices() {
     searching_ = true;
     RunSearch();
     searching_ = false;
+    if (done_) {
+        ReleaseModule();
+    }
 }
 
 void CWindowSession::RunSearch() {
@@ -84,10 +87,12 @@ bool CWindowSession::ChooseDevices(std::string_view path) {
             ShowSearchFailed();
             return false;
         }
+        progress_ = &progress;
         searched = ShowModal(progress, window_);
+        progress_ = nullptr;
         result.SetProgress(nullptr);
     }
-    const bool chosen = searched == kEndLoop && ShowModal(result, window_) == kEndLoop;
+    const bool chosen = searched == kEndLoop && !done_ && ShowModal(result, window_) == kEndLoop && !done_;
     EndSearchReports();
     if (driver.done != nullptr) {
         driver.done();

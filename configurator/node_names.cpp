@@ -14,20 +14,22 @@ std::string ShownText(CItemList *names) {
     return std::string(text.View());
 }
 
-bool IsConstant(const CExpression &expression) {
-    return std::none_of(expression.Nodes().begin(), expression.Nodes().end(), [](const CExprNode &node) {
-        return node.kind == TExprKind::kReference || node.kind == TExprKind::kFunction;
-    });
+bool IsConstant(const CDefaultValue &value) {
+    const CExpression *expression = value.Expression();
+    return expression == nullptr ||
+           std::none_of(expression->Nodes().begin(), expression->Nodes().end(), [](const CExprNode &node) {
+               return node.kind == TExprKind::kReference || node.kind == TExprKind::kFunction;
+           });
 }
 
 /// What an item of a definition would show in a new node. A default counts if it can be known without asking for
 /// variables and without reserving channels.
 void AppendNewText(CItem &item, kq_base::CTextBuffer &text) {
     item.ForceIntoRange();
-    const auto &expression = item.Attributes().default_expression;
+    const CDefaultValue &default_value = item.Attributes().default_value;
     TParValue value;
-    if (expression && IsConstant(*expression) && !item.IsUndefined() && item.IsEnabled()) {
-        expression->Evaluate(value);
+    if (default_value.IsGiven() && IsConstant(default_value) && !item.IsUndefined() && item.IsEnabled()) {
+        default_value.Evaluate(value);
     }
     if (item.Code() == TItemCode::kNumber && value.IsNumber()) {
         text.AppendDecimal(value.number);

@@ -41,6 +41,16 @@ TBeginning BeginningOf(const CItemSeq &name) {
     return beginning;
 }
 
+/// Could a line that begins with this name have, when it is read, a name of this beginning? A comment may hide the
+/// name.
+bool MayRead(std::string_view shown, const TBeginning &beginning) {
+    shown.remove_prefix(std::min(shown.find_first_not_of(" \t"), shown.size()));
+    const auto same = [](char upper, char any) { return upper == kq_base::ToUpper(any); };
+    return shown.find("(*") != std::string_view::npos ||
+           (shown.size() >= beginning.text.size() &&
+            std::equal(beginning.text.begin(), beginning.text.end(), shown.begin(), same));
+}
+
 /// Could one text have both names?
 bool MayShareText(const CItemSeq &left, const CItemSeq &right) {
     const TBeginning first = BeginningOf(left);
@@ -59,11 +69,6 @@ bool CutsOthers(CSectionDef &section, CKeyDef &key) {
            std::any_of(section.Keys().begin(), section.Keys().end(), [&](const auto &other) {
                return other.get() != &key && !other->Has(nfUnrecognised) && !other->Pars().empty();
            });
-}
-
-/// A section that gets the values of every text with its name, instead of a new section for each.
-bool IsShared(const CSectionDef &definition) {
-    return definition.DependOn() != nullptr || (definition.Has(nfModule) && !definition.Has(nfMultiple));
 }
 
 }  // namespace
@@ -93,12 +98,11 @@ TRowReading CRowReading::ReadSection(CSectionDef &section) {
     if (found == nullptr) {
         return name.empty() ? TOutcome::kNoName : TOutcome::kUnknownName;
     }
-    CSectionDef *const definition = found->Definition() != nullptr ? found->Definition() : found;
-    if (definition != section.Definition()) {
-        return TOutcome::kOtherRow;
-    }
-    if (IsShared(*definition) && SharesName(section, name)) {
-        return TOutcome::kOverwritten;
+    const bool is_instance = found->Definition() != nullptr;
+    if ((is_instance ? found->Definition() : found) != section.Definition()) {
+        // Of dependent sections that show one name each gets a text of its own.
+        const bool shared = is_instance && name == written;
+        return shared ? TOutcome::kSame : TOutcome::kOtherRow;
     }
     return CompareName(section, nullptr, &found->Names()->Items(), name, false);
 }
@@ -126,14 +130,6 @@ CSectionDef *CRowReading::MatchSection(CSectionDef &section, std::string_view na
     data.Instances().Index().FindCandidates(name, sections_);
     std::erase_if(sections_, [](const CSectionDef *each) { return each->Has(nfUnrecognised); });
     return match();
-}
-
-/// True if a section of another definition shows the same name and would be found by it.
-bool CRowReading::SharesName(CSectionDef &section, std::string_view name) const {
-    return std::any_of(sections_.begin(), sections_.end(), [&](CSectionDef *other) {
-        return other->Definition() != nullptr && other->Definition() != section.Definition() &&
-               ShownName(*other) == name;
-    });
 }
 
 TRowReading CRowReading::ReadKey(CSectionDef &section, CKeyDef &key) {
@@ -321,9 +317,11 @@ bool CRowReading::IsOverwritten(CSectionDef &section, CKeyDef &key) {
         return other.get() != own && other->Names() != nullptr &&
                MayShareText(own->Names()->Items(), other->Names()->Items());
     });
+    const TBeginning beginning = competes ? BeginningOf(own->Names()->Items()) : TBeginning();
     return competes && std::any_of(section.Keys().begin(), section.Keys().end(), [&](const auto &other) {
                const CKeyDef *const theirs = other->Definition();
                return other.get() != &key && theirs != nullptr && theirs->Names() != nullptr &&
+                      MayRead(ShownName(section, *other), beginning) &&
                       MayShareText(own->Names()->Items(), theirs->Names()->Items()) &&
                       ScanKey(section, *other) == TOutcome::kSame && has_line_ && MatchKey(definition, name_) == own;
            });

@@ -60,7 +60,6 @@ private:
     bool IsOverwritten(CSectionDef &section, CKeyDef &key);
     CSectionDef *MatchSection(CSectionDef &section, std::string_view name);
     const CKeyDef *MatchKey(const CSectionDef &definition, std::string_view name);
-    bool SharesName(CSectionDef &section, std::string_view name) const;
 
     CMatcher matcher_;
     std::vector<CSectionDef *> sections_;

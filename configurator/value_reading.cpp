@@ -13,8 +13,12 @@ namespace kq_pdt {
 namespace {
 
 /// Evaluating must not reserve channels.
-bool CanEvaluate(const CExpression &expression, CParSheetData &data) {
-    return std::none_of(expression.Nodes().begin(), expression.Nodes().end(), [&](const CExprNode &node) {
+bool CanEvaluate(const CDefaultValue &value, CParSheetData &data) {
+    const CExpression *expression = value.Expression();
+    if (expression == nullptr) {
+        return true;
+    }
+    return std::none_of(expression->Nodes().begin(), expression->Nodes().end(), [&](const CExprNode &node) {
         const CVariable *const variable =
             node.kind == TExprKind::kReference ? data.FindVariable(node.value.text.View()) : nullptr;
         return node.kind == TExprKind::kFunction ||
@@ -129,14 +133,15 @@ void CValueReading::AppendRaw(std::string_view separator, std::string_view text)
 void CValueReading::TakeDefaults() {
     for (std::size_t index = 0; index < items_.size(); ++index) {
         const CItem &item = *items_[index];
-        const auto &expression = item.Attributes().default_expression;
+        const CDefaultValue &default_value = item.Attributes().default_value;
         TValue &value = values_[index];
-        if (!expression || value.given || value.undefined || (item.Code() == TItemCode::kNumber && !item.IsEnabled()) ||
-            item.Owner()->Node() == nullptr || !CanEvaluate(*expression, *item.Owner()->Node()->SheetData())) {
+        if (!default_value.IsGiven() || value.given || value.undefined ||
+            (item.Code() == TItemCode::kNumber && !item.IsEnabled()) || item.Owner()->Node() == nullptr ||
+            !CanEvaluate(default_value, *item.Owner()->Node()->SheetData())) {
             continue;
         }
         TParValue result;
-        expression->Evaluate(result);
+        default_value.Evaluate(result);
         if (item.Code() == TItemCode::kNumber && result.IsNumber()) {
             value.number = result.number;
         } else if (item.Code() == TItemCode::kString && result.kind == TParKind::pvText) {

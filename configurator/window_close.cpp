@@ -1,6 +1,7 @@
 // The end of a session: the question about unsaved changes, and what is stored and released.
 
 #include "configurator/geometry.h"
+#include "configurator/search_progress.h"
 #include "configurator/texts.h"
 #include "configurator/window_state.h"
 #include "platform/view/settings.h"
@@ -58,12 +59,21 @@ void CWindowSession::Done() {
     sheet_.Clear();
     channels_.Clear();
     SheetData().Done();
+    if (progress_ != nullptr) {
+        MakeEvent(*progress_, ecCommand, kCloseRequest);
+    }
+    if (!searching_) {
+        ReleaseModule();
+    }
+    SetHostCallback(nullptr);
+    opening_.callback = nullptr;
+}
+
+void CWindowSession::ReleaseModule() {
     if (opening_.module != nullptr) {
         kq_os::FreeLibrary(opening_.module);
         opening_.module = nullptr;
     }
-    SetHostCallback(nullptr);
-    opening_.callback = nullptr;
 }
 
 }  // namespace kq_pdt

@@ -21,6 +21,7 @@
 
 namespace kq_pdt {
 
+class CSearchProgress;
 class CWindowSession;
 
 /// What a window is opened with.
@@ -76,7 +77,7 @@ public:
     bool QueryClose();
     /// The same, asked by the host; false without a question while a box or a search is up.
     bool HostQueryClose();
-    /// Ends the session; once.
+    /// Ends the session; once. A search that is up is cancelled, and its driver released when it has come back.
     void Done();
 
     CConfiguratorWindow::TTexts TextsToSave();
@@ -196,6 +197,9 @@ private:
     static bool SaveView(CTextView &view, TFile &file, std::string &error);
     bool SaveDmfFromModel(std::string &error);
 
+    // window_close.cpp
+    void ReleaseModule();
+
     // device_search.cpp
     bool HasDeviceSearch() const;
     void SearchDevices();
@@ -234,7 +238,8 @@ private:
     bool maximize_pending_ = false;
     bool driver_enumerates_ = false;  ///< the driver lists its channels itself; there is no driver map file
     bool reporting_ = false;
-    bool searching_ = false;  ///< a device search is up
+    bool searching_ = false;               ///< a device search is up
+    CSearchProgress *progress_ = nullptr;  ///< its window while the driver is at work
     bool done_ = false;
 };
 

@@ -20,7 +20,7 @@ void CCellItem::GetCell(std::uint32_t &index, kq_base::CTextBuffer &text, TCellF
             text.Append(attributes.bubble.View());
             break;
         case TCellField::kComment:
-            text.Append(attributes.comment.View());
+            text.Append(attributes.Comment());
             break;
         case TCellField::kValue:
             if (undefined_) {

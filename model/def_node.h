@@ -3,11 +3,11 @@
 #include <cstdint>
 #include <memory>
 #include <string_view>
-#include <vector>
 
 #include "model/channels_group_item.h"
 #include "model/item_list.h"
 #include "model/variable.h"
+#include "platform/base/slim_vector.h"
 
 namespace kq_pdt {
 
@@ -62,7 +62,7 @@ public:
     /// True once the node was released; it may live on until the work under way is done.
     bool IsReleased() const { return released_; }
     const CVarScope *Scope() const { return scope_.get(); }
-    const std::vector<std::unique_ptr<CChannelsGroupItem>> &Groups() const { return groups_; }
+    const kq_base::TSlimVector<CChannelsGroupItem> &Groups() const { return groups_; }
     /// The id of the node's table in the sheet, 0 without one.
     std::uint32_t RowId() const { return row_id_; }
     void SetRowId(std::uint32_t id);
@@ -73,8 +73,8 @@ public:
     /// numbers aren't in the ranges of their items.
     virtual bool CommitChannels();
     /// After the node was published while a file is read: groups whose values have changed since give their ranges
-    /// back.
-    virtual void ReconsiderGroups();
+    /// back, and a block whose type or direction a default has changed follows it.
+    virtual void ReconsiderChannels();
     /// Hands a channel number to the item that is for it. False if there is one and it can't take the number.
     bool TakeNumber(std::uint32_t keyword, std::uint32_t number);
     /// Looks through the items for the answer to a channel attribute; 0xFFFFFFFF if none has one.
@@ -116,11 +116,11 @@ private:
     std::string_view ReadChannelBounds(std::uint32_t &first, std::uint32_t &last);
 
     CParSheetData *sheet_data_;
+    std::unique_ptr<CVarScope> scope_;
+    kq_base::TSlimVector<CChannelsGroupItem> groups_;
     std::uint32_t row_id_ = 0;
     std::uint32_t entered_ = 0;
     std::uint32_t range_first_ = kNoNumber;
-    std::unique_ptr<CVarScope> scope_;
-    std::vector<std::unique_ptr<CChannelsGroupItem>> groups_;
 };
 
 /// Keeps a node's scope in force for the length of a block; a null node has none.

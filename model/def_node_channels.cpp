@@ -30,11 +30,12 @@ void CDefNode::RegisterGroupItems() {
     }
 }
 
-void CDefNode::ReconsiderGroups() {
+void CDefNode::ReconsiderChannels() {
     const CScopeGuard scope(this);
     for (const auto &group : groups_) {
         group->Reconsider();
     }
+    FollowWords();
 }
 
 void CDefNode::RegisterChannels() {

@@ -1,17 +1,12 @@
 #include "model/dll_item.h"
 
-#include <algorithm>
-#include <array>
 #include <string>
+#include <utility>
 
 #include "model/journal.h"
 #include "model/sheet_data.h"
 #include "model/var_ref_item.h"
 #include "platform/base/code_page.h"
-#include "platform/base/files.h"
-#include "platform/base/paths.h"
-#include "platform/os/modules.h"
-#include "template/language/host_callback.h"
 
 namespace kq_pdt {
 
@@ -19,17 +14,20 @@ namespace {
 
 constexpr std::string_view kExtension = ".DLL";
 
-/// A path buffer as the host's callback takes it.
-using TPathBuffer = std::array<char, kq_base::TPathText::kBound + 1>;
-
-constexpr std::uint32_t kPathHigh = kq_base::TPathText::kBound;
-
 }  // namespace
 
-CDllItem::CDllItem(CParSheetData *sheet_data) : CCellItem(TItemCode::kDll), sheet_data_(sheet_data) {}
+CDllItem::CDllItem(CParSheetData *sheet_data)
+    : CCellItem(TItemCode::kDll), sheet_data_(sheet_data), names_(std::make_shared<CNameList>()) {}
+
+CDllItem::CDllItem(CParSheetData *sheet_data, CSharedNames modules, std::uint32_t selected_index)
+    : CCellItem(TItemCode::kDll),
+      sheet_data_(sheet_data),
+      names_(std::move(modules)),
+      listed_(true),
+      selected_index_(selected_index) {}
 
 const kq_base::TText *CDllItem::Selected() const {
-    return selected_index_ < names_.size() ? &names_[selected_index_] : nullptr;
+    return selected_index_ < Names().size() ? &Names()[selected_index_] : nullptr;
 }
 
 /// A section that came with a module is published before its text is read, and again afterwards.
@@ -50,60 +48,12 @@ void CDllItem::AppendShownValue(kq_base::CTextBuffer &text) const {
     }
 }
 
-/// The module is only looked at, nothing of it runs.
-bool CDllItem::HasProcedures(std::string_view path) const {
-    const kq_os::HMODULE module = kq_os::LoadLibraryExA(path, kq_os::kDontResolveReferences);
-    if (module == nullptr) {
-        return false;
-    }
-    const bool all = std::all_of(names_.begin(), names_.end(), [module](const kq_base::TText &procedure) {
-        return kq_os::GetProcAddress(module, procedure.Characters()) != nullptr;
-    });
-    kq_os::FreeLibrary(module);
-    return all;
-}
-
-void CDllItem::ListModules(CDllItem &clone) const {
-    clone.listed_ = true;
-    CAbstractPdtIdeCallBack *host = HostCallback();
-    if (host == nullptr) {
-        return;
-    }
-    const auto offer = [&](std::string_view path) {
-        if (HasProcedures(path)) {
-            clone.names_.emplace_back(kq_base::FileNamePart(path));
-            clone.selected_index_ = 0;
-        }
-    };
-    TPathBuffer path{};
-    host->GetModulesDir(kPathHigh, path.data());
-    const std::string directory(path.data());
-    std::vector<std::string> files;
-    std::string error;
-    if (kq_base::CDisk::Current().List(directory, "*.dll", files, error)) {
-        for (const std::string &file : files) {
-            offer(kq_base::JoinPath(directory, file));
-        }
-    }
-    TPathBuffer name{};
-    for (bool more = host->FindFirstModule(kPathHigh, name.data(), kPathHigh, path.data()); more;
-         more = host->FindNextModule(kPathHigh, name.data(), kPathHigh, path.data())) {
-        const std::string found(path.data());
-        offer(found);
-        kq_base::CopyToBuffer(kq_base::FileNamePart(found), kPathHigh, name.data());
-        kq_base::CopyToBuffer(kq_base::DirectoryPart(found), kPathHigh, path.data());
-    }
-}
-
 std::unique_ptr<CItem> CDllItem::Clone() {
-    auto clone = std::make_unique<CDllItem>(sheet_data_);
-    if (listed_) {
-        clone->listed_ = true;
-        clone->names_ = names_;
-        clone->selected_index_ = selected_index_;
-    } else {
-        ListModules(*clone);
-    }
+    const CSharedNames modules = listed_                  ? names_
+                                 : sheet_data_ != nullptr ? sheet_data_->ModulesWith(Names())
+                                                          : ListModules(Names());
+    const std::uint32_t selected = listed_ ? selected_index_ : modules->empty() ? kNoNumber : 0;
+    auto clone = std::make_unique<CDllItem>(sheet_data_, modules, selected);
     CloneBaseInto(*clone);
     return clone;
 }
@@ -114,7 +64,7 @@ void CDllItem::CopyValue(CItem *source) {
     }
     CopyBaseValue(*source);
     const std::uint32_t index = static_cast<const CDllItem &>(*source).selected_index_;
-    selected_index_ = index < names_.size() ? index : kNoNumber;
+    selected_index_ = index < Names().size() ? index : kNoNumber;
 }
 
 void CDllItem::OpenEditor(std::uint32_t &index, std::unique_ptr<TCellEditor> &editor) {
@@ -122,7 +72,7 @@ void CDllItem::OpenEditor(std::uint32_t &index, std::unique_ptr<TCellEditor> &ed
         return;
     }
     auto box = std::make_unique<CComboBox>(CComboBox::TMode::kList);
-    for (const kq_base::TText &name : names_) {
+    for (const kq_base::TText &name : Names()) {
         box->AppendEntry(name.View());
     }
     box->Select(Selected() != nullptr ? selected_index_ + 1 : 0);
@@ -133,7 +83,7 @@ void CDllItem::OpenEditor(std::uint32_t &index, std::unique_ptr<TCellEditor> &ed
 void CDllItem::CloseEditor(std::unique_ptr<TCellEditor> &editor, bool accept) {
     if (editor && editor->control && accept) {
         const std::size_t selected = editor->ComboBox().Selected();
-        if (selected >= 1 && selected <= names_.size() && selected - 1 != selected_index_) {
+        if (selected >= 1 && selected <= Names().size() && selected - 1 != selected_index_) {
             CJournal::Keep(selected_index_);
             selected_index_ = static_cast<std::uint32_t>(selected - 1);
             RefreshModule();
@@ -144,7 +94,9 @@ void CDllItem::CloseEditor(std::unique_ptr<TCellEditor> &editor, bool accept) {
 
 void CDllItem::SetAttribute(std::uint32_t keyword, std::uint32_t form, std::string_view text, CVarScope *scope) {
     if (keyword == kwProcedure) {
-        names_.emplace_back(text);
+        CNameList procedures = Names();
+        procedures.emplace_back(text);
+        names_ = std::make_shared<CNameList>(std::move(procedures));
     } else if (keyword != kwOptional) {  // there is always a module, if there are any
         CCellItem::SetAttribute(keyword, form, text, scope);
     }
@@ -157,8 +109,8 @@ bool CDllItem::FindEntry(std::string_view text, std::uint32_t position, TMatchSt
     if (position > text.size()) {
         return false;
     }
-    for (std::size_t entry = 0; entry < names_.size(); ++entry) {
-        const std::string_view name = names_[entry].View();
+    for (std::size_t entry = 0; entry < Names().size(); ++entry) {
+        const std::string_view name = Names()[entry].View();
         const std::string_view here = text.substr(position, name.size());
         const bool whole = kq_base::EqualIgnoringCase(here, name);
         if (whole || kq_base::EqualIgnoringCase(std::string(here).append(kExtension), name)) {
@@ -218,7 +170,7 @@ void CDllItem::Done() {
     if (sheet_data_ != nullptr) {
         LoadModule({});
     }
-    names_.clear();
+    names_ = std::make_shared<CNameList>();
 }
 
 }  // namespace kq_pdt

@@ -3,14 +3,12 @@
 #include <vector>
 
 #include "model/cell_item.h"
+#include "model/module_lists.h"
 
 namespace kq_pdt {
 
 class CParSheetData;
 class CSectionDef;
-
-/// Names in order: words to be coloured, required procedures, modules.
-using CNameList = std::vector<kq_base::TText>;
 
 /// What a module's template brought along.
 struct TLoadedModule {
@@ -24,9 +22,11 @@ struct TLoadedModule {
 class CDllItem final : public CCellItem {
 public:
     explicit CDllItem(CParSheetData *sheet_data);
+    /// A clone with the modules and the chosen one of them, kNoNumber for none.
+    CDllItem(CParSheetData *sheet_data, CSharedNames modules, std::uint32_t selected_index);
 
     /// In a definition the required procedures, in an instance the modules found.
-    const CNameList &Names() const { return names_; }
+    const CNameList &Names() const { return *names_; }
     /// The first name that the text has at a position, in any case of letters, with ".DLL" or without. False without
     /// any.
     bool FindEntry(std::string_view text, std::uint32_t position, TMatchStep &step, std::uint32_t &index) const;
@@ -55,14 +55,12 @@ private:
     const kq_base::TText *Selected() const;
     /// The selected module, or none while the item is disabled.
     kq_base::TText WantedModule() const { return IsEnabled() ? *Selected() : kq_base::TText(); }
-    void ListModules(CDllItem &clone) const;
-    bool HasProcedures(std::string_view path) const;
     /// Loads the template of the selected module, or releases it while the item is disabled.
     void RefreshModule();
     void LoadModule(const kq_base::TText &name);
 
     CParSheetData *sheet_data_;
-    CNameList names_;
+    CSharedNames names_;
     bool listed_ = false;  ///< names_ holds modules
     std::uint32_t selected_index_ = kNoNumber;
     kq_base::TText loaded_name_;  ///< whose template is loaded; empty without one

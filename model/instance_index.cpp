@@ -59,9 +59,10 @@ CInstanceIndex::TEntry CInstanceIndex::Describe(CSectionDef &section) {
         publishes = publishes || item->IdVariable() != nullptr;
     }
     if (is_text && !publishes) {
-        return {TForm::kText, std::string(text.View())};
+        return {TForm::kText, std::string(text.View()), {}};
     }
-    return {shows_variable || publishes ? TForm::kSingle : TForm::kPattern, {}};
+    const TForm form = shows_variable || publishes ? TForm::kSingle : TForm::kPattern;
+    return {form, {}, CNameIndex::LeadsOf(section.Names()->Items())};
 }
 
 void CInstanceIndex::Insert(CSectionDef &section) {
@@ -71,10 +72,10 @@ void CInstanceIndex::Insert(CSectionDef &section) {
             InsertInOrder(by_text_[kq_base::ToUpper(entry.text)], section);
             break;
         case TForm::kPattern:
-            InsertInOrder(patterns_[section.Definition()], section);
+            InsertPattern(section, entry.leads);
             break;
         case TForm::kSingle:
-            InsertInOrder(singles_, section);
+            singles_.Add(entry.leads, {section.Serial(), &section});
             break;
         default:
             break;
@@ -91,12 +92,31 @@ void CInstanceIndex::Take(CSectionDef &section) {
     if (entry.form == TForm::kText) {
         EraseFrom(by_text_, kq_base::ToUpper(entry.text), section);
     } else if (entry.form == TForm::kPattern) {
-        EraseFrom(patterns_, section.Definition(), section);
-        fresh_.erase(section.Definition());
+        TakePattern(section, entry.leads);
     } else if (entry.form == TForm::kSingle) {
-        EraseInOrder(singles_, section);
+        singles_.Remove(entry.leads, section.Serial());
     }
     entries_.erase(found);
+}
+
+void CInstanceIndex::InsertPattern(CSectionDef &section, const TLeads &leads) {
+    TPatterns &patterns = patterns_of_[section.Definition()];
+    if (patterns.sections.empty()) {
+        patterns.order = section.Serial();
+        patterns_.Add(leads, {patterns.order, section.Definition()});
+    }
+    InsertInOrder(patterns.sections, section);
+}
+
+void CInstanceIndex::TakePattern(CSectionDef &section, const TLeads &leads) {
+    const auto found = patterns_of_.find(section.Definition());
+    TPatterns &patterns = found->second;
+    EraseInOrder(patterns.sections, section);
+    patterns.fresh = 0;
+    if (patterns.sections.empty()) {
+        patterns_.Remove(leads, patterns.order);
+        patterns_of_.erase(found);
+    }
 }
 
 void CInstanceIndex::Add(CSectionDef &section) {
@@ -110,7 +130,8 @@ void CInstanceIndex::Remove(CSectionDef &section) {
 }
 
 void CInstanceIndex::Rename(CSectionDef &section) {
-    if (entries_.contains(&section)) {
+    const auto found = entries_.find(&section);
+    if (found != entries_.end() && found->second != Describe(section)) {
         Take(section);
         Insert(section);
     }
@@ -120,9 +141,9 @@ void CInstanceIndex::Clear() {
     entries_.clear();
     by_definition_.clear();
     by_text_.clear();
-    patterns_.clear();
-    fresh_.clear();
-    singles_.clear();
+    patterns_of_.clear();
+    patterns_.Clear();
+    singles_.Clear();
 }
 
 CSectionDef *CInstanceIndex::FirstOf(const CSectionDef *definition) const {
@@ -161,33 +182,42 @@ CSectionDef *CInstanceIndex::PreviousOf(const CSectionDef &section) const {
 }
 
 void CInstanceIndex::FindCandidates(std::string_view text, std::vector<CSectionDef *> &candidates) const {
-    candidates = singles_;
-    for (const auto &[definition, sections] : patterns_) {
-        std::size_t &fresh = fresh_[definition];
-        while (fresh < sections.size() && sections[fresh]->WasTaken()) {
-            ++fresh;
-        }
-        candidates.push_back(fresh < sections.size() ? sections[fresh] : sections.front());
+    candidates.clear();
+    singles_.Find(text, found_);
+    for (const CNameIndex::TEntry &single : found_) {
+        candidates.push_back(static_cast<CSectionDef *>(single.node));
     }
-    const auto found = by_text_.find(kq_base::ToUpper(text));
-    if (found != by_text_.end()) {
-        const std::size_t begin = candidates.size();
-        for (CSectionDef *section : found->second) {
-            const std::string &shown = entries_.at(section).text;
-            const auto same = std::find_if(candidates.begin() + static_cast<std::ptrdiff_t>(begin), candidates.end(),
-                                           [&](const CSectionDef *other) {
-                                               return other->Definition() == section->Definition() &&
-                                                      entries_.at(other).text == shown;
-                                           });
-            if (same == candidates.end()) {
-                candidates.push_back(section);
-            } else if ((*same)->WasTaken() && !section->WasTaken()) {
-                *same = section;
-            }
+    patterns_.Find(text, found_);
+    for (const CNameIndex::TEntry &pattern : found_) {
+        const TPatterns &patterns = patterns_of_.at(pattern.node);
+        const auto &sections = patterns.sections;
+        while (patterns.fresh < sections.size() && sections[patterns.fresh]->WasTaken()) {
+            ++patterns.fresh;
         }
+        candidates.push_back(patterns.fresh < sections.size() ? sections[patterns.fresh] : sections.front());
     }
+    AppendByText(text, candidates);
     std::sort(candidates.begin(), candidates.end(),
               [](const CSectionDef *left, const CSectionDef *right) { return left->Serial() < right->Serial(); });
+}
+
+void CInstanceIndex::AppendByText(std::string_view text, std::vector<CSectionDef *> &candidates) const {
+    const auto found = by_text_.find(kq_base::ToUpper(text));
+    if (found == by_text_.end()) {
+        return;
+    }
+    const auto begin = static_cast<std::ptrdiff_t>(candidates.size());
+    for (CSectionDef *section : found->second) {
+        const std::string &shown = entries_.at(section).text;
+        const auto same = std::find_if(candidates.begin() + begin, candidates.end(), [&](const CSectionDef *other) {
+            return other->Definition() == section->Definition() && entries_.at(other).text == shown;
+        });
+        if (same == candidates.end()) {
+            candidates.push_back(section);
+        } else if ((*same)->WasTaken() && !section->WasTaken()) {
+            *same = section;
+        }
+    }
 }
 
 }  // namespace kq_pdt

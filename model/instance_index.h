@@ -6,7 +6,7 @@
 #include <unordered_map>
 #include <vector>
 
-#include "model/item_list.h"
+#include "model/name_index.h"
 
 namespace kq_pdt {
 
@@ -15,13 +15,14 @@ class CSectionDef;
 /// Finds instances without walking all of them: by their definition, and by a text that their name may match.
 ///
 /// A name of constants and bound references is one text, so a look-up of that text finds it, whatever the case of its
-/// letters: which of the names found is meant is the match's to decide. Other names are patterns, and all instances of
-/// one definition have the same; one instance is asked for all of them, unless the name publishes or shows a variable.
+/// letters: which of the names found is meant is the match's to decide. Other names are patterns, which are found by
+/// the constants that they begin with. All instances of one definition have the same pattern; one instance is asked for
+/// all of them, unless the name publishes or shows a variable.
 class CInstanceIndex {
 public:
     void Add(CSectionDef &section);
     void Remove(CSectionDef &section);
-    /// The instance's name shows another text now.
+    /// The instance's name may show another text now.
     void Rename(CSectionDef &section);
     void Clear();
 
@@ -44,18 +45,31 @@ private:
     struct TEntry {
         TForm form = TForm::kNone;
         std::string text;
+        TLeads leads;
+
+        friend bool operator==(const TEntry &, const TEntry &) = default;
+    };
+    /// The instances of a definition whose name is a pattern.
+    struct TPatterns {
+        std::vector<CSectionDef *> sections;
+        std::uint32_t order = 0;        ///< in patterns_
+        mutable std::size_t fresh = 0;  ///< before it all sections were taken
     };
 
     static TEntry Describe(CSectionDef &section);
     void Insert(CSectionDef &section);
     void Take(CSectionDef &section);
+    void InsertPattern(CSectionDef &section, const TLeads &leads);
+    void TakePattern(CSectionDef &section, const TLeads &leads);
+    void AppendByText(std::string_view text, std::vector<CSectionDef *> &candidates) const;
 
     std::unordered_map<const CSectionDef *, TEntry> entries_;
     std::unordered_map<const CSectionDef *, std::vector<CSectionDef *>> by_definition_;
     std::unordered_map<std::string, std::vector<CSectionDef *>> by_text_;
-    std::unordered_map<const CSectionDef *, std::vector<CSectionDef *>> patterns_;
-    mutable std::unordered_map<const CSectionDef *, std::size_t> fresh_;  ///< before it in patterns_ all were taken
-    std::vector<CSectionDef *> singles_;
+    std::unordered_map<const CDefNode *, TPatterns> patterns_of_;  ///< by definition
+    CNameIndex patterns_;                                          ///< definitions
+    CNameIndex singles_;
+    mutable std::vector<CNameIndex::TEntry> found_;
 };
 
 }  // namespace kq_pdt

@@ -15,11 +15,6 @@ namespace kq_pdt {
 
 namespace {
 
-const kq_base::TText &DefaultNoneText() {
-    static const kq_base::TText text(texts::kNoneText);
-    return text;
-}
-
 TChannelAttributes &ChannelAttributes(TItemAttributes &attributes) {
     if (!attributes.channel) {
         attributes.channel = std::make_unique<TChannelAttributes>();
@@ -48,7 +43,7 @@ void TakeMapAttribute(TChannelAttributes &channel, bool is_type, std::uint32_t f
 
 }  // namespace
 
-CItem::CItem(TItemCode code) : code_(code), none_text_(DefaultNoneText()) {}
+CItem::CItem(TItemCode code) : code_(code) {}
 
 CItem::~CItem() = default;
 
@@ -58,11 +53,18 @@ const TItemAttributes &CItem::NoAttributes() {
 }
 
 TItemAttributes &CItem::EditAttributes() {
-    if (!attributes_) {
-        attributes_ = std::allocate_shared<TItemAttributes>(kq_base::TPoolAllocator<TItemAttributes>());
+    if (attributes_.Get() == nullptr) {
+        attributes_ = CSharedAttributes(new TItemAttributes);
     }
-    assert(attributes_.use_count() == 1);
-    return *attributes_;
+    assert(attributes_.Get()->owners == 1);
+    return *attributes_.Get();
+}
+
+void CItem::SetId(std::unique_ptr<CVarRefItem> variable) {
+    if (!own_) {
+        own_ = std::make_unique<TOwn>();
+    }
+    own_->id_variable = std::move(variable);
 }
 
 bool CItem::IsEnabled() const {
@@ -83,7 +85,7 @@ bool CItem::AppendText(kq_base::CTextBuffer & /*text*/) { return false; }
 void CItem::GetCell(std::uint32_t & /*index*/, kq_base::CTextBuffer &text, TCellField field, bool & /*disabled*/) {
     if (field == TCellField::kComment) {
         text.Clear();
-        text.Append(Attributes().comment.View());
+        text.Append(Attributes().Comment());
     }
 }
 
@@ -141,15 +143,15 @@ void CItem::SetAttribute(std::uint32_t keyword, std::uint32_t form, std::string_
             attributes.roles |= roleReadAll;
             break;
         case kwId:
-            if (form == formVariable && !id_variable_ && scope != nullptr) {
-                id_variable_ = scope->Resolve(text, false);
+            if (form == formVariable && Id() == nullptr && scope != nullptr) {
+                SetId(scope->Resolve(text, false));
             }
             break;
         case kwComment:
-            attributes.comment = text;
+            attributes.EditRareTexts().comment = text;
             break;
         case kwNedef:
-            none_text_ = text;
+            attributes.EditRareTexts().none_text = kq_base::TText(text);
             break;
         case kwNoCaseSensitive:
             attributes.case_sensitive = false;
@@ -159,18 +161,20 @@ void CItem::SetAttribute(std::uint32_t keyword, std::uint32_t form, std::string_
     }
 }
 
+void CItem::SetDefault(CDefaultValue /*value*/) {}
+
 void CItem::SetExpression(std::uint32_t /*keyword*/, std::uint32_t /*word*/,
                           std::unique_ptr<CExpression> /*expression*/) {}
 
 void CItem::BindVariable(CVariable &variable) {
-    if (id_variable_) {
-        id_variable_->BindVariable(variable);
+    if (CVarRefItem *id = Id()) {
+        id->BindVariable(variable);
     }
 }
 
 void CItem::CapturedValueChanged(const TParValue &value, const CVariable *variable) {
-    if (id_variable_) {
-        id_variable_->CapturedValueChanged(value, variable);
+    if (CVarRefItem *id = Id()) {
+        id->CapturedValueChanged(value, variable);
     }
 }
 
@@ -183,23 +187,24 @@ void CItem::ParsePiece(const TMatchPiece &piece) { ParseValue(piece.text, piece.
 void CItem::TakePiece(const TMatchPiece &piece) { ParsePiece(piece); }
 
 void CItem::GiveBack() {
+    CVarRefItem *id = Id();
     CParSheetData *data = SheetData();
-    TEditState *edit = data != nullptr ? data->Edit() : nullptr;
-    if (!id_variable_ || data == nullptr) {
+    if (id == nullptr || data == nullptr) {
         return;
     }
-    if (CVariable *variable = id_variable_->Variable()) {
+    TEditState *edit = data->Edit();
+    if (CVariable *variable = id->Variable()) {
         if (edit != nullptr) {
             edit->Touch(*variable);
         } else if (data->IsReadingPar()) {
             data->Assignments().NoteLostSource(*variable);
         }
     }
-    CSectionDef *dependent = id_variable_->Dependent();
+    CSectionDef *dependent = id->Dependent();
     if (dependent == nullptr) {
         return;
     }
-    id_variable_->SetDependent(nullptr);
+    id->SetDependent(nullptr);
     if (edit != nullptr) {
         edit->orphans.push_back(dependent);
     } else {
@@ -231,36 +236,50 @@ TParValue CItem::ValueInScopes() {
 
 void CItem::PublishWithoutText() {
     CParSheetData *data = SheetData();
-    if (id_variable_ && data != nullptr && (undefined_ || !IsEnabled()) &&
-        data->References().Dependent(id_variable_->Name()) == nullptr) {
+    if (Id() != nullptr && data != nullptr && (undefined_ || !IsEnabled()) &&
+        data->References().Dependent(Id()->Name()) == nullptr) {
         AssignToVariable(PublishedValue());
     }
 }
 
-CSectionDef *CItem::Dependent() const { return id_variable_ ? id_variable_->Dependent() : nullptr; }
+CSectionDef *CItem::Dependent() const { return Id() != nullptr ? Id()->Dependent() : nullptr; }
 
-void CItem::SetDependent(CSectionDef *section) { id_variable_->SetDependent(section); }
+void CItem::SetDependent(CSectionDef *section) { Id()->SetDependent(section); }
 
-void CItem::Done() { id_variable_.reset(); }
+void CItem::Done() {
+    if (own_) {
+        own_->id_variable.reset();
+    }
+}
 
 void CItem::CloneBaseInto(CItem &clone) {
-    clone.none_text_ = none_text_;
     clone.optional_ = optional_;
     clone.undefined_ = undefined_;
     clone.attributes_ = attributes_;
-    if (id_variable_) {
-        clone.id_variable_ = id_variable_->CloneReference();
+    if (CVarRefItem *id = Id()) {
+        clone.SetId(id->CloneReference());
+    }
+    clone.CopyNoneText(*this);
+}
+
+/// Most items have the same as their definition.
+void CItem::CopyNoneText(const CItem &source) {
+    if (&source.NoneText() != &NoneText() && !(source.NoneText() == NoneText())) {
+        if (!own_) {
+            own_ = std::make_unique<TOwn>();
+        }
+        own_->none_text = source.NoneText();
     }
 }
 
 void CItem::CopyBaseValue(const CItem &source) {
-    none_text_ = source.none_text_;
+    CopyNoneText(source);
     optional_ = source.optional_;
     undefined_ = source.undefined_;
 }
 
 void CItem::PublishValue(const TParValue &value) {
-    if (id_variable_) {
+    if (Id() != nullptr) {
         const bool unknown = undefined_ || !IsEnabled();
         AssignToVariable(unknown ? TParValue::Undefined() : value);
     }
@@ -268,20 +287,25 @@ void CItem::PublishValue(const TParValue &value) {
 
 bool CItem::AssignToVariable(const TParValue &value) {
     bool ok = true;
+    CVarRefItem *id = Id();
+    if (id == nullptr) {
+        return ok;
+    }
     CParSheetData *data = SheetData();
-    if (id_variable_ && data != nullptr && data->Edit() != nullptr) {
-        data->Assignments().Publish(*this, *id_variable_, value, ok);
-    } else if (id_variable_) {
-        id_variable_->Assign(value, ok);
+    if (data != nullptr && data->Edit() != nullptr) {
+        data->Assignments().Publish(*this, *id, value, ok);
+    } else {
+        id->Assign(value, ok);
     }
     return ok;
 }
 
 void CItem::AdoptDependent(const CItem &source, const TParValue &value) {
-    if (!id_variable_ || !source.id_variable_) {
+    CVarRefItem *id = Id();
+    if (id == nullptr || source.Id() == nullptr) {
         return;
     }
-    if (!id_variable_->AdoptDependent(*source.id_variable_)) {
+    if (!id->AdoptDependent(*source.Id())) {
         // The match created a section of its own, of which no text was read: the item's section takes the value.
         CSectionDef *created = source.Dependent();
         if (created != nullptr && created != Dependent() && !created->WasTaken()) {
@@ -289,7 +313,7 @@ void CItem::AdoptDependent(const CItem &source, const TParValue &value) {
         }
         return;
     }
-    if (CVariable *variable = id_variable_->Variable()) {
+    if (CVariable *variable = id->Variable()) {
         variable->Replace(value);
     }
 }

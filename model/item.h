@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string_view>
 
 #include "model/cell_editor.h"
@@ -22,7 +23,7 @@ class CVarScope;
 class CVariable;
 
 /// What kind of value item it is.
-enum class TItemCode : std::uint32_t {
+enum class TItemCode : std::uint8_t {
     kPlain = 1,  ///< no value of its own; references to variables keep this code
     kConst = 3,
     kNumber = 5,
@@ -97,6 +98,8 @@ public:
     virtual void CloseEditor(std::unique_ptr<TCellEditor> &editor, bool accept);
     /// Takes an attribute with a literal from the compiler.
     virtual void SetAttribute(std::uint32_t keyword, std::uint32_t form, std::string_view text, CVarScope *scope);
+    /// Takes a default from the compiler.
+    virtual void SetDefault(CDefaultValue value);
     /// Takes an attribute with an expression; word is the keyword behind the expression, or 0.
     virtual void SetExpression(std::uint32_t keyword, std::uint32_t word, std::unique_ptr<CExpression> expression);
     virtual void BindVariable(CVariable &variable);
@@ -127,7 +130,9 @@ public:
     virtual void ForceIntoRange() {}
 
     TItemCode Code() const { return code_; }
-    const TItemAttributes &Attributes() const { return attributes_ ? *attributes_ : NoAttributes(); }
+    const TItemAttributes &Attributes() const {
+        return attributes_.Get() != nullptr ? *attributes_.Get() : NoAttributes();
+    }
     /// The attributes for the compiler to fill; only as long as no clone shares them.
     TItemAttributes &EditAttributes();
     bool HasRole(TRole role) const { return (Attributes().roles & role) != 0; }
@@ -144,8 +149,11 @@ public:
     void SetDependent(CSectionDef *section);
     /// After an edit: words of channels that the item's value picks follow it.
     void FollowWords();
-    const kq_base::TText &NoneText() const { return none_text_; }
-    const CVarRefItem *IdVariable() const { return id_variable_.get(); }
+    /// What the cell shows while the value is undefined.
+    const kq_base::TText &NoneText() const {
+        return own_ && own_->none_text ? *own_->none_text : Attributes().NoneText();
+    }
+    const CVarRefItem *IdVariable() const { return own_ ? own_->id_variable.get() : nullptr; }
     /// True without a condition or while it holds.
     bool IsEnabled() const;
     CItemSeq *Owner() const { return owner_; }
@@ -179,17 +187,27 @@ protected:
     bool ChangeChannels(std::uint32_t key, std::uint32_t keyword, const TParValue &old_value,
                         const TParValue &new_value);
 
+private:
+    /// What few items have and clones don't share.
+    struct TOwn : kq_base::CPooled {
+        std::unique_ptr<CVarRefItem> id_variable;
+        std::optional<kq_base::TText> none_text;  ///< one taken over from another item
+    };
+
+    static const TItemAttributes &NoAttributes();
+    CVarRefItem *Id() const { return own_ ? own_->id_variable.get() : nullptr; }
+    void SetId(std::unique_ptr<CVarRefItem> variable);
+    void CopyNoneText(const CItem &source);
+
+    CItemSeq *owner_ = nullptr;
+    std::unique_ptr<TOwn> own_;
+    CSharedAttributes attributes_;
+    TItemCode code_;
+
+protected:
+    // After the rest, so that the fields of a derived class fill the room after them.
     bool optional_ = false;
     bool undefined_ = false;  ///< there is no value at present
-
-private:
-    static const TItemAttributes &NoAttributes();
-
-    TItemCode code_;
-    CItemSeq *owner_ = nullptr;
-    std::unique_ptr<CVarRefItem> id_variable_;
-    kq_base::TText none_text_;
-    std::shared_ptr<TItemAttributes> attributes_;
 };
 
 }  // namespace kq_pdt

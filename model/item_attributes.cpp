@@ -1,5 +1,6 @@
 #include "model/item_attributes.h"
 
+#include "model/texts.h"
 #include "model/var_ref_item.h"
 #include "platform/base/number_text.h"
 
@@ -7,6 +8,23 @@ namespace kq_pdt {
 
 TChannelAttributes::TChannelAttributes() = default;
 TChannelAttributes::~TChannelAttributes() = default;
+
+const kq_base::TText &TItemAttributes::NoneText() const {
+    static const kq_base::TText usual(texts::kNoneText);
+    return rare_texts && rare_texts->none_text ? *rare_texts->none_text : usual;
+}
+
+TRareTexts &TItemAttributes::EditRareTexts() {
+    if (!rare_texts) {
+        rare_texts = std::make_unique<TRareTexts>();
+    }
+    return *rare_texts;
+}
+
+const std::vector<COptionEntry> &TItemAttributes::Entries() const {
+    static const std::vector<COptionEntry> none;
+    return options ? options->entries : none;
+}
 
 bool MapValue(const TValueMap &map, const TParValue &value, std::uint32_t &code) {
     if (map.size() == 1 && map.front().text.IsEmpty()) {

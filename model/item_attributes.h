@@ -3,9 +3,11 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <utility>
 #include <vector>
 
 #include "platform/base/bounded_text.h"
+#include "platform/base/pooled.h"
 #include "template/language/expression.h"
 
 namespace kq_pdt {
@@ -13,7 +15,7 @@ namespace kq_pdt {
 class CVarRefItem;
 
 /// The part that an item plays in the definition of channels and in its value list, as a set of bits.
-enum TRole : std::uint32_t {
+enum TRole : std::uint16_t {
     roleChType = 1U << 1U,
     roleChFrom = 1U << 2U,
     roleChTo = 1U << 3U,
@@ -70,20 +72,93 @@ struct TChannelAttributes {
     std::unique_ptr<CVarRefItem> direction_variable;
 };
 
-/// All that a template says about an item and that never changes afterwards. An item and its clones share it.
-struct TItemAttributes {
+/// `default`: mostly a literal, which needs no expression.
+class CDefaultValue {
+public:
+    CDefaultValue() = default;
+    explicit CDefaultValue(TParValue literal) : literal_(std::move(literal)) {}
+    explicit CDefaultValue(std::unique_ptr<CExpression> expression) : expression_(std::move(expression)) {}
+
+    bool IsGiven() const { return expression_ != nullptr || literal_.kind != TParKind::pvNone; }
+    void Evaluate(TParValue &result) const {
+        if (expression_) {
+            expression_->Evaluate(result);
+        } else {
+            result = literal_;
+        }
+    }
+    /// None for a literal.
+    const CExpression *Expression() const { return expression_.get(); }
+    /// pvNone for an expression.
+    const TParValue &Literal() const { return literal_; }
+
+private:
+    TParValue literal_;
+    std::unique_ptr<CExpression> expression_;
+};
+
+/// Texts that few items have.
+struct TRareTexts {
     kq_base::TText comment;
-    kq_base::TText label;
-    kq_base::TText bubble;
-    std::uint32_t roles = 0;
+    std::optional<kq_base::TText> none_text;  ///< `nedef`
+};
+
+/// What an `options` item offers.
+struct TOptions {
+    std::vector<COptionEntry> entries;
+    kq_base::TText pending_label;  ///< the label of the entry that comes next, only while a template is compiled
+};
+
+/// All that a template says about an item and that never changes afterwards. An item and its clones share it.
+struct TItemAttributes : kq_base::CPooled {
+    std::string_view Comment() const { return rare_texts ? rare_texts->comment.View() : std::string_view(); }
+    /// What the sheet shows for a value that is undefined.
+    const kq_base::TText &NoneText() const;
+    TRareTexts &EditRareTexts();
+    /// The entries of an `options` item, none for other items.
+    const std::vector<COptionEntry> &Entries() const;
+
+    std::uint32_t owners = 0;  ///< the items that share it: see CSharedAttributes
     std::uint32_t range_from = 0;
     std::uint32_t range_to = 0;
+    std::uint16_t roles = 0;
     bool case_sensitive = true;
+    kq_base::TText label;
+    kq_base::TText bubble;
+    std::unique_ptr<TRareTexts> rare_texts;
     std::unique_ptr<CEnableIf> enable_if;
-    std::unique_ptr<CExpression> default_expression;
+    CDefaultValue default_value;
     std::unique_ptr<TChannelAttributes> channel;
-    std::vector<COptionEntry> entries;
-    kq_base::TText pending_label;  ///< the label of the entry that comes next
+    std::unique_ptr<TOptions> options;
+};
+
+/// The attributes as items share them, all of which belong to one model, so that one thread at a time counts them.
+class CSharedAttributes {
+public:
+    CSharedAttributes() = default;
+    explicit CSharedAttributes(TItemAttributes *attributes) : attributes_(attributes) { Count(); }
+    CSharedAttributes(const CSharedAttributes &other) : attributes_(other.attributes_) { Count(); }
+    CSharedAttributes &operator=(const CSharedAttributes &other) {
+        CSharedAttributes copy(other);
+        std::swap(attributes_, copy.attributes_);
+        return *this;
+    }
+    ~CSharedAttributes() {
+        if (attributes_ != nullptr && --attributes_->owners == 0) {
+            delete attributes_;
+        }
+    }
+
+    TItemAttributes *Get() const { return attributes_; }
+
+private:
+    void Count() {
+        if (attributes_ != nullptr) {
+            ++attributes_->owners;
+        }
+    }
+
+    TItemAttributes *attributes_ = nullptr;
 };
 
 }  // namespace kq_pdt

@@ -40,6 +40,12 @@ void CItemSeq::CountAsGiven() {
     }
 }
 
+void CItemSeq::ForceIntoRange() const {
+    for (const auto &item : items_) {
+        item->ForceIntoRange();
+    }
+}
+
 void CItemSeq::GiveBack() {
     for (const auto &item : items_) {
         item->GiveBack();

@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "model/item.h"
+#include "platform/base/slim_vector.h"
 
 namespace kq_pdt {
 
@@ -12,7 +13,7 @@ class CDefNode;
 /// The value items of a name or of a `par` statement, joined by `+`, in order.
 class CItemSeq : public kq_base::CPooled {
 public:
-    using TItems = kq_base::TPoolVector<std::unique_ptr<CItem>>;
+    using TItems = kq_base::TSlimVector<CItem>;
 
     CItemSeq() = default;
     CItemSeq(const CItemSeq &) = delete;
@@ -27,6 +28,8 @@ public:
     void PublishWithoutText();
     /// The values of a name came from a text: see CItem.
     void CountAsGiven();
+    /// Does what CloneInto does to the items that are cloned.
+    void ForceIntoRange() const;
     /// Gives back what others can see of the items.
     void GiveBack();
     /// True if every item may be left without a value, also for an empty list.
@@ -70,11 +73,11 @@ public:
     void SetNode(CDefNode *node) { node_ = node; }
 
 private:
-    bool write_if_all_ = false;
-    bool published_ = false;
-    std::uint32_t cells_ = kNoNumber;  ///< not counted yet
     TItems items_;
     CDefNode *node_ = nullptr;
+    std::uint32_t cells_ = kNoNumber;  ///< not counted yet
+    bool write_if_all_ = false;
+    bool published_ = false;
 };
 
 /// A value list as the template has it: the items and, optionally, a variable for the list as a whole.

@@ -22,7 +22,6 @@ std::unique_ptr<CKeyDef> CKeyDef::Clone(bool deep, const CItemSeq *names) const 
     auto clone = std::make_unique<CKeyDef>(SheetData());
     CloneInto(*clone);
     clone->definition_ = this;
-    clone->label_ = label_;
     if (names != nullptr) {
         clone->SetNames(std::make_unique<CItemList>());
         names->CloneInto(clone->names_->Items());
@@ -73,7 +72,7 @@ CParDef *CKeyDef::FindPar(std::uint32_t index, std::uint32_t &offset) {
 void CKeyDef::GetCell(std::uint32_t index, kq_base::CTextBuffer &text, bool &disabled) {
     if (index == 1) {
         text.Clear();
-        text.Append(label_.View());
+        text.Append(Label().View());
         return;
     }
     GetCellInfo(index - 1, text, TCellField::kValue, disabled);
@@ -170,7 +169,7 @@ void CKeyDef::WriteKey(CTextOut &out, const CColumnWidths &widths) {
         }
         kq_base::CTextBuffer head;
         if (written) {
-            out.Insert(pars_[index]->Separator().View());
+            out.Insert(pars_[index]->Separator());
             head.PadTo(pad);
             out.Insert(head.View());
         } else if (names_) {

@@ -48,13 +48,13 @@ public:
     /// The key was taken out of its section.
     void Retire();
 
-    const kq_base::TText &Label() const { return label_; }
+    const kq_base::TText &Label() const { return definition_ != nullptr ? definition_->Label() : label_; }
     void SetLabel(std::string_view label) { label_ = label; }
     CSectionDef *Section() const { return section_; }
     void SetSection(CSectionDef *section) { section_ = section; }
     /// In an instance, what it was cloned from; absent in a definition.
     const CKeyDef *Definition() const { return definition_; }
-    const kq_base::TPoolVector<std::unique_ptr<CParDef>> &Pars() const { return pars_; }
+    const kq_base::TSlimVector<CParDef> &Pars() const { return pars_; }
     CParDef &AddPar();
     /// Where the key was last seen among the keys of its section (CSectionDef::IndexOf).
     std::size_t Index() const { return index_; }
@@ -64,12 +64,12 @@ public:
     void SetRead() { was_read_ = true; }
 
 private:
-    kq_base::TText label_;
-    CSectionDef *section_ = nullptr;
-    kq_base::TPoolVector<std::unique_ptr<CParDef>> pars_;
     std::uint32_t columns_ = kNoNumber;  ///< not counted yet
-    std::uint32_t index_ = 0;
     const CKeyDef *definition_ = nullptr;
+    CSectionDef *section_ = nullptr;
+    kq_base::TText label_;  ///< only in a definition
+    kq_base::TSlimVector<CParDef> pars_;
+    std::uint32_t index_ = 0;
     bool was_read_ = false;
 };
 

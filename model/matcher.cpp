@@ -180,6 +180,7 @@ std::uint32_t CMatcher::Carry(CItem &item, std::uint32_t from) {
     }
     load.results->Append(item.Clone());
     loads_.push_back(std::move(load));
+    ++steps_;
     return static_cast<std::uint32_t>(loads_.size() - 1);
 }
 
@@ -232,7 +233,7 @@ CMatcher::TStep CMatcher::Step(std::size_t slot) {
     if (!pattern.with_scopes) {
         return StepInScope(pattern, slot);
     }
-    if (pattern.publishes && (++steps_ > kMaxSteps || queue_.size() > kMaxWaiting)) {
+    if (pattern.publishes && ++steps_ > kMaxSteps) {
         overrun_ = true;
         return TStep::kFailed;
     }
@@ -320,19 +321,12 @@ TMatchPiece CMatcher::Piece(std::size_t index) const {
     return {text_, cut.first, cut.end, index + 1 == cuts_.size(), ends_pattern};
 }
 
-bool CMatcher::PutIntoPattern() {
-    if (stepped_) {
-        return false;
-    }
-    const auto &items = *patterns_[Winner()].items;
-    Cuts();
-    if (cuts_.size() != items.size()) {
-        return false;
-    }
+bool CMatcher::LinesUp() { return !stepped_ && Cuts().size() == patterns_[Winner()].items->size(); }
+
+void CMatcher::PutInto(const CItemSeq &items) {
     for (std::size_t index = 0; index < cuts_.size(); ++index) {
-        items[index]->TakePiece(Piece(index));
+        items.Items()[index]->TakePiece(Piece(index));
     }
-    return true;
 }
 
 }  // namespace kq_pdt

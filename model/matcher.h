@@ -23,9 +23,9 @@ class CDefNode;
 ///     if (matcher.Run()) { matcher.Winner(); results = matcher.TakeResults(); }
 ///
 /// While an item takes characters its clone publishes what it has so far, so where something publishes or a variable
-/// shows, every way of cutting is followed step by step, up to kMaxSteps in all. Patterns beside such ones that
-/// don't publish themselves are followed without clones, and of candidates in the same item at the same position only
-/// the one stepped first goes on: they would do the same from there on. Beyond kMaxSteps the publishing
+/// shows, every way of cutting is followed step by step, up to kMaxSteps steps and forks in all. Patterns beside such
+/// ones that don't publish themselves are followed without clones, and of candidates in the same item at the same
+/// position only the one stepped first goes on: they would do the same from there on. Beyond kMaxSteps the publishing
 /// patterns, too, are followed this way, so that only the winner publishes. Where nothing publishes and no variable
 /// shows at all, CCutSearch finds the same winner without a step.
 ///
@@ -39,8 +39,7 @@ class CDefNode;
 ///   value that it would have after cloning, ParsePiece of the clone and CopyValue from it.
 class CMatcher {
 public:
-    static constexpr std::uint32_t kMaxSteps = 1'000'000;
-    static constexpr std::size_t kMaxWaiting = 50'000;
+    static constexpr std::uint32_t kMaxSteps = 10'000;
 
     /// Begins a match; the text has to live until its end.
     void Begin(std::string_view text);
@@ -60,9 +59,12 @@ public:
     /// Clones of the items that took part, each with its piece. An item that took nothing may be missing, so results
     /// don't always line up with the pattern. To be called at most once, and before the pattern's items change.
     std::unique_ptr<CItemSeq> TakeResults();
-    /// Does to the items of the winning pattern what CopyValues from the results would do, without results. False, and
-    /// nothing done, where something publishes or shows a variable, or results and pattern don't line up.
-    bool PutIntoPattern();
+    /// True if results have a clone for each item of the winning pattern, and nothing publishes or shows a variable:
+    /// then items can do without results.
+    bool LinesUp();
+    /// If the match lines up, does to items what CopyValues from the results would do: the items of the winning
+    /// pattern, or fresh clones of them.
+    void PutInto(const CItemSeq &items);
 
 private:
     static constexpr std::uint32_t kNone = 0xFFFFFFFF;
@@ -138,7 +140,7 @@ private:
     std::vector<std::uint64_t> marks_;
     std::vector<TCut> cuts_;
     TCandidate won_;
-    std::uint32_t steps_ = 0;
+    std::uint32_t steps_ = 0;  ///< and forks, of candidates that carry clones
     bool overrun_ = false;
 };
 

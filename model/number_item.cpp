@@ -9,6 +9,13 @@
 
 namespace kq_pdt {
 
+namespace {
+
+/// So many digits are a number of 32 bits whatever they are.
+constexpr std::uint32_t kSafeDigits = 9;
+
+}  // namespace
+
 CNumberItem::CNumberItem() : CTypedItem(TItemCode::kNumber) {}
 
 bool CNumberItem::IsInRange(std::uint32_t number) const {
@@ -28,7 +35,7 @@ std::uint32_t CNumberItem::InRange(std::uint32_t number) const {
 void CNumberItem::ForceIntoRange() { value_ = InRange(value_); }
 
 void CNumberItem::Publish() {
-    if (Attributes().default_expression && !has_value_ && !undefined_ && IsEnabled()) {
+    if (Attributes().default_value.IsGiven() && !has_value_ && !undefined_ && IsEnabled()) {
         CJournal::Keep(has_value_);
         has_value_ = true;
         TakeDefault();
@@ -128,7 +135,6 @@ bool CNumberItem::ParseValue(std::string_view text, std::uint32_t first, std::ui
 
 /// The digits come one at a time where they may not all fit, each after a clone of what they made so far.
 void CNumberItem::ParsePiece(const TMatchPiece &piece) {
-    constexpr std::uint32_t kSafeDigits = 9;
     if (piece.end - piece.first <= kSafeDigits) {
         ParseValue(piece.text, piece.first, piece.end);
     } else {
@@ -144,11 +150,20 @@ void CNumberItem::ParsePiece(const TMatchPiece &piece) {
     }
 }
 
+/// No further digits come, so they need no buffer unless they may not all fit.
 void CNumberItem::TakePiece(const TMatchPiece &piece) {
     ForceIntoRange();
-    kq_base::TText own_buffer = std::exchange(parse_buffer_, {});
-    ParsePiece(piece);
-    parse_buffer_ = std::move(own_buffer);
+    const std::string_view digits = piece.text.substr(piece.first, piece.end - piece.first);
+    if (digits.size() <= kSafeDigits && kq_base::ParseDecimal(digits, value_)) {
+        undefined_ = false;
+        if (!piece.ends_text) {
+            ForceIntoRange();
+        }
+    } else {
+        kq_base::TText own_buffer = std::exchange(parse_buffer_, {});
+        ParsePiece(piece);
+        parse_buffer_ = std::move(own_buffer);
+    }
     has_value_ = true;
 }
 

@@ -1,5 +1,7 @@
 #include "model/options_item.h"
 
+#include <utility>
+
 #include "model/const_item.h"
 #include "model/journal.h"
 #include "model/var_ref_item.h"
@@ -107,16 +109,22 @@ void COptionsItem::CloseEditor(std::unique_ptr<TCellEditor> &editor, bool accept
 
 void COptionsItem::SetAttribute(std::uint32_t keyword, std::uint32_t form, std::string_view text, CVarScope *scope) {
     CCellItem::SetAttribute(keyword, form, text, scope);
+    if (keyword != kwOption) {
+        return;
+    }
     TItemAttributes &attributes = EditAttributes();
-    if (keyword == kwOption && form == kwLabel) {
-        attributes.pending_label = text;
-    } else if (keyword == kwOption) {
-        COptionEntry entry{kq_base::TText(text), attributes.pending_label};
+    if (!attributes.options) {
+        attributes.options = std::make_unique<TOptions>();
+    }
+    TOptions &options = *attributes.options;
+    if (form == kwLabel) {
+        options.pending_label = text;
+    } else {
+        COptionEntry entry{kq_base::TText(text), std::exchange(options.pending_label, {})};
         if (entry.label.IsEmpty()) {
             entry.label = entry.text;
         }
-        attributes.pending_label.Clear();
-        attributes.entries.push_back(std::move(entry));
+        options.entries.push_back(std::move(entry));
         selected_index_ = 0;
     }
 }

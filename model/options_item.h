@@ -9,7 +9,7 @@ class COptionsItem final : public CCellItem {
 public:
     COptionsItem();
 
-    const std::vector<COptionEntry> &Entries() const { return Attributes().entries; }
+    const std::vector<COptionEntry> &Entries() const { return Attributes().Entries(); }
     /// The index of the selected entry from 0; 0xFFFFFFFF if the list is empty.
     std::uint32_t SelectedIndex() const { return selected_index_; }
 

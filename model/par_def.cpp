@@ -2,11 +2,7 @@
 
 namespace kq_pdt {
 
-CParDef::CParDef(CDefNode *key) {
-    static const TSeparator comma(",");
-    separator_ = comma;
-    Items().SetNode(key);
-}
+CParDef::CParDef(CDefNode *key) { Items().SetNode(key); }
 
 bool CParDef::AppendText(kq_base::CTextBuffer &text) {
     text.Clear();

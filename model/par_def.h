@@ -5,15 +5,13 @@
 #include <string_view>
 
 #include "model/item_list.h"
+#include "scanner/token.h"
 
 namespace kq_pdt {
 
 /// One value of a key, as a `par` statement describes it: its items and the separator before it.
 class CParDef : public kq_base::CPooled {
 public:
-    /// A separator's text is at most this long.
-    using TSeparator = kq_base::TBoundedText<31>;
-
     explicit CParDef(CDefNode *key);
 
     CItemList &List() { return list_; }
@@ -22,8 +20,9 @@ public:
     const CItemSeq &Items() const { return list_.Items(); }
 
     /// What is written before this value; "," unless the text that was read had something else.
-    const TSeparator &Separator() const { return separator_; }
-    void SetSeparator(std::string_view text) { separator_ = text; }
+    std::string_view Separator() const { return par_scanner::TokenKindText(separator_); }
+    /// Takes the token that is before the value.
+    void SetSeparator(std::uint32_t token_kind) { separator_ = token_kind; }
 
     bool AppendText(kq_base::CTextBuffer &text);
     /// A copy for another key.
@@ -36,7 +35,7 @@ public:
 
 private:
     CItemList list_;
-    TSeparator separator_;
+    std::uint32_t separator_ = par_scanner::kComma;
 };
 
 }  // namespace kq_pdt

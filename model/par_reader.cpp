@@ -101,19 +101,16 @@ bool CParReader::RunPass(const TPending &pending, TPending &retry) {
 CSectionDef *CParReader::MatchDefinition(std::string_view name, std::unique_ptr<CItemSeq> &results) {
     CTemplateValues values;
     matcher_.Begin(name);
-    candidates_.clear();
-    for (const auto &definition : sheet_data_.Definitions()) {
-        if (definition->Names() != nullptr) {
-            values.Keep(*definition);
-            matcher_.AddPattern(definition->Names()->Items(), definition.get(), nullptr);
-            candidates_.push_back(definition.get());
-        }
+    sheet_data_.DefinitionNames().Find(name, names_);
+    for (const CNameIndex::TEntry &found : names_) {
+        values.Keep(*found.node);
+        matcher_.AddPattern(found.node->Names()->Items(), found.node, nullptr);
     }
     if (!matcher_.Run()) {
         return nullptr;
     }
     results = matcher_.TakeResults();
-    return candidates_[matcher_.Winner()];
+    return static_cast<CSectionDef *>(names_[matcher_.Winner()].node);
 }
 
 CSectionDef *CParReader::MatchCandidates(std::string_view name, std::unique_ptr<CItemSeq> &results) {
@@ -185,7 +182,7 @@ bool CParReader::ReadSection(const TParSectionRef &section) {
     ReadKeys(*definition, *instance);
     instance->RegisterChannels();
     Publish(*instance);
-    instance->ReconsiderGroups();
+    instance->ReconsiderChannels();
     instance->CommitChannels();
     return true;
 }
@@ -238,21 +235,31 @@ const CKeyDef *CParReader::MatchKey(std::string_view text, CSectionDef &definiti
                                     std::unique_ptr<CItemSeq> &results) {
     CTemplateValues values;
     values.Keep(definition);
-    std::vector<const CKeyDef *> patterns;
-    patterns.reserve(definition.Keys().size());
     matcher_.Begin(text);
-    for (const auto &key : definition.Keys()) {
-        if (key->Names() != nullptr) {
-            values.Keep(*key);
-            matcher_.AddPattern(key->Names()->Items(), &definition, key.get());
-            patterns.push_back(key.get());
-        }
+    definition.KeyNames().Find(text, names_);
+    for (const CNameIndex::TEntry &found : names_) {
+        values.Keep(*found.node);
+        matcher_.AddPattern(found.node->Names()->Items(), &definition, found.node);
     }
     if (!matcher_.Run()) {
         return nullptr;
     }
-    results = matcher_.TakeResults();
-    return patterns[matcher_.Winner()];
+    const auto *key = static_cast<const CKeyDef *>(names_[matcher_.Winner()].node);
+    if (!key->Has(nfMultiple) || !matcher_.LinesUp()) {
+        results = matcher_.TakeResults();
+    }
+    return key;
+}
+
+/// A key with the name that was matched: clones of the results or, where these can be spared, clones of the
+/// definition's items with what results would hold.
+std::unique_ptr<CKeyDef> CParReader::NewKey(const CKeyDef &definition, const CItemSeq *results) {
+    std::unique_ptr<CKeyDef> key = definition.Clone(true, results);
+    if (results == nullptr) {
+        matcher_.PutInto(key->Names()->Items());
+        key->Names()->Items().ForceIntoRange();
+    }
+    return key;
 }
 
 /// The instance key that a key of the text belongs to: one of its own for a `multiple` key, otherwise the clone of the
@@ -265,15 +272,12 @@ CKeyDef *CParReader::KeyFor(std::string_view text, CSectionDef &definition, CSec
     }
     CKeyDef *key = nullptr;
     if (found->Has(nfMultiple)) {
-        key = &instance.AddKey(found->Clone(true, results.get()));
+        key = &instance.AddKey(NewKey(*found, results.get()));
     } else {
-        const auto &instances = instance.Keys();
-        const auto in_instance = std::find_if(instances.begin(), instances.end(),
-                                              [found](const auto &other) { return other->Definition() == found; });
-        if (in_instance == instances.end()) {
+        key = instance.CloneOf(*found);
+        if (key == nullptr) {
             return nullptr;
         }
-        key = in_instance->get();
     }
     const CScopeGuard section_scope(&instance);
     const CScopeGuard key_scope(key);
@@ -352,11 +356,13 @@ bool CParReader::TakeValue(std::string_view value, bool has_separator, std::uint
     }
     const CScopeGuard section_scope(&instance);
     const CScopeGuard key_scope(&key);
-    if (!matcher_.PutIntoPattern()) {
+    if (matcher_.LinesUp()) {
+        matcher_.PutInto(par.Items());
+    } else {
         par.Items().CopyValues(*matcher_.TakeResults());
     }
     if (has_separator) {
-        par.SetSeparator(par_scanner::TokenKindText(separator));
+        par.SetSeparator(separator);
     }
     return true;
 }

@@ -51,6 +51,7 @@ private:
     static void PassOverKeys(CSectionDef &instance, const CKeyDef &key, std::size_t &next);
     void ReadKeys(CSectionDef &definition, CSectionDef &instance);
     const CKeyDef *MatchKey(std::string_view text, CSectionDef &definition, std::unique_ptr<CItemSeq> &results);
+    std::unique_ptr<CKeyDef> NewKey(const CKeyDef &definition, const CItemSeq *results);
     CKeyDef *KeyFor(std::string_view text, CSectionDef &definition, CSectionDef &instance);
     void ReadValues(std::string_view key_text, CSectionDef &instance, CKeyDef &key);
     bool TakeValue(std::string_view value, bool has_separator, std::uint32_t separator, CSectionDef &instance,
@@ -67,6 +68,7 @@ private:
     par_scanner::CParScanner *scanner_ = nullptr;
     CMatcher matcher_;
     std::vector<CSectionDef *> candidates_;
+    std::vector<CNameIndex::TEntry> names_;
     /// What was read into sections that may go again with their module.
     std::vector<std::pair<TParSectionRef, std::weak_ptr<CSectionDef *>>> read_;
     TPending lost_;  ///< what is kept as unknown, since it keeps switching its own module off

@@ -71,7 +71,7 @@ void CReferenceIndex::AddAttributes(const CItem &item, CSectionDef &section, con
     if (attributes.enable_if) {
         AddExpression(&attributes.enable_if->Expression(), section, key);
     }
-    AddExpression(attributes.default_expression.get(), section, key);
+    AddExpression(attributes.default_value.Expression(), section, key);
     if (attributes.channel) {
         for (const auto *reference :
              {attributes.channel->type_variable.get(), attributes.channel->direction_variable.get()}) {

@@ -49,6 +49,7 @@ CKeyDef &CSectionDef::AddKey(std::unique_ptr<CKeyDef> key) {
     key->SetSection(this);
     key->SetIndex(keys_.size());
     keys_.push_back(std::move(key));
+    key_names_.reset();
     TellRow(keys_.size() - 1, true);
     CJournal::Note([this] {
         TellRow(keys_.size() - 1, false);
@@ -58,6 +59,28 @@ CKeyDef &CSectionDef::AddKey(std::unique_ptr<CKeyDef> key) {
     });
     ComputeLayout();
     return *keys_.back();
+}
+
+/// The keys of a definition don't change once a text is matched against them.
+const CNameIndex &CSectionDef::KeyNames() {
+    if (!key_names_) {
+        key_names_ = std::make_unique<CNameIndex>();
+        for (const auto &key : keys_) {
+            if (key->Names() != nullptr) {
+                const auto order = static_cast<std::uint32_t>(key->Index());
+                key_names_->Add(CNameIndex::LeadsOf(key->Names()->Items()), {order, key.get()});
+            }
+        }
+    }
+    return *key_names_;
+}
+
+/// These clones come first, in the order of the definition.
+CKeyDef *CSectionDef::CloneOf(const CKeyDef &key) const {
+    const auto found = std::partition_point(keys_.begin(), keys_.end(), [&key](const auto &other) {
+        return other->Definition() != nullptr && !other->Has(nfMultiple) && other->Definition()->Index() < key.Index();
+    });
+    return found != keys_.end() && (*found)->Definition() == &key ? found->get() : nullptr;
 }
 
 /// The definition's keys never change once an instance looks at them, so one look is enough.
@@ -124,11 +147,11 @@ bool CSectionDef::CommitChannels() {
     return CDefNode::CommitChannels() && result;
 }
 
-void CSectionDef::ReconsiderGroups() {
+void CSectionDef::ReconsiderChannels() {
     const CScopeGuard scope(this);
-    CDefNode::ReconsiderGroups();
+    CDefNode::ReconsiderChannels();
     for (const auto &key : keys_) {
-        key->ReconsiderGroups();
+        key->ReconsiderChannels();
     }
 }
 

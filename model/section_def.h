@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "model/key_def.h"
+#include "model/name_index.h"
 #include "model/var_ref_item.h"
 
 namespace kq_pdt {
@@ -38,7 +39,7 @@ public:
     bool SetNameChannelAttr(std::uint32_t keyword, std::uint32_t number, std::string_view text, bool &matched);
 
     bool CommitChannels() override;
-    void ReconsiderGroups() override;
+    void ReconsiderChannels() override;
     void CapturedValueChanged(const TParValue &value, const CVariable *variable) override;
     void BindVariable(CVariable &variable) override;
     void GetChannelAttr(std::uint32_t keyword, std::uint32_t &value) override;
@@ -56,6 +57,10 @@ public:
     TParValue BoundValue(std::string_view variable) const;
 
     const std::vector<std::unique_ptr<CKeyDef>> &Keys() const { return keys_; }
+    /// The names of the keys, each with its key.
+    const CNameIndex &KeyNames();
+    /// The clone of a definition's key that an instance has from the beginning, or none.
+    CKeyDef *CloneOf(const CKeyDef &key) const;
     /// The position among the keys of one of them.
     std::size_t IndexOf(CKeyDef &key) const;
     /// `depend_on`: the variable whose values create instances; in definitions only.
@@ -70,7 +75,8 @@ public:
     /// True once the reader has read a text into this instance.
     bool WasTaken() const { return taken_; }
     void SetTaken() { taken_ = true; }
-    /// Numbers the instances in the order in which they were created.
+    /// Numbers the instances in the order in which they were created, and the definitions in that in which they are
+    /// matched.
     std::uint32_t Serial() const { return serial_; }
     void SetSerial(std::uint32_t serial) { serial_ = serial; }
 
@@ -78,6 +84,7 @@ private:
     void TellRow(std::size_t index, bool inserted);
 
     std::vector<std::unique_ptr<CKeyDef>> keys_;
+    std::unique_ptr<CNameIndex> key_names_;
     std::unique_ptr<CVarRefItem> depend_on_;
     bool uniform_ = false;
     bool has_multiple_keys_ = false;

@@ -109,6 +109,24 @@ const CReferenceIndex &CParSheetData::References() {
     return references_;
 }
 
+const CNameIndex &CParSheetData::DefinitionNames() {
+    if (definition_names_outdated_) {
+        definition_names_outdated_ = false;
+        definition_names_.Clear();
+        for (const auto &definition : definitions_) {
+            AddDefinitionName(*definition);
+        }
+    }
+    return definition_names_;
+}
+
+void CParSheetData::AddDefinitionName(CSectionDef &definition) {
+    definition.SetSerial(next_definition_++);
+    if (definition.Names() != nullptr) {
+        definition_names_.Add(CNameIndex::LeadsOf(definition.Names()->Items()), {definition.Serial(), &definition});
+    }
+}
+
 bool CParSheetData::CanAddMultiple() const {
     return std::any_of(definitions_.begin(), definitions_.end(),
                        [](const auto &section) { return section->Has(nfMultiple) && section->DependOn() == nullptr; });
@@ -125,6 +143,7 @@ void CParSheetData::ReadPar(std::string_view text) {
     reading_par_ = true;
     CParReader(*this).Read(text);
     reading_par_ = false;
+    module_lists_.Clear();
 }
 
 void CParSheetData::WriteParText(CTextOut &out) { instances_.Write(out); }
@@ -158,7 +177,11 @@ CSectionDef &CParSheetData::AppendDefinition(std::unique_ptr<CSectionDef> sectio
     const bool refers = !section->Has(nfUnrecognised);
     definitions_.push_back(std::move(section));
     references_outdated_ = references_outdated_ || refers;
+    if (!definition_names_outdated_) {
+        AddDefinitionName(*definitions_.back());
+    }
     CJournal::Note([this] {
+        definition_names_outdated_ = true;
         instances_.Bury(std::move(definitions_.back()));
         definitions_.pop_back();
     });
@@ -179,6 +202,7 @@ void CParSheetData::ClearData() {
         section->Done();
     }
     references_outdated_ = true;
+    definition_names_outdated_ = true;
     keyword_words_.clear();
     root_scope_.Clear();
 }

@@ -67,6 +67,9 @@ public:
     /// loaded. An empty name only releases. A template that fails shows a box.
     void LoadModuleTemplate(TLoadedModule &loaded, std::string_view name);
 
+    /// The modules that export all of the procedures. While a parameter file is read, they are listed once.
+    CSharedNames ModulesWith(const CNameList &procedures);
+
     /// An edit under way; all that is changed until it ends can be taken back. Edits don't nest.
     void BeginEdit();
     /// Settles and keeps what the edit did, unless it was refused. Otherwise takes all of it back, tells the user once,
@@ -122,6 +125,8 @@ public:
     CVarScope &RootScope() { return root_scope_; }
     CChannelRangeTable &Ranges() { return ranges_; }
     const CSectionList &Definitions() const { return definitions_; }
+    /// The names of the definitions, each with its section.
+    const CNameIndex &DefinitionNames();
     CAssignments &Assignments() { return assignments_; }
     CInstances &Instances() { return instances_; }
     const CInstances &Instances() const { return instances_; }
@@ -140,6 +145,7 @@ public:
 
 private:
     void ReleaseDefinition(const CSectionDef &definition);
+    void AddDefinitionName(CSectionDef &definition);
     void ReleaseModule(TLoadedModule &loaded);
     void TellKeywordsChanged();
     void TakeModuleSections(CSectionList &sections, TLoadedModule &loaded);
@@ -151,6 +157,9 @@ private:
     CSectionList definitions_;
     CReferenceIndex references_;
     bool references_outdated_ = true;
+    CNameIndex definition_names_;
+    bool definition_names_outdated_ = true;
+    std::uint32_t next_definition_ = 0;  ///< the serial number of the next definition in definition_names_
     bool no_channels_ = false;
     CInstances instances_{*this};
     CAssignments assignments_{*this};
@@ -162,6 +171,7 @@ private:
     std::uint32_t module_depth_ = 0;
     std::uint32_t module_loads_ = 0;
     bool reading_par_ = false;
+    CModuleLists module_lists_;  ///< of the reading under way
     std::unique_ptr<TEditState> edit_;
     std::unique_ptr<TCellEditor> open_editor_;
     bool module_limit_shown_ = false;  ///< one box tells of templates that load each other

@@ -37,12 +37,14 @@ bool CParSheetData::CompileTemplateText(std::string_view text, CSectionList &sec
 
 bool CParSheetData::LoadTemplate(std::string_view path, TCompileResult &result) {
     const bool ok = CompileTemplate(path, definitions_, result);
+    definition_names_outdated_ = true;
     no_channels_ = result.no_channels;
     return ok;
 }
 
 bool CParSheetData::LoadTemplateText(std::string_view text, TCompileResult &result) {
     const bool ok = CompileTemplateText(text, definitions_, result);
+    definition_names_outdated_ = true;
     no_channels_ = result.no_channels;
     return ok;
 }
@@ -58,7 +60,11 @@ void CParSheetData::ReleaseDefinition(const CSectionDef &definition) {
     CSectionDef *released = section.get();
     definitions_.erase(found);
     references_outdated_ = true;
+    if (!definition_names_outdated_ && released->Names() != nullptr) {
+        definition_names_.Remove(CNameIndex::LeadsOf(released->Names()->Items()), released->Serial());
+    }
     CJournal::Note([this, released, index] {
+        definition_names_outdated_ = true;
         definitions_.insert(definitions_.begin() + index, std::unique_ptr<CSectionDef>(instances_.Unbury(*released)));
     });
     instances_.Bury(std::move(section));
@@ -86,6 +92,10 @@ void CParSheetData::ReleaseModule(TLoadedModule &loaded) {
             keyword_words_.erase(std::next(found).base());
         }
     }
+}
+
+CSharedNames CParSheetData::ModulesWith(const CNameList &procedures) {
+    return reading_par_ ? module_lists_.Find(procedures) : ListModules(procedures);
 }
 
 /// An edit that is taken back changes them again.

@@ -10,7 +10,7 @@ CStringItem::CStringItem() : CTypedItem(TItemCode::kString) {}
 
 /// Unlike a number, a text takes its default at each publishing as long as it was given no value, enabled or not.
 void CStringItem::Publish() {
-    if (Attributes().default_expression && !has_value_ && !undefined_) {
+    if (Attributes().default_value.IsGiven() && !has_value_ && !undefined_) {
         TakeDefault();
     }
     PublishValue(TParValue::Text(value_));

@@ -59,15 +59,11 @@ void CTypedItem::CloseEditor(std::unique_ptr<TCellEditor> &editor, bool accept) 
     editor.reset();
 }
 
-void CTypedItem::SetExpression(std::uint32_t keyword, std::uint32_t /*word*/, std::unique_ptr<CExpression> expression) {
-    if (keyword == kwDefault) {
-        EditAttributes().default_expression = std::move(expression);
-    }
-}
+void CTypedItem::SetDefault(CDefaultValue value) { EditAttributes().default_value = std::move(value); }
 
 bool CTypedItem::TakeDefault() {
     TParValue result;
-    Attributes().default_expression->Evaluate(result);
+    Attributes().default_value.Evaluate(result);
     return Store(result);
 }
 
@@ -80,7 +76,7 @@ void CTypedItem::CountAsGiven() {
 
 void CTypedItem::ParameterChanged(const CVariable *variable, const TParValue &value, bool &ok) {
     const TItemAttributes &attributes = Attributes();
-    if (!has_value_ && attributes.default_expression && !undefined_ && attributes.enable_if &&
+    if (!has_value_ && attributes.default_value.IsGiven() && !undefined_ && attributes.enable_if &&
         attributes.enable_if->Holds()) {
         CJournal::Keep(has_value_);
         has_value_ = true;

@@ -11,7 +11,7 @@ public:
     bool AppendText(kq_base::CTextBuffer &text) final;
     void OpenEditor(std::uint32_t &index, std::unique_ptr<TCellEditor> &editor) final;
     void CloseEditor(std::unique_ptr<TCellEditor> &editor, bool accept) final;
-    void SetExpression(std::uint32_t keyword, std::uint32_t word, std::unique_ptr<CExpression> expression) final;
+    void SetDefault(CDefaultValue value) final;
     /// Takes the default if the change has enabled the item.
     void ParameterChanged(const CVariable *variable, const TParValue &value, bool &ok) final;
     void CountAsGiven() final;

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <cstring>
 #include <limits>
+#include <type_traits>
 
 #if defined(__SSE2__)
 #include <emmintrin.h>
@@ -124,15 +125,34 @@ std::uint32_t LowestBit(Mask mask) {
     return static_cast<std::uint32_t>(std::countr_zero(mask));
 }
 
-/// The mask of as many bytes as Mask has bits; the question takes a block and gives its flags.
-template <class Mask, class Question>
-Mask WideMask(const char *bytes, Question question) {
-    constexpr std::uint32_t kWidth = std::numeric_limits<Mask>::digits;
-    Mask mask = 0;
-    for (std::uint32_t at = 0; at < kWidth; at += CByteBlock::kSize) {
-        mask |= Mask{question(CByteBlock(bytes + at)).Mask()} << at;
+using TWideMask = std::uint64_t;
+inline constexpr std::uint32_t kWideSize = std::numeric_limits<TWideMask>::digits;
+
+/// The mask of kWideSize bytes. The question takes a block and gives its flags; it may take the block one byte further
+/// as well.
+template <class Question>
+TWideMask WideMask(const char *bytes, Question question) {
+    TWideMask mask = 0;
+    for (std::uint32_t at = 0; at < kWideSize; at += CByteBlock::kSize) {
+        const CByteBlock block(bytes + at);
+        if constexpr (std::is_invocable_v<Question, CByteBlock, CByteBlock>) {
+            mask |= TWideMask{question(block, CByteBlock(bytes + at + 1)).Mask()} << at;
+        } else {
+            mask |= TWideMask{question(block).Mask()} << at;
+        }
     }
     return mask;
 }
+
+/// The bits from each quote up to the next one, without that: the bytes in strings, if none is open before the first.
+inline TWideMask InStrings(TWideMask quotes) {
+    for (std::uint32_t distance = 1; distance != kWideSize; distance *= 2) {
+        quotes ^= quotes << distance;
+    }
+    return quotes;
+}
+
+/// The bits up to the lowest one of a mask, with that; all bits if there is none.
+inline TWideMask UpToLowest(TWideMask mask) { return mask ^ (mask - 1); }
 
 }  // namespace par_scanner::detail

@@ -7,11 +7,11 @@
 #include "scanner/plain_text.h"
 #include "scanner/text_cutter.h"
 
-// Reads key lines. Plain lines are measured in blocks, odd ones cut token by token.
+// Reads key lines. Regular lines are measured in blocks, odd ones cut token by token.
 //
 // A header after a comment ends the keys of no section: the lines that follow it belong to both. Were each
 // section read by itself, a text of such headers would cost its length squared; so sections that are joined in this
-// way are read in one go and share the list.
+// way are read in one go and share their keys.
 
 namespace par_scanner::detail {
 
@@ -22,26 +22,32 @@ bool GoesWithEqual(char character) { return character == ':' || character == '<'
 class CKeyLoader {
 public:
     CKeyLoader(TScannedText &text, CTapeReader &tape, std::size_t first_section)
-        : text_(text), tape_(tape), section_(first_section), keys_(text.keys_read) {
-        position_ = text.sections[first_section].position;
-        odd_ = std::lower_bound(text.odd_lines.begin(), text.odd_lines.end(), position_.index);
-        next_odd_ = odd_ != text.odd_lines.end() ? *odd_ : kNever;
+        : text_(text), tape_(tape), section_(first_section), keys_(text.room), lines_(text.text.get()) {
+        const CSection &first = text.sections[first_section];
+        position_ = first.position;
         next_section_ = position_.index;
+        odd_ = text.odd_lines.begin() + first.odd_line;
+        next_odd_ = odd_ != text.odd_lines.end() ? *odd_ : kNever;
     }
 
     void Run() {
-        std::size_t first = section_;
-        auto list = std::make_shared<TKeyList>();
+        const std::size_t first = section_;
         keys_.clear();
         bool more = true;
         while (more) {
             EnterSection();
-            more = IsOdd() ? ReadOddLine() : ReadPlainLine();
+            more = IsOdd() ? ReadOddLine() : ReadRegularLine();
         }
-        list->keys.assign(keys_.begin(), keys_.end());
-        list->end = position_;
-        for (; first != section_; ++first) {
-            text_.sections[first].list = list;
+        const CKey *kept = text_.keys.Keep(keys_);
+        for (std::size_t at = first; at != section_; ++at) {
+            CSection &section = text_.sections[at];
+            if (section.read) {
+                continue;
+            }
+            section.keys = kept + section.keys_read;
+            section.keys_read = static_cast<std::uint32_t>(keys_.size()) - section.keys_read;
+            section.end = position_;
+            section.read = true;
         }
         if (keys_.size() > kKeptRoom) {
             keys_ = {};
@@ -54,10 +60,11 @@ private:
 
     const char *Begin() const { return text_.text.get() + position_.index; }
 
-    /// At the start of a line: notes if a section begins here.
+    /// At the start of a line: notes if a section begins here, and how many keys of the list precede its own.
     void EnterSection() {
         if (position_.index == next_section_) {
-            text_.sections[section_++].first_key = static_cast<std::uint32_t>(keys_.size());
+            CSection &section = text_.sections[section_++];
+            section.keys_read = section.read ? section.keys_read : static_cast<std::uint32_t>(keys_.size());
             next_section_ = section_ < text_.sections.size() ? text_.sections[section_].position.index : kNever;
         }
     }
@@ -72,42 +79,34 @@ private:
 
     // Each way of reading a line gives false if the keys end in it, and moves the position past what it has read.
 
-    bool ReadPlainLine() {
+    bool ReadRegularLine() {
         const char *begin = Begin();
-        const TLine line = MeasureLine(begin);
-        if (line.equal != nullptr && line.equal != begin && GoesWithEqual(line.equal[-1])) {
+        const TLine line = lines_.Measure(begin);
+        if (line.comment || (line.equal != nullptr && line.equal != begin && GoesWithEqual(line.equal[-1]))) {
             return ReadTokens();
         }
-        const char *first = *begin == ' ' ? SkipBlanks(begin) : begin;
-        const char *last = line.equal != nullptr ? line.equal : line.line_feed;
-        if (line.equal == nullptr && last != begin && last[-1] == '\r') {
-            --last;
-        }
-        while (last > first && last[-1] == ' ') {
-            --last;
-        }
-        if (last > first) {
-            CKey &key = AddKey(PlainText(first, last));
-            const std::ptrdiff_t equal = line.equal != nullptr ? line.equal - first : 0;
-            key.plain = equal <= std::numeric_limits<std::uint16_t>::max();
-            key.equal = static_cast<std::uint16_t>(equal);
+        if (line.name_end != line.name) {
+            CKey &key = AddKey(PlainText(line.name, line.name_end));
+            const std::ptrdiff_t equal = line.equal != nullptr ? line.equal - line.name : 0;
+            if (equal <= std::numeric_limits<std::uint16_t>::max()) {
+                key.kind = line.marked ? TLineKind::kMarked : TLineKind::kPlain;
+                key.equal = static_cast<std::uint16_t>(equal);
+            }
         }
         position_ = {text_.OffsetOf(line.line_feed) + 1, position_.line + 1, 1};
         return true;
     }
 
-    /// Most odd lines are the header of the next section, and that is mostly plain but for its bracket.
+    /// Most odd lines are the header of the next section.
     bool ReadOddLine() {
-        const char *first = SkipBlanks(Begin());
-        if (*first != '[' || tape_.CarriesOver()) {
+        if (section_ == text_.sections.size() || tape_.CarriesOver()) {
             return ReadTokens();
         }
-        const TLine line = MeasureLine(Begin());
-        if (line.equal != nullptr || line.line_feed >= text_.End() ||
-            FindConspicuous(first + 1, line.line_feed) != line.line_feed) {
+        const CSection &next = text_.sections[section_];
+        if (!next.plain || next.odd_line != odd_ - text_.odd_lines.begin() + 1) {
             return ReadTokens();
         }
-        position_ = {text_.OffsetOf(line.line_feed) + 1, position_.line + 1, 1};
+        position_ = next.position;
         return false;
     }
 
@@ -138,6 +137,7 @@ private:
     CTapeReader &tape_;
     std::size_t section_;  ///< the next one to begin
     std::vector<CKey> &keys_;
+    CLineWindow lines_;
     TPosition position_;  ///< the start of the line
     std::vector<std::uint32_t>::const_iterator odd_;
     std::uint64_t next_odd_ = kNever;      ///< the next odd line, here or further on
@@ -147,20 +147,19 @@ private:
 }  // namespace
 
 void LoadKeys(TScannedText &text, CTapeReader &tape, CSection &section) {
-    const auto asked = static_cast<std::size_t>(&section - text.sections.data());
-    std::size_t first = asked;
-    while (text.sections[first].joined && text.sections[first].list == nullptr) {
+    std::size_t first = section.index;
+    while (text.sections[first].joined && !text.sections[first].read) {
         --first;
     }
-    if (text.sections[first].list == nullptr) {
+    if (!text.sections[first].read) {
         CKeyLoader(text, tape, first).Run();
     }
-    if (section.list == nullptr) {  // only a tape at which no reading succeeds any more ends before it
-        CKeyLoader(text, tape, asked).Run();
+    if (!section.read) {  // only a tape at which no reading succeeds any more ends before it
+        CKeyLoader(text, tape, section.index).Run();
     }
-    section.key_count = static_cast<std::uint32_t>(section.list->keys.size()) - section.first_key;
-    section.current_key = section.key_count != 0 ? section.key_count - 1 : 0;  // on the key that was read last
-    tape.SetPosition(section.list->end);
+    section.loaded = true;
+    section.current_key = section.keys_read != 0 ? section.keys_read - 1 : 0;  // on the key that was read last
+    tape.SetPosition(section.end);
 }
 
 }  // namespace par_scanner::detail

@@ -1,6 +1,7 @@
 #include "scanner/line_scan.h"
 
 #include <algorithm>
+#include <cstring>
 
 #include "scanner/byte_block.h"
 
@@ -8,27 +9,39 @@ namespace par_scanner::detail {
 
 namespace {
 
-constexpr std::ptrdiff_t kStep = 64;
-static_assert(kMargin > kStep);
+static_assert(kMargin > kWideSize);
 
-/// The conspicuous bytes of a block; next is the block one byte further. The slash lies between the dot and the
-/// digits: it only costs a closer look.
-CByteFlags Conspicuous(const CByteBlock &block, const CByteBlock &next) {
-    return block.AnyOf('\'', '[', '\0') | (block.Equal('(') & next.Equal('*')) |
-           (block.InRange('.', '9') & next.EqualLetter('e')) | (block.Equal('.') & next.Equal('.')) |
-           block.Equal('\r').Without(next.Equal('\n'));
+/// Finds the first `=` of a regular line whose first quote or parenthesis, before any `=`, is at mark.
+void FindEqual(const char *mark, TLine &line) {
+    line.equal = nullptr;
+    for (const char *at = mark; at != line.line_feed; ++at) {
+        if (*at == '\'') {
+            at = static_cast<const char *>(std::memchr(at + 1, '\'', static_cast<std::size_t>(line.line_feed - at)));
+        } else if (*at == '(' && at[1] == '*') {
+            line.comment = true;
+            return;
+        } else if (*at == '=') {
+            line.equal = at;
+            return;
+        }
+    }
 }
 
 }  // namespace
 
-const char *FindConspicuous(const char *begin, const char *end) {
+bool IsPlain(const char *begin, const char *end) {
     for (const char *at = begin; at < end; at += CByteBlock::kSize) {
-        const std::uint32_t mask = Conspicuous(CByteBlock(at), CByteBlock(at + 1)).Mask();
+        const CByteBlock block(at);
+        const CByteBlock next(at + 1);
+        const CByteFlags others = block.AnyOf('\'', '\0') | (block.Equal('(') & next.Equal('*')) |
+                                  (block.InRange('.', '9') & next.EqualLetter('e')) |
+                                  block.Equal('\r').Without(next.Equal('\n'));
+        const std::uint32_t mask = others.Mask();
         if (mask != 0) {
-            return std::min(at + LowestBit(mask), end);
+            return at + LowestBit(mask) >= end;
         }
     }
-    return end;
+    return true;
 }
 
 std::uint32_t CountLineFeeds(const char *begin, const char *end) {
@@ -45,20 +58,43 @@ std::uint32_t CountLineFeeds(const char *begin, const char *end) {
     return count;
 }
 
-TLine MeasureLine(const char *begin) {
-    TLine line{nullptr, nullptr};
-    for (const char *at = begin;; at += kStep) {
-        const auto ends = WideMask<std::uint64_t>(at, [](const CByteBlock &block) { return block.Equal('\n'); });
-        const auto equals =
-            WideMask<std::uint64_t>(at, [](const CByteBlock &block) { return block.Equal('='); }) & (ends ^ (ends - 1));
+void CLineWindow::Look(const char *begin) {
+    window_ = begin;
+    ends_ = WideMask(begin, [](const CByteBlock &block) { return block.Equal('\n'); });
+    equals_ = WideMask(begin, [](const CByteBlock &block) { return block.Equal('='); });
+    marks_ = WideMask(begin, [](const CByteBlock &block) { return block.AnyOf('\'', '('); });
+    others_ = ~WideMask(begin, [](const CByteBlock &block) { return block.AnyOf(' ', '\r'); });
+}
+
+/// A line that is longer than a window or has a quote or parenthesis before its `=`.
+TLine CLineWindow::MeasureInSteps(const char *begin) {
+    TLine line{begin, begin, nullptr, begin, false, false};
+    const char *mark = nullptr;
+    TWideMask ends = 0;
+    for (const char *at = begin; ends == 0; at += kWideSize) {
+        ends = WideMask(at, [](const CByteBlock &block) { return block.Equal('\n'); });
+        const TWideMask before = UpToLowest(ends);
+        const TWideMask equals = WideMask(at, [](const CByteBlock &block) { return block.Equal('='); }) & before;
+        const TWideMask marks = WideMask(at, [](const CByteBlock &block) { return block.AnyOf('\'', '('); }) & before;
         if (line.equal == nullptr && equals != 0) {
             line.equal = at + LowestBit(equals);
         }
-        if (ends != 0) {
-            line.line_feed = at + LowestBit(ends);
-            return line;
+        if (mark == nullptr && marks != 0) {
+            mark = at + LowestBit(marks);
         }
+        line.line_feed = ends != 0 ? at + LowestBit(ends) : line.line_feed;
     }
+    line.marked = mark != nullptr;
+    if (line.marked && (line.equal == nullptr || mark < line.equal)) {
+        FindEqual(mark, line);
+    }
+    const auto blank = [](char character) { return character == ' ' || character == '\r'; };
+    line.name_end = line.equal != nullptr ? line.equal : line.line_feed;
+    line.name = std::find_if_not(begin, line.name_end, blank);
+    while (line.name_end != line.name && blank(line.name_end[-1])) {
+        --line.name_end;
+    }
+    return line;
 }
 
 }  // namespace par_scanner::detail

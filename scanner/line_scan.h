@@ -1,30 +1,71 @@
 #pragma once
 
+#include <bit>
+#include <cstddef>
 #include <cstdint>
+
+#include "scanner/byte_block.h"
 
 /// Looks at the bytes of a text many at a time. All of this reads up to kMargin bytes beyond the text's end, which must
 /// be line feeds.
-///
-/// Nearly all lines are plain: each of their characters means itself. A line is odd if it holds a quote, a comment, a
-/// digit or dot before an E (which might be a malformed exponent), `..`, a NUL, or a carriage return anywhere but
-/// directly before the line feed; odd lines have to be read token by token.
 namespace par_scanner::detail {
 
 inline constexpr std::uint32_t kMargin = 80;
 
-/// The first byte from begin on that makes its line odd, or is a `[`. The end if there is none.
-const char *FindConspicuous(const char *begin, const char *end);
+/// True if each character means itself: a bracket is a bracket, and the first line feed ends the line.
+bool IsPlain(const char *begin, const char *end);
 
 /// The number of line feeds.
 std::uint32_t CountLineFeeds(const char *begin, const char *end);
 
-/// The ends of the parts of a line.
+/// The parts of a regular line (scanner/odd_line_search.h).
 struct TLine {
-    const char *equal;      ///< the first `=`, or null
+    const char *name;       ///< the key text: what precedes the `=`, or the line, without the blanks around it
+    const char *name_end;   ///< its end
+    const char *equal;      ///< the first `=` outside strings, or null
     const char *line_feed;  ///< the line's end, or the text's
+    bool marked;            ///< the line holds a quote or a parenthesis
+    bool comment;           ///< a comment precedes the `=`; then neither the `=` nor the key text is known
 };
 
-/// Measures the line that begins here.
-TLine MeasureLine(const char *begin);
+/// Measures lines one after the other. Sixty-four bytes are looked at in one go, which mostly are several lines.
+class CLineWindow {
+public:
+    explicit CLineWindow(const char *text) : window_(text) {}
+
+    /// The regular line that begins here, not before the text that the window was made for.
+    TLine Measure(const char *begin) {
+        auto ahead = static_cast<std::size_t>(begin - window_);
+        if (ahead >= kWideSize || ends_ >> ahead == 0) {
+            Look(begin);
+            ahead = 0;
+        }
+        const TWideMask ends = ends_ >> ahead;
+        const TWideMask line = UpToLowest(ends) >> 1U;
+        const TWideMask marks = (marks_ >> ahead) & line;
+        const TWideMask equals = (equals_ >> ahead) & line;
+        const TWideMask before = equals != 0 ? UpToLowest(equals) >> 1U : line;
+        if (ends == 0 || (marks & before) != 0) {
+            return MeasureInSteps(begin);
+        }
+        const TWideMask name = (others_ >> ahead) & before;
+        return {name != 0 ? begin + LowestBit(name) : begin,
+                begin + std::bit_width(name),
+                equals != 0 ? begin + LowestBit(equals) : nullptr,
+                begin + LowestBit(ends),
+                marks != 0,
+                false};
+    }
+
+private:
+    void Look(const char *begin);
+    static TLine MeasureInSteps(const char *begin);
+
+    const char *window_;    ///< the bytes that were looked at
+    TWideMask ends_ = 0;    ///< line feeds
+    TWideMask equals_ = 0;  ///< `=`
+    TWideMask marks_ = 0;   ///< quotes and parentheses
+    TWideMask others_ = 0;  ///< all but blanks and carriage returns
+};
 
 }  // namespace par_scanner::detail

@@ -12,9 +12,9 @@
 #include "scanner/text_cutter.h"
 
 // Every text has two ways out of the tape. In general it is cut token by token (scanner/text_cutter.h), which is what
-// the result always is. In a plain line, and those are nearly all, the same result is found by looking for blanks,
-// commas and the line end only. Both ways leave the tape at the same position, so they may alternate from call to
-// call.
+// the result always is. In a regular line, and those are nearly all, the same result is found by looking for blanks,
+// commas, strings and the line end only. Both ways leave the tape at the same position, so they may alternate from call
+// to call.
 
 namespace par_scanner {
 
@@ -45,12 +45,15 @@ void CopyName(std::string_view name, std::uint32_t high, char *target) {
 
 }  // namespace
 
-[[gnu::always_inline]] inline std::string_view CParScanner::CutPlainValue() {
+[[gnu::always_inline]] inline std::string_view CParScanner::CutValue() {
     const TPosition begin = tape_.GetPosition();
-    const detail::TPlainValue value = text_->values.Cut(text_->text.get(), begin.index);
+    detail::TPlainValue value;
+    if (in_line_ == TLineKind::kOdd || tape_.CarriesOver() ||
+        !text_->values.Cut(text_->text.get(), begin.index, in_line_ == TLineKind::kMarked, value)) {
+        return CutValueByTokens();
+    }
     separator_ = value.separator;
     last_value_ = value.separator == kLineEnd;
-    in_plain_line_ = true;
     if (last_value_) {
         tape_.SetPosition({value.next, begin.line + 1, 1});
     } else {
@@ -65,7 +68,7 @@ void CParScanner::Done() {
     text_ = std::make_shared<TScannedText>();
     section_ = nullptr;
     tape_.InitBuffer(nullptr, 0);
-    in_plain_line_ = false;
+    in_line_ = TLineKind::kOdd;
 }
 
 std::uint32_t CParScanner::GetDataSize() { return 0; }
@@ -85,14 +88,12 @@ bool CParScanner::Init(std::uint32_t source) {
     std::memset(text->text.get() + size, '\n', detail::kMargin);
     text_ = std::move(text);
     tape_.InitBuffer(text_->text.get(), size);
-    in_plain_line_ = false;
+    in_line_ = TLineKind::kOdd;
     detail::ScanSections(*text_, tape_);
     // The section that was found last is current; a caller begins with FirstSection anyway.
     section_ = text_->sections.empty() ? nullptr : &text_->sections.back();
     return true;
 }
-
-CSection *CParScanner::SectionsEnd() const { return text_->sections.data() + text_->sections.size(); }
 
 bool CParScanner::GetFirstSection(std::uint32_t high, char *name) {
     const bool found = FirstSection();
@@ -112,22 +113,22 @@ bool CParScanner::GetNextSection(std::uint32_t high, char *name) {
 
 bool CParScanner::FirstSection() {
     section_handle_ = 0;
-    return Enter(text_->sections.data());
+    return Enter(0);
 }
 
 bool CParScanner::NextSection() {
     ++section_handle_;
-    return Enter(section_ != nullptr ? section_ + 1 : SectionsEnd());
+    return Enter(section_ != nullptr ? section_->index + 1 : text_->sections.size());
 }
 
-bool CParScanner::Enter(CSection *section) {
-    if (section == SectionsEnd()) {
+bool CParScanner::Enter(std::size_t index) {
+    if (index >= text_->sections.size()) {
         section_ = nullptr;
         section_handle_ = kNoSection;
         return false;
     }
-    section_ = section;
-    LoadSectionData(section);
+    section_ = &text_->sections[index];
+    LoadSectionData(section_);
     return true;
 }
 
@@ -138,8 +139,7 @@ std::string_view CParScanner::SectionName() const {
 
 void CParScanner::LoadSectionData(CSection *section) {
     if (section != nullptr && !section->loaded) {
-        section->loaded = true;
-        in_plain_line_ = false;
+        in_line_ = TLineKind::kOdd;
         detail::LoadKeys(*text_, tape_, *section);
     }
 }
@@ -152,7 +152,7 @@ void CParScanner::SetActSectionHandle(std::uint32_t handle) {
     section_ = handle < text_->sections.size() ? &text_->sections[handle] : nullptr;
     if (section_ != nullptr) {
         tape_.SetPosition(section_->position);
-        in_plain_line_ = false;
+        in_line_ = TLineKind::kOdd;
     }
 }
 
@@ -175,7 +175,7 @@ bool CParScanner::GetNextKey(std::uint32_t high, char *name) {
 }
 
 bool CParScanner::FirstKey() {
-    if (section_ == nullptr || section_->key_count == 0) {
+    if (section_ == nullptr || section_->KeyCount() == 0) {
         return false;
     }
     section_->current_key = 0;
@@ -187,7 +187,7 @@ bool CParScanner::NextKey() {
         return false;
     }
     ++section_->current_key;
-    return section_->current_key != section_->key_count;
+    return section_->current_key != section_->KeyCount();
 }
 
 std::string_view CParScanner::KeyName() const {
@@ -208,24 +208,30 @@ bool CParScanner::GetKeyPars(std::uint32_t /*high*/, char *text) {
 }
 
 bool CParScanner::KeyPars(std::string_view &text) {
-    in_plain_line_ = false;
+    in_line_ = TLineKind::kOdd;
     text = {};
     const CKey *key = CurrentKey();
     if (key == nullptr || !GoPastEqual(*key)) {
         return false;
     }
-    if (!IsPlain(*key)) {
+    const char *begin = text_->text.get() + tape_.GetPosition().index;
+    const TLineKind kind = KindOf(*key);
+    detail::TPlainRest rest{};
+    if (kind != TLineKind::kOdd) {
+        rest = detail::CutPlainRest(begin, text_->End());
+    }
+    if (kind == TLineKind::kOdd ||
+        (kind == TLineKind::kMarked && std::string_view(begin, rest.next).find("(*") != std::string_view::npos)) {
         text = detail::CutText(tape_, text_->View(), KindSet(kLineEnd)).text;
         return true;
     }
-    const detail::TPlainRest rest = detail::CutPlainRest(text_->text.get() + tape_.GetPosition().index, text_->End());
     GoToLine(rest.next);
     text = rest.text;
     return true;
 }
 
 bool CParScanner::GoPastEqual(const CKey &key) {
-    if (!IsPlain(key)) {
+    if (KindOf(key) == TLineKind::kOdd) {
         tape_.SetPosition(key.Position());
         return detail::FindKind(tape_, kEqual, kLineEnd);
     }
@@ -251,12 +257,13 @@ bool CParScanner::GetFirstPar(std::uint32_t /*high*/, char *value) {
 }
 
 bool CParScanner::FirstValue(std::string_view &value) {
-    in_plain_line_ = false;
+    in_line_ = TLineKind::kOdd;
     const CKey *key = CurrentKey();
     if (key == nullptr || !GoPastEqual(*key)) {
         return false;
     }
-    value = IsPlain(*key) ? CutPlainValue() : CutValue();
+    in_line_ = KindOf(*key);
+    value = CutValue();
     return true;
 }
 
@@ -274,15 +281,14 @@ bool CParScanner::NextValue(std::string_view &value, std::uint32_t &separator) {
         return false;
     }
     separator = separator_;
-    value = in_plain_line_ ? CutPlainValue() : CutValue();
+    value = CutValue();
     return true;
 }
 
-std::string_view CParScanner::CutValue() {
+std::string_view CParScanner::CutValueByTokens() {
     detail::SkipKinds(tape_, KindSet(kBlank));
     const detail::TCut value =
         detail::CutText(tape_, text_->View(), KindSet(kComma) | KindSet(kLineEnd) | KindSet(kBlank));
-    in_plain_line_ = false;
     separator_ = value.stop;
     last_value_ = value.stop == kLineEnd;
     if (value.stop == kBlank && (detail::SkipKinds(tape_, KindSet(kBlank) | KindSet(kComma)) & KindSet(kComma)) != 0) {
@@ -292,18 +298,18 @@ std::string_view CParScanner::CutValue() {
 }
 
 bool CParScanner::ReadToken(std::uint32_t &error, TToken &token, bool peek) {
-    in_plain_line_ = false;
+    in_line_ = TLineKind::kOdd;
     return tape_.ReadToken(error, token, peek);
 }
 
 bool CParScanner::TapeFind(std::uint32_t kind1, std::uint32_t kind2) {
-    in_plain_line_ = false;
+    in_line_ = TLineKind::kOdd;
     return detail::FindKind(tape_, kind1, kind2);
 }
 
 bool CParScanner::AppendStrUntilToken(std::uint32_t /*high*/, char *text, std::uint32_t stop1, std::uint32_t stop2,
                                       std::uint32_t good, bool &end) {
-    in_plain_line_ = false;
+    in_line_ = TLineKind::kOdd;
     const detail::TCut cut = detail::CutText(tape_, text_->View(), KindSet(stop1) | KindSet(stop2));
     CopyOut(cut.text, text);
     end = cut.end;
@@ -311,7 +317,7 @@ bool CParScanner::AppendStrUntilToken(std::uint32_t /*high*/, char *text, std::u
 }
 
 std::uint32_t CParScanner::AppendStrUntilTokenEx(std::uint32_t /*high*/, char *text, std::uint64_t stops, bool &end) {
-    in_plain_line_ = false;
+    in_line_ = TLineKind::kOdd;
     const detail::TCut cut = detail::CutText(tape_, text_->View(), stops);
     CopyOut(cut.text, text);
     end = cut.end;

@@ -112,24 +112,24 @@ public:
     void PopPosition() {}
 
 private:
-    bool Enter(CSection *section);
-    CSection *SectionsEnd() const;
+    bool Enter(std::size_t index);
     const CKey *CurrentKey() const { return section_ != nullptr ? section_->CurrentKey() : nullptr; }
-    bool IsPlain(const CKey &key) const { return key.plain && !tape_.CarriesOver(); }
+    /// How the key's line can be read now: token by token while the tape carries something over.
+    TLineKind KindOf(const CKey &key) const { return tape_.CarriesOver() ? TLineKind::kOdd : key.kind; }
     /// Moves the tape past the `=` of a key; without one past its line, and gives false.
     bool GoPastEqual(const CKey &key);
     /// Moves the tape to the beginning of the next line.
     void GoToLine(const char *begin);
-    std::string_view CutPlainValue();
     std::string_view CutValue();
+    std::string_view CutValueByTokens();
 
     std::uint32_t source_ = 0;
     std::shared_ptr<TScannedText> text_;  ///< never absent
     CSection *section_ = nullptr;         ///< the current one
     CTapeReader tape_;
-    bool last_value_ = false;             ///< the last value delivered ended the line
-    std::uint32_t separator_ = kNoToken;  ///< what ended it
-    bool in_plain_line_ = false;          ///< the tape is where the last value, of a plain line, left it
+    bool last_value_ = false;              ///< the last value delivered ended the line
+    std::uint32_t separator_ = kNoToken;   ///< what ended it
+    TLineKind in_line_ = TLineKind::kOdd;  ///< of the line where the last value left the tape, and it is there still
     std::uint32_t section_handle_ = kNoSection;
 };
 

@@ -1,48 +1,52 @@
 #pragma once
 
 #include <cstdint>
-#include <memory>
-#include <vector>
 
 #include "scanner/tape_reader.h"
 
 /// What the scanner keeps of a parameter file beside its text: positions, no characters.
 namespace par_scanner {
 
+/// How the line of a key can be read.
+enum class TLineKind : std::uint8_t {
+    kOdd,     ///< token by token only
+    kMarked,  ///< there is a quote or a parenthesis: strings and comments have to be minded
+    kPlain,   ///< blanks, commas and the line's end separate its values
+};
+
 /// A key of a section. Sixteen bytes, since a file may hold hundreds of thousands.
 struct CKey {
     std::uint32_t index = 0;       ///< offset of the start of the key's line
     std::uint32_t line = 0;        ///< that line, from 1
     std::uint32_t name = 0;        ///< offset of the key text
-    std::uint16_t equal = 0;       ///< plain lines: from the key text to the `=`; 0 if there is none
+    std::uint16_t equal = 0;       ///< unless odd: from the key text to the `=`; 0 if there is none
     std::uint8_t name_length = 0;  ///< at most 255
-    bool plain = false;            ///< each character of the line means itself
+    TLineKind kind = TLineKind::kOdd;
 
     TPosition Position() const { return {index, line, 1}; }
 };
 static_assert(sizeof(CKey) == 16);
 
-/// The keys of a section, or of several whose lists overlap.
-struct TKeyList {
-    std::vector<CKey> keys;
-    TPosition end;  ///< where reading them left the tape
-};
-
-/// A section. Its keys are those of a list from first_key on: a header after a comment is a key line too, so the
-/// section before it goes on beyond it, and the two have one list.
+/// A section. A header after a comment is a key line too, so the section before it goes on beyond it: the keys of such
+/// joined sections are read together, and those of the later one are the last ones of the earlier one.
 struct CSection {
-    std::shared_ptr<const TKeyList> list;  ///< may be there before the section is loaded
-    std::uint32_t first_key = 0;
-    std::uint32_t key_count = 0;    ///< 0 until the section is loaded
-    std::uint32_t current_key = 0;  ///< the cursor, counted from first_key; key_count if no key is current
+    const CKey *keys = nullptr;     ///< the first one; the keys may be read before the section is loaded
+    std::uint32_t keys_read = 0;    ///< how many are there
+    std::uint32_t current_key = 0;  ///< the cursor; KeyCount() if no key is current
     TPosition position;             ///< the start of the line after the header
+    TPosition end;                  ///< where reading the keys left the tape
+    std::uint32_t index = 0;        ///< of the section, from 0
     std::uint32_t line = 0;         ///< the line of the header, from 1
     std::uint32_t name = 0;         ///< offset of the text between the brackets
+    std::uint32_t odd_line = 0;     ///< index of the first odd line after the header's
     std::uint8_t name_length = 0;   ///< at most 255
-    bool loaded = false;            ///< the keys have been read
+    bool read = false;              ///< the keys have been read
+    bool loaded = false;            ///< and the section has them
+    bool plain = false;             ///< the header's line is plain and has no `=`, so reading keys ends after it
     bool joined = false;            ///< the keys of the section before go on through this one
 
-    const CKey *CurrentKey() const { return current_key < key_count ? &list->keys[first_key + current_key] : nullptr; }
+    std::uint32_t KeyCount() const { return loaded ? keys_read : 0; }
+    const CKey *CurrentKey() const { return current_key < KeyCount() ? keys + current_key : nullptr; }
 };
 
 }  // namespace par_scanner

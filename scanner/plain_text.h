@@ -6,11 +6,13 @@
 
 #include "platform/base/bounded_text.h"
 #include "scanner/byte_block.h"
+#include "scanner/character_class.h"
 #include "scanner/line_scan.h"
+#include "scanner/odd_line_search.h"
 #include "scanner/tape_reader.h"
 
-/// How texts are cut from a plain line (TLine), which needs no tokens. All of this reads some bytes beyond the line's
-/// end, kMargin at most.
+/// How texts are cut from a regular line (scanner/odd_line_search.h), mostly without tokens. All of this reads some
+/// bytes beyond the line's end, kMargin at most.
 namespace par_scanner::detail {
 
 /// The text from first up to last as it is delivered: 255 characters at most, a longer one cut to 254.
@@ -63,80 +65,154 @@ struct TPlainValue {
 /// cost one look.
 class CPlainValues {
 public:
-    /// The value at an offset of the text, blanks before it skipped.
-    TPlainValue Cut(const char *text, std::uint32_t offset) {
-        const std::uint32_t ahead = offset - window_;
-        TPlainValue value;
-        if (ahead < kWidth && CutInWindow(text, ahead, value)) {
-            return value;
+    /// Cuts the value at an offset of a regular line, which is outside strings; blanks before it are skipped. marked is
+    /// that of the line (TLine). False if a separator of blanks is followed by `1..`: having looked at that, the tape
+    /// carries more than a position, so the value has to be read by tokens.
+    bool Cut(const char *text, std::uint32_t offset, bool marked, TPlainValue &value) {
+        if (marked && text[offset] == '(') {
+            return CutLong(text, offset, value);
         }
-        return CutOutside(text, offset);
+        const std::uint32_t ahead = offset - window_;
+        if (ahead < kWideSize && (of_one_line_ || !marked) && FindInWindow(ahead, value)) {
+            return ReadSeparator(text, value.first + value.length, value);
+        }
+        return CutOutside(text, offset, marked, value);
     }
 
 private:
-    using TMask = std::uint64_t;
-    static constexpr std::uint32_t kWidth = 64;
-
-    bool CutInWindow(const char *text, std::uint32_t ahead, TPlainValue &value) const {
-        const TMask others = others_ >> ahead;
+    bool FindInWindow(std::uint32_t ahead, TPlainValue &value) const {
+        const TWideMask others = others_ >> ahead;
         if (others == 0) {
             return false;
         }
         const std::uint32_t first = ahead + LowestBit(others);
-        const TMask stops = stops_ >> first;
+        const TWideMask stops = stops_ >> first;
         if (stops == 0) {
             return false;
         }
         value.first = window_ + first;
         value.length = LowestBit(stops);
-        ReadSeparator(text, value);
         return true;
     }
 
-    [[gnu::noinline]] TPlainValue CutOutside(const char *text, std::uint32_t offset) {
+    [[gnu::noinline]] bool CutOutside(const char *text, std::uint32_t offset, bool marked, TPlainValue &value) {
         const char *begin = text + offset;
-        const auto blanks = WideMask<TMask>(begin, [](const CByteBlock &block) { return block.Equal(' '); });
+        const TWideMask blanks = WideMask(begin, [](const CByteBlock &block) { return block.Equal(' '); });
         window_ = offset;
         others_ = ~blanks;
-        stops_ = blanks | WideMask<TMask>(begin, [](const CByteBlock &block) { return block.AnyOf(',', '\n', '\r'); });
-        TPlainValue value;
-        return CutInWindow(text, 0, value) ? value : CutLong(text, offset);
+        stops_ = blanks | WideMask(begin, [](const CByteBlock &block) { return block.AnyOf(',', '\n', '\r'); });
+        of_one_line_ = marked;
+        if (marked) {
+            MindStrings(begin);
+        }
+        if (FindInWindow(0, value)) {
+            return ReadSeparator(text, value.first + value.length, value);
+        }
+        return CutLong(text, offset, value);
     }
 
-    static TPlainValue CutLong(const char *text, std::uint32_t offset) {
+    /// Strings hold no stops. The window ends with its line, since of others it isn't known whether all their strings
+    /// are closed, and before its first comment.
+    void MindStrings(const char *begin) {
+        const auto quotes = WideMask(begin, [](const CByteBlock &block) { return block.Equal('\''); });
+        const auto ends = WideMask(begin, [](const CByteBlock &block) { return block.Equal('\n'); });
+        const auto comments = WideMask(
+            begin, [](const CByteBlock &block, const CByteBlock &next) { return block.Equal('(') & next.Equal('*'); });
+        const TWideMask inside = InStrings(quotes);
+        const TWideMask comment = comments & ~inside;
+        const TWideMask known = UpToLowest(ends) & (comment == 0 ? ~TWideMask{0} : UpToLowest(comment) >> 1U);
+        others_ = (others_ | inside) & known;
+        stops_ = stops_ & ~inside & known;
+    }
+
+    /// Cuts a value that the window doesn't hold whole, or that a comment precedes or follows. A comment belongs to
+    /// what follows it: before a blank it is one of the blanks, before the end of a value it isn't part of the value.
+    [[gnu::noinline]] static bool CutLong(const char *text, std::uint32_t offset, TPlainValue &value) {
         const char *first = SkipBlanks(text + offset);
-        const char *last = first;
-        std::uint32_t stops = 0;
-        while ((stops = CByteBlock(last).AnyOf(' ', ',', '\n', '\r').Mask()) == 0) {
-            last += CByteBlock::kSize;
+        const char *stop = AfterComments(first);
+        while (stop != first && *stop == ' ') {
+            first = SkipBlanks(stop);
+            stop = AfterComments(first);
         }
-        last += LowestBit(stops);
-        TPlainValue value;
+        const char *last = first;
+        for (;;) {
+            const char *begin = stop;
+            stop = FindStop(begin);
+            last = stop != begin ? stop : last;
+            if (*stop == '\'') {
+                last = stop = SkipString(stop);
+            } else if (*stop != '(') {
+                break;
+            } else if (stop[1] == '*') {
+                stop = AfterComments(stop);
+            } else {
+                last = ++stop;
+            }
+        }
         value.first = static_cast<std::uint32_t>(first - text);
-        value.length = static_cast<std::uint32_t>(last - first);
-        ReadSeparator(text, value);
         value.length = static_cast<std::uint32_t>(PlainText(first, last).size());
-        return value;
+        return ReadSeparator(text, static_cast<std::uint32_t>(stop - text), value);
     }
 
-    static void ReadSeparator(const char *text, TPlainValue &value) {
-        const char stop = text[value.first + value.length];
-        value.next = value.first + value.length + 1;
-        value.separator = kComma;
-        if (stop == ' ') {
-            value.separator = kBlank;
-            for (; text[value.next] == ' ' || text[value.next] == ','; ++value.next) {
-                value.separator = text[value.next] == ',' ? std::uint32_t{kComma} : value.separator;
+    static const char *FindStop(const char *at) {
+        for (;; at += CByteBlock::kSize) {
+            const std::uint32_t stops = CByteBlock(at).AnyOf(' ', ',', '\n', '\r', '\'', '(').Mask();
+            if (stops != 0) {
+                return at + LowestBit(stops);
             }
-        } else if (stop != ',') {
-            value.separator = kLineEnd;
-            value.next += stop == '\r' ? 1 : 0;
         }
+    }
+    static const char *AfterComments(const char *at) {
+        while (at[0] == '(' && at[1] == '*') {
+            at = AfterComment(at);
+        }
+        return at;
+    }
+
+    /// The byte after the string that begins here; strings of regular lines are closed.
+    static const char *SkipString(const char *at) {
+        for (++at;; at += CByteBlock::kSize) {
+            const std::uint32_t quotes = CByteBlock(at).Equal('\'').Mask();
+            if (quotes != 0) {
+                return at + LowestBit(quotes) + 1;
+            }
+        }
+    }
+
+    /// Reads on from the character that ends a value. False if that takes tokens.
+    static bool ReadSeparator(const char *text, std::uint32_t stop, TPlainValue &value) {
+        value.next = stop + 1;
+        value.separator = kComma;
+        if (text[stop] == ' ') {
+            value.separator = kBlank;
+            const char *next = text + value.next;
+            const char *after = AfterComments(next);
+            for (; *after == ' ' || *after == ','; after = AfterComments(next)) {
+                value.separator = *after == ',' ? std::uint32_t{kComma} : value.separator;
+                next = after + 1;
+            }
+            value.next = static_cast<std::uint32_t>(next - text);
+            return !BeginsRange(after);
+        }
+        if (text[stop] != ',') {
+            value.separator = kLineEnd;
+            value.next += text[stop] == '\r' ? 1 : 0;
+        }
+        return true;
+    }
+
+    static bool BeginsRange(const char *at) {
+        const char *digits = at;
+        while (Is(*at, kInNumber)) {
+            ++at;
+        }
+        return at != digits && at[0] == '.' && at[1] == '.';
     }
 
     std::uint32_t window_ = 0;  ///< offset of the bytes that were looked at
-    TMask others_ = 0;          ///< all but blanks
-    TMask stops_ = 0;           ///< blanks, commas and line ends
+    TWideMask others_ = 0;      ///< all but blanks
+    TWideMask stops_ = 0;       ///< blanks, commas and line ends
+    bool of_one_line_ = false;  ///< the masks are right for marked lines, and know one line
 };
 
 }  // namespace par_scanner::detail

@@ -1,13 +1,15 @@
 #include "scanner/section_scan.h"
 
-#include <algorithm>
+#include <cstring>
 
 #include "scanner/line_scan.h"
+#include "scanner/odd_line_search.h"
+#include "scanner/plain_text.h"
 #include "scanner/text_cutter.h"
 
-// The one pass over the whole text. Most bytes can't matter to it: only a `[` at the beginning of a line makes a
-// header, and only quotes, comments and malformed numbers change what the bytes after them are. So the pass looks for
-// those and reads the lines that hold one token by token; what lies between is only counted.
+// The one pass over the whole text. Only a `[` at the beginning of a line makes a header, and only strings, comments
+// and malformed numbers change what the bytes after them are. Most lines have none of it or are closed in themselves,
+// so the pass looks for headers and for the others, which it reads token by token; what lies between is only counted.
 
 namespace par_scanner::detail {
 
@@ -20,39 +22,53 @@ public:
     void Run() {
         bool more = true;
         while (more) {
-            if (!tape_.CarriesOver() && tape_.GetLineIndex() == 1) {
-                SkipPlainLines();
+            const bool regular = !tape_.CarriesOver() && tape_.GetLineIndex() == 1;
+            if (regular) {
+                SkipRegularLines();
             }
             text_.odd_lines.push_back(tape_.GetPosition().index);
-            more = ReadLine();
+            more = (regular && ReadPlainHeader()) || ReadLine();
         }
     }
 
 private:
     /// From the start of a line to the start of the next line that needs reading, or to the end of the text.
-    void SkipPlainLines() {
+    void SkipRegularLines() {
         const char *begin = text_.text.get() + tape_.GetPosition().index;
-        const char *at = begin;
-        const char *line = nullptr;
-        while (line == nullptr) {
-            at = FindConspicuous(at, text_.End());
-            line = at == text_.End() || *at != '[' ? StartOfLine(begin, at) : StartIfOnlyBlanks(begin, at);
-            ++at;
-        }
+        const char *line = FindOddLine(begin, text_.End());
         tape_.SetPosition({text_.OffsetOf(line), tape_.GetLine() + CountLineFeeds(begin, line), 1});
     }
 
-    static const char *StartOfLine(const char *begin, const char *at) {
-        while (at != begin && at[-1] != '\n') {
-            --at;
+    /// Nearly all headers are plain, and so is the rest of their lines. False if this one isn't.
+    bool ReadPlainHeader() {
+        const TPosition begin = tape_.GetPosition();
+        const char *first = SkipBlanks(text_.text.get() + begin.index);
+        if (first >= text_.End() || *first != '[') {
+            return false;
         }
-        return at;
-    }
-    static const char *StartIfOnlyBlanks(const char *begin, const char *at) {
-        while (at != begin && at[-1] == ' ') {
-            --at;
+        const auto rest = static_cast<std::size_t>(text_.End() - first);
+        const auto *line_feed = static_cast<const char *>(std::memchr(first, '\n', rest));
+        if (line_feed == nullptr || !IsPlain(first, line_feed)) {
+            return false;
         }
-        return at == begin || at[-1] == '\n' ? at : nullptr;
+        const std::string_view line(first + 1, line_feed);
+        const std::size_t end = line.find(']');
+        if (end == std::string_view::npos) {
+            return false;
+        }
+        const char *name = line.data();
+        const char *name_end = name + end;
+        while (name_end != name && name_end[-1] == ' ') {
+            --name_end;
+        }
+        while (name != name_end && *name == ' ') {
+            ++name;
+        }
+        tape_.SetPosition({text_.OffsetOf(line_feed) + 1, begin.line + 1, 1});
+        CSection &section = AddSection(PlainText(name, name_end), begin.line, true);
+        section.position = tape_.GetPosition();
+        section.plain = line.find('=') == std::string_view::npos;
+        return true;
     }
 
     /// Reads a line from its start on; false if the scan ends in it.
@@ -84,17 +100,24 @@ private:
             keys_open_ = keys_open_ && !ends_keys;
             return !name.end;
         }
-        CSection section;
-        section.line = tape_.GetLine();
-        section.name = text_.OffsetOf(name.text.data());
-        section.name_length = static_cast<std::uint8_t>(name.text.size());
-        section.joined = keys_open_ && !ends_keys;
+        CSection &section = AddSection(name.text, tape_.GetLine(), ends_keys);
         const bool line_ended = FindKind(tape_, kLineEnd, kNoToken);
         section.position = tape_.GetPosition();
         section.loaded = !line_ended;  // the text ends here: there are no keys to read
-        text_.sections.push_back(std::move(section));
-        keys_open_ = true;
         return line_ended;
+    }
+
+    CSection &AddSection(std::string_view name, std::uint32_t line, bool ends_keys) {
+        const std::size_t index = text_.sections.size();
+        CSection &section = text_.sections.emplace_back();
+        section.index = static_cast<std::uint32_t>(index);
+        section.line = line;
+        section.name = text_.OffsetOf(name.data());
+        section.name_length = static_cast<std::uint8_t>(name.size());
+        section.odd_line = static_cast<std::uint32_t>(text_.odd_lines.size());
+        section.joined = keys_open_ && !ends_keys;
+        keys_open_ = true;
+        return section;
     }
 
     TScannedText &text_;

@@ -84,6 +84,8 @@ private:
 
     // Expressions: compiler_expressions.cpp
     std::unique_ptr<CExpression> ParseWholeExpression();
+    std::optional<TParValue> ParseLoneLiteral();
+    std::unique_ptr<CExpression> ParseTree();
     void ParseExpression();
     void ParseAnd();
     void ParseNot();

@@ -186,10 +186,13 @@ void CPdtCompiler::ParseDefault() {
     if (!Expect(kEqual)) {
         return;
     }
+    if (std::optional<TParValue> literal = ParseLoneLiteral()) {
+        item_->SetDefault(CDefaultValue(std::move(*literal)));
+        return;
+    }
     EnterScopes();
-    std::unique_ptr<CExpression> expression = ParseWholeExpression();
-    if (expression) {
-        item_->SetExpression(kwDefault, 0, std::move(expression));
+    if (std::unique_ptr<CExpression> expression = ParseTree()) {
+        item_->SetDefault(CDefaultValue(std::move(expression)));
     }
     LeaveScopes();
 }

@@ -71,21 +71,31 @@ bool CPdtCompiler::TakeOperator(TExprKind kind) {
     return !Failed() && Accept(builder_.SetNodeKind(kind));
 }
 
-/// Most defaults are one literal, which needs no way down through all levels of the grammar. Only if an operator
-/// follows they are gone through, and ParseFactor takes the literal that was read.
 std::unique_ptr<CExpression> CPdtCompiler::ParseWholeExpression() {
     if (Failed()) {
         return nullptr;
     }
-    builder_.Clear();
-    first_literal_ = Literal();
-    if (first_literal_) {
-        NextToken();
-        if (!IsOperator(Kind())) {
-            builder_.AddOperand(TExprKind::kLiteral, *std::exchange(first_literal_, std::nullopt));
-            return builder_.Finish(*sheet_data_);
-        }
+    if (std::optional<TParValue> literal = ParseLoneLiteral()) {
+        builder_.Clear();
+        builder_.AddOperand(TExprKind::kLiteral, std::move(*literal));
+        return builder_.Finish(*sheet_data_);
     }
+    return ParseTree();
+}
+
+/// Most defaults are one literal, which needs no way down through all levels of the grammar. Only if an operator
+/// follows they are gone through by ParseTree, and ParseFactor takes the literal that was read.
+std::optional<TParValue> CPdtCompiler::ParseLoneLiteral() {
+    first_literal_ = Literal();
+    if (!first_literal_) {
+        return std::nullopt;
+    }
+    NextToken();
+    return IsOperator(Kind()) ? std::nullopt : std::exchange(first_literal_, std::nullopt);
+}
+
+std::unique_ptr<CExpression> CPdtCompiler::ParseTree() {
+    builder_.Clear();
     ParseExpression();
     return Failed() ? nullptr : builder_.Finish(*sheet_data_);
 }

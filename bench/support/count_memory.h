@@ -6,11 +6,13 @@
 ///     ... build something and keep it ...
 ///     state.counters["bytes_per_item"] = double(meter.Bytes()) / items;
 ///
-/// The allocator itself is asked, so blocks count whole, with their rounding and bookkeeping.
+/// The allocators themselves are asked, so blocks and chunks count whole, with their rounding and bookkeeping.
 
 #include <malloc.h>
 
 #include <cstddef>
+
+#include "platform/base/pooled.h"
 
 namespace kq_bench {
 
@@ -22,7 +24,7 @@ public:
 private:
     static std::size_t Held() {
         const struct mallinfo2 info = mallinfo2();
-        return info.uordblks + info.hblkhd;
+        return info.uordblks + info.hblkhd + kq_base::CPooled::HeldBytes();
     }
 
     std::size_t held_ = Held();

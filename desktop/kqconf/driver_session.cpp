@@ -1,5 +1,6 @@
 #include "desktop/kqconf/driver_session.h"
 
+#include "desktop/kqconf/options.h"
 #include "desktop/kqconf/window_advice.h"
 #include "desktop/peers/event_source.h"
 #include "desktop/peers/text.h"
@@ -23,6 +24,7 @@ CDriverSession::~CDriverSession() {
 }
 
 bool CDriverSession::Open(const TDriverFiles &files, std::uint32_t language, const QString &modules) {
+    language_ = language;
     host_ = std::make_unique<CDesktopHost>(files, language, modules);
     const std::string name = FromQt(files.name);
     window_.reset(
@@ -32,9 +34,16 @@ bool CDriverSession::Open(const TDriverFiles &files, std::uint32_t language, con
     }
     advice_.SetWindow(window_.get());
     window_->SetVisible(true);
-    frame_ = std::make_unique<CSessionFrame>(*window_, files);
-    frame_->open_file = [this](const QString &path) { OpenNext(path); };
-    frame_->Safety().reload = [this, par = files.par] { OpenNext(par); };
+    frame_ = std::make_unique<CSessionFrame>(*window_, files, language);
+    const TNamedFiles same = {files.par, files.module, files.pdt, files.dmf};
+    frame_->open_file = [this](const QString &path) { OpenNext({path, {}, {}, {}}); };
+    frame_->change_language = [this, same](std::uint32_t chosen) {
+        if (OpenNext(same)) {
+            language_ = chosen;
+            KeepLanguage(chosen);
+        }
+    };
+    frame_->Safety().reload = [this, same] { OpenNext(same); };
     host_->saving = [this] { frame_->Safety().Saving(); };
     advice_.handle_command = [this](std::uint32_t command) { return frame_->HandleCommand(command); };
     advice_.leaving_tab = [this] { frame_->LeavingTab(); };
@@ -43,14 +52,16 @@ bool CDriverSession::Open(const TDriverFiles &files, std::uint32_t language, con
     return true;
 }
 
-void CDriverSession::OpenNext(const QString &path) {
-    if (configurator_->QueryClose()) {
-        next_ = path;
-        MakeEvent(*window_, ecCommand, kEndLoop);
+bool CDriverSession::OpenNext(const TNamedFiles &files) {
+    if (!configurator_->QueryClose()) {
+        return false;
     }
+    next_ = files;
+    MakeEvent(*window_, ecCommand, kEndLoop);
+    return true;
 }
 
-QString CDriverSession::Run() {
+TNamedFiles CDriverSession::Run() {
     window_->Exec();
     frame_->Safety().Closing();
     return next_;

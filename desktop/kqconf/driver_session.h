@@ -22,14 +22,17 @@ public:
 
     /// Opens the files and shows the window. False if a file couldn't be opened, which the person has seen.
     bool Open(const TDriverFiles &files, std::uint32_t language, const QString &modules);
-    /// Runs the window until it ends. Gives the file to be opened next; empty for none.
-    QString Run();
+    /// Runs the window until it ends. Gives what is to be opened next; without a file nothing.
+    TNamedFiles Run();
+    /// The language of the template's texts, which the person may have changed for what is opened next.
+    std::uint32_t Language() const { return language_; }
 
     CConfiguratorWindow &Window() { return *window_; }
     CSessionFrame &Frame() { return *frame_; }
 
 private:
-    void OpenNext(const QString &path);
+    /// Ends the window for others, unless the person wants to go on with it.
+    bool OpenNext(const TNamedFiles &files);
 
     CWindowAdvice &advice_;
     CQtEventSource &events_;
@@ -37,7 +40,8 @@ private:
     CAbstractDriverConfigurator *configurator_ = nullptr;
     std::unique_ptr<CConfiguratorWindow> window_;
     std::unique_ptr<CSessionFrame> frame_;
-    QString next_;
+    std::uint32_t language_ = 0;
+    TNamedFiles next_;
 };
 
 }  // namespace kq_desktop

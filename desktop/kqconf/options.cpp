@@ -4,12 +4,15 @@
 #include <QLocale>
 #include <cstdio>
 
+#include "desktop/kqconf/settings_path.h"
 #include "platform/view/settings.h"
 #include "template/language/languages.h"
 
 namespace kq_desktop {
 
 namespace {
+
+constexpr const char *kLanguageSetting = "Language";
 
 void Print(std::FILE *stream, const QString &text) { std::fputs(text.toUtf8().constData(), stream); }
 
@@ -69,7 +72,8 @@ std::optional<TOptions> ReadOptions(const QStringList &arguments, int &exit_code
 bool FindLanguage(const QString &code, std::uint32_t &language) {
     if (code.isEmpty()) {
         CSettings settings;
-        if (settings.Open("\\kqconf") && settings.ReadUnsigned("Language", language)) {
+        if (settings.Open(kSettingsPath) && settings.ReadUnsigned(kLanguageSetting, language) &&
+            language < kq_pdt::kLanguages.size()) {
             return true;
         }
         switch (QLocale::system().language()) {
@@ -96,6 +100,12 @@ bool FindLanguage(const QString &code, std::uint32_t &language) {
         }
     }
     return false;
+}
+
+void KeepLanguage(std::uint32_t language) {
+    CSettings settings;
+    settings.Create(kSettingsPath);
+    settings.WriteUnsigned(kLanguageSetting, language);
 }
 
 }  // namespace kq_desktop

@@ -23,4 +23,7 @@ std::optional<TOptions> ReadOptions(const QStringList &arguments, int &exit_code
 /// False for an unknown code.
 bool FindLanguage(const QString &code, std::uint32_t &language);
 
+/// Keeps a language as the user's.
+void KeepLanguage(std::uint32_t language);
+
 }  // namespace kq_desktop

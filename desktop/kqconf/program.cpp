@@ -14,6 +14,7 @@ namespace kq_desktop {
 
 CProgram::CProgram(TOptions options) : options_(std::move(options)) {
     kq_pdt::Init_();
+    FindLanguage(options_.language, language_);
     if (const QScreen *screen = QGuiApplication::primaryScreen()) {
         SetWorkArea(screen->availableGeometry().width(), screen->availableGeometry().height());
     }
@@ -44,15 +45,14 @@ int CProgram::Run() {
 
 /// Opens a driver and runs its window; afterwards `options_` names what is to be opened next.
 bool CProgram::RunDriver(const TDriverFiles &files, QString &error) {
-    std::uint32_t language = 0;
-    FindLanguage(options_.language, language);
     CDriverSession session(advice_, events_);
-    if (!session.Open(files, language, options_.modules)) {
+    if (!session.Open(files, language_, options_.modules)) {
         error = QStringLiteral("%1: soubor nelze otevřít").arg(files.par);
         return false;
     }
     AddRecentFile(files.par);
-    options_.files = {session.Run(), {}, {}, {}};
+    options_.files = session.Run();
+    language_ = session.Language();
     return true;
 }
 

@@ -21,6 +21,7 @@ private:
     bool RunDriver(const TDriverFiles &files, QString &error);
 
     TOptions options_;
+    std::uint32_t language_ = 0;
     CWindowAdvice advice_;
     CQtPeerFactory factory_{advice_};
     CQtEventSource events_;

@@ -46,7 +46,10 @@ bool CSafetyNet::IsParUnsaved() const {
                                                                             : window_.IsModified();
 }
 
-bool CSafetyNet::HasUnsavedWork() const { return IsParUnsaved() || !window_.DmfView().IsSaved() || save_failed_; }
+/// A save of the sheet writes the driver map past its view, whose text then counts as saved.
+bool CSafetyNet::IsDmfUnsaved() const { return !window_.DmfView().IsSaved() && window_.DmfView().Text() != saved_dmf_; }
+
+bool CSafetyNet::HasUnsavedWork() const { return IsParUnsaved() || IsDmfUnsaved() || save_failed_; }
 
 /// Two numbers that differ from the former ones after any change.
 std::pair<std::uint64_t, std::uint64_t> CSafetyNet::ChangeMark() const {
@@ -135,6 +138,9 @@ void CSafetyNet::CheckSave() {
     disk_.KnowPresent();
     notices_.Hide(kDiskNotice);
     save_failed_ = !FilesHold(window_.TextsToSave());
+    if (!save_failed_) {
+        saved_dmf_ = window_.DmfView().Text();
+    }
 }
 
 void CSafetyNet::Closing() {

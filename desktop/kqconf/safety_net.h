@@ -48,6 +48,7 @@ private:
     void CheckSave();
     void CheckComments();
     bool IsParUnsaved() const;
+    bool IsDmfUnsaved() const;
     bool FilesHold(const CConfiguratorWindow::TTexts &texts) const;
     std::pair<std::uint64_t, std::uint64_t> ChangeMark() const;
 
@@ -60,6 +61,7 @@ private:
     QTimer timer_;
     std::pair<std::uint64_t, std::uint64_t> kept_mark_;
     bool saving_ = false;       ///< a save was begun, and how it ended isn't known yet
+    std::string saved_dmf_;     ///< the text of the driver map's view at the last save that went well
     bool save_failed_ = false;  ///< the files don't hold what the last save was to write
     std::uint32_t tab_ = 0;
     bool told_comments_ = false;

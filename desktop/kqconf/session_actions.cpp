@@ -1,6 +1,7 @@
 // Menus and keys that the program adds to the configurator's window.
 
 #include <QAction>
+#include <QActionGroup>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QInputDialog>
@@ -66,6 +67,8 @@ void CSessionFrame::AddFileMenu(QMenu &menu) {
     Add(menu, u"Zobrazit &změny", QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_D),
         [this] { safety_->ShowSavedChanges(); });
     menu.addSeparator();
+    AddLanguages(*menu.addMenu(QStringLiteral("&Jazyk popisů")));
+    menu.addSeparator();
     Add(menu, u"&Konec", QKeySequence(Qt::CTRL | Qt::Key_Q), [this] { window_.UserClose(); });
 }
 
@@ -78,6 +81,21 @@ void CSessionFrame::FillRecent(QMenu &menu) {
     if (menu.isEmpty()) {
         menu.addAction(QStringLiteral("(žádné)"))->setEnabled(false);
     }
+}
+
+void CSessionFrame::AddLanguages(QMenu &menu) {
+    auto *group = new QActionGroup(&menu);
+    std::uint32_t number = 0;
+    for (const char16_t *name : {u"Č&eština", u"&Angličtina", u"&Němčina", u"&Japonština"}) {
+        QAction *language = Add(menu, name, QKeySequence(), [this, number] { change_language(number); });
+        language->setCheckable(true);
+        language->setChecked(number == language_);
+        group->addAction(language);
+        ++number;
+    }
+    // The choice may be taken back by a person who wants to go on with unsaved work.
+    QObject::connect(&menu, &QMenu::aboutToShow, group,
+                     [this, group] { group->actions().at(static_cast<qsizetype>(language_))->setChecked(true); });
 }
 
 void CSessionFrame::AddEditActions(QMenu &menu) {
@@ -243,7 +261,7 @@ void CSessionFrame::ShowShortcuts() {
         {u"Ctrl+R", u"opravit DMF podle konfigurace"},
         {u"F1", u"popis ovladače"},
         {u"Ctrl+F1", u"tento přehled"},
-        {u"šipky", u"pohyb v tabulce; vpravo a vlevo rozbalí a sbalí řádek"},
+        {u"šipky", u"pohyb v tabulce; na názvu vpravo a vlevo rozbalí a sbalí řádek"},
         {u"F2, Enter, psaní", u"upravit buňku"},
         {u"Enter", u"potvrdit hodnotu; na názvu rozbalit a sbalit"},
         {u"Tab, Shift+Tab", u"potvrdit a přejít na další nebo předchozí buňku"},

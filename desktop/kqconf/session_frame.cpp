@@ -6,6 +6,7 @@
 #include <QTabWidget>
 
 #include "desktop/kqconf/find_bar.h"
+#include "desktop/kqconf/pane_sizes.h"
 #include "desktop/peers/menu_peer.h"
 #include "desktop/peers/text.h"
 #include "desktop/peers/text_peer.h"
@@ -13,17 +14,19 @@
 
 namespace kq_desktop {
 
-CSessionFrame::CSessionFrame(CConfiguratorWindow &window, const TDriverFiles &files)
+CSessionFrame::CSessionFrame(CConfiguratorWindow &window, const TDriverFiles &files, std::uint32_t language)
     : window_(window),
+      language_(language),
       notices_(std::make_unique<CNotices>(*static_cast<CWindowPeer *>(CQtPeer::Of(&window))->Notices())) {
     safety_ = std::make_unique<CSafetyNet>(window, files, *notices_, *MainWindow());
     AddFindBar();
     AddMenus();
     AddKeys();
+    RestorePaneSizes(window);
     Refresh();
 }
 
-CSessionFrame::~CSessionFrame() = default;
+CSessionFrame::~CSessionFrame() { StorePaneSizes(window_); }
 
 QMainWindow *CSessionFrame::MainWindow() const {
     return static_cast<CWindowPeer *>(CQtPeer::Of(&window_))->MainWindow();
@@ -125,12 +128,12 @@ void CSessionFrame::Refresh() {
     if (CQtPeer::Of(&window_) == nullptr || CQtPeer::Of(&window_.ParView()) == nullptr) {
         return;
     }
+    safety_->Refresh();
     MainWindow()->setWindowModified(safety_->HasUnsavedWork());
     ShowMessages();
     ShowSteps();
     ShowTabTips();
     ShowReason();
-    safety_->Refresh();
     if (tab_ != window_.Tabs().ActiveTabIndex()) {
         tab_ = window_.Tabs().ActiveTabIndex();
         (tab_ == CConfiguratorWindow::kTextTab ? static_cast<CView &>(window_.ParView()) : window_.Sheet()).Select();

@@ -24,13 +24,15 @@ class CTextEditor;
 /// The members lie in two files: session_frame.cpp (what is shown) and session_actions.cpp (menus and keys).
 class CSessionFrame {
 public:
-    CSessionFrame(CConfiguratorWindow &window, const TDriverFiles &files);
+    CSessionFrame(CConfiguratorWindow &window, const TDriverFiles &files, std::uint32_t language);
     ~CSessionFrame();
     CSessionFrame(const CSessionFrame &) = delete;
     CSessionFrame &operator=(const CSessionFrame &) = delete;
 
     /// Called when another file is to be opened, or none: the window has to close first.
     std::function<void(const QString &path)> open_file;
+    /// Called when the template's texts are to be in another language: the window has to open anew.
+    std::function<void(std::uint32_t language)> change_language;
 
     /// Brings what is shown in step with the window.
     void Refresh();
@@ -48,6 +50,7 @@ private:
     void AddEditActions(QMenu &menu);
     void AddHelpActions(QMenu &menu);
     void FillRecent(QMenu &menu);
+    void AddLanguages(QMenu &menu);
     void AddKeys();
     void Activate(std::uint32_t tab);
     void AskForFile();
@@ -70,6 +73,7 @@ private:
     bool OnText() const { return window_.Tabs().ActiveTabIndex() == CConfiguratorWindow::kTextTab; }
 
     CConfiguratorWindow &window_;
+    std::uint32_t language_;
     std::unique_ptr<CNotices> notices_;
     std::unique_ptr<CSafetyNet> safety_;
     CFindBar *find_bar_ = nullptr;

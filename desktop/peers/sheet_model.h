@@ -42,6 +42,10 @@ public:
     QModelIndex IndexOf(std::uint32_t table, std::uint32_t row, std::uint32_t column) const;
     /// The item that a table opens from; invalid for the root.
     QModelIndex NodeOf(std::uint32_t table) const;
+    /// The cells of a row that a person can go to.
+    std::uint32_t CellsOf(const TPlace &place) const;
+    /// What the item holds, in words: the row's name and the column's heading.
+    QString TitleOf(const TPlace &place) const;
     /// The table that opens from an item; 0 without one.
     std::uint32_t TableBelow(const QModelIndex &index) const;
     /// The columns that the known tables have at most.
@@ -79,6 +83,7 @@ private:
     QVariant HeadingData(const TPlace &place, int role) const;
     QVariant CellData(const TPlace &place, int role) const;
     QString ToolTip(const TPlace &place, bool disabled) const;
+    QString Description(const TPlace &place, bool disabled) const;
     /// The items of a table before its first row of cells.
     static int Headings(std::uint32_t table) { return table == kRoot ? 0 : 1; }
 

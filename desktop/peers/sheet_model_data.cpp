@@ -24,6 +24,12 @@ QColor ColorOf(std::uint32_t number) {
 
 }  // namespace
 
+std::uint32_t CSheetModel::CellsOf(const TPlace &place) const {
+    // The row that adds others is used by its first cell.
+    const bool adds = place.row > sheet_.RowCount(place.table);
+    return adds ? 1 : static_cast<std::uint32_t>(sheet_.Columns(place.table).size());
+}
+
 Qt::ItemFlags CSheetModel::flags(const QModelIndex &index) const {
     const TPlace place = PlaceOf(index);
     if (place.table == 0) {
@@ -32,7 +38,7 @@ Qt::ItemFlags CSheetModel::flags(const QModelIndex &index) const {
     if (place.IsHeading()) {
         return Qt::ItemNeverHasChildren;
     }
-    if (place.column > sheet_.Columns(place.table).size()) {
+    if (place.column > CellsOf(place)) {
         // Nothing is there, but the way along a column leads through it: whoever comes here means the row's last cell.
         return Qt::ItemIsEnabled;
     }
@@ -76,6 +82,21 @@ QString CSheetModel::ToolTip(const TPlace &place, bool disabled) const {
     return parts.join(QLatin1Char('\n'));
 }
 
+QString CSheetModel::TitleOf(const TPlace &place) const {
+    const QString row = ToQt(sheet_.ReadCell(place.table, place.row, 1).text.View());
+    const QString heading = ToQt(sheet_.Columns(place.table)[place.column - 1].text.View());
+    return place.column == 1 || heading.isEmpty() ? row : QStringLiteral("%1, %2").arg(row, heading);
+}
+
+/// For those who don't see the row and the heading of a cell; its name is what it shows.
+QString CSheetModel::Description(const TPlace &place, bool disabled) const {
+    QString tip = ToolTip(place, disabled);
+    if (place.column == 1) {
+        return tip;
+    }
+    return tip.isEmpty() ? TitleOf(place) : QStringLiteral("%1. %2").arg(TitleOf(place), tip);
+}
+
 QVariant CSheetModel::CellData(const TPlace &place, int role) const {
     const bool adds = place.row > sheet_.RowCount(place.table);
     switch (role) {
@@ -102,6 +123,7 @@ QVariant CSheetModel::CellData(const TPlace &place, int role) const {
             return tip.isEmpty() ? QVariant() : QStringLiteral("<span>%1</span>").arg(tip.toHtmlEscaped());
         }
         case Qt::AccessibleDescriptionRole:
+            return Description(place, cell.disabled);
         case Qt::StatusTipRole:
             return ToolTip(place, cell.disabled);
         case Qt::AccessibleTextRole:

@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QHeaderView>
+#include <QLineEdit>
 #include <QTimer>
 #include <algorithm>
 
@@ -50,9 +51,8 @@ void CSheetPeer::Select(const QModelIndex &index) {
     if (syncing_ || place.IsHeading()) {
         return;
     }
-    const auto columns = static_cast<std::uint32_t>(view_.Columns(place.table).size());
     view_.UserMouse();
-    view_.UserSelect(place.table, place.row, std::min(place.column, columns));
+    view_.UserSelect(place.table, place.row, std::min(place.column, model_->CellsOf(place)));
     ShowSelection();
 }
 
@@ -138,6 +138,11 @@ void CSheetPeer::AddChild(CView & /*child*/, QWidget &widget) {
     editor_ = &widget;
     editor_cell_ = model_->IndexOf(position.table, position.row, position.column);
     widget.setParent(Tree().viewport());
+    const QString title = model_->TitleOf(model_->PlaceOf(editor_cell_));
+    widget.setAccessibleName(title);
+    for (QLineEdit *line : widget.findChildren<QLineEdit *>()) {
+        line->setAccessibleName(title);
+    }
     PlaceEditor();
     widget.show();
     widget.setFocus(Qt::OtherFocusReason);

@@ -55,6 +55,9 @@ void CSheetTree::ShowCurrent(const QModelIndex &index) {
 void CSheetTree::currentChanged(const QModelIndex &current, const QModelIndex &previous) {
     QTreeView::currentChanged(current, previous);
     viewport()->update();
+    if (!moves_up_or_down_) {
+        kept_column_ = -1;
+    }
     if (!quiet_ && current.isValid()) {
         actions_.select(current);
     }
@@ -113,12 +116,33 @@ bool CSheetTree::HandleKey(const QKeyEvent &event) {
     return false;
 }
 
+/// Up and down go to the column in which the person was, also after rows that don't have it. Left and right go from
+/// cell to cell; only in the first column they open and close rows and go to those above and below.
+QModelIndex CSheetTree::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) {
+    const QModelIndex current = currentIndex();
+    if (current.column() > 0 && (action == MoveLeft || action == MoveRight)) {
+        const QModelIndex cell = current.siblingAtColumn(current.column() + (action == MoveLeft ? -1 : 1));
+        return (cell.flags() & Qt::ItemIsSelectable) != 0 ? cell : current;
+    }
+    const QModelIndex next = QTreeView::moveCursor(action, modifiers);
+    if (!moves_up_or_down_) {
+        return next;
+    }
+    if (kept_column_ < 0) {
+        kept_column_ = current.column();
+    }
+    return kept_column_ < 0 ? next : next.siblingAtColumn(kept_column_);
+}
+
 void CSheetTree::keyPressEvent(QKeyEvent *event) {
     if (HandleKey(*event)) {
         event->accept();
         return;
     }
+    const int key = event->key();
+    moves_up_or_down_ = key == Qt::Key_Up || key == Qt::Key_Down || key == Qt::Key_PageUp || key == Qt::Key_PageDown;
     QTreeView::keyPressEvent(event);
+    moves_up_or_down_ = false;
 }
 
 bool CSheetTree::event(QEvent *event) {

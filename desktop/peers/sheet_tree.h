@@ -32,6 +32,7 @@ public:
     QModelIndex NextCell(const QModelIndex &index, bool backwards) const;
 
 protected:
+    QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
     void keyPressEvent(QKeyEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;
@@ -47,6 +48,8 @@ private:
     CSheetModel &model_;
     TActions actions_;
     QPersistentModelIndex pressed_current_;
+    int kept_column_ = -1;  ///< where the way up or down began; -1 without one
+    bool moves_up_or_down_ = false;
     bool quiet_ = false;
 };
 

@@ -43,29 +43,39 @@ void CSplitterPeer::AddChild(CView &child, QWidget &widget) {
     Splitter()->setStretchFactor(Splitter()->indexOf(&widget), lower ? 0 : 1);
 }
 
+/// `lower` is what lies below the split: the handle and the pane.
 void CSplitterPeer::ApplySplit(int lower) {
     if (Splitter()->count() == 2) {
         const CSyncing syncing(syncing_);
         lower = std::clamp(lower, 0, std::max(Splitter()->height(), 1));
-        Splitter()->setSizes({Splitter()->height() - lower, lower});
+        Splitter()->setSizes({Splitter()->height() - lower, std::max(lower - Splitter()->handleWidth(), 0)});
     }
 }
 
 void CSplitterPeer::Resized() {
     const TRect before = view_.Rect();
-    const TRect rect{before.x, before.y, Splitter()->width(), Splitter()->height()};
+    const int lower = before.depth - view_.SplitPosition();
     if (!sized_) {
         // The views were laid out before the real size was known: the lower pane is to be as large as it was there.
         sized_ = true;
-        ApplySplit(before.depth - view_.SplitPosition());
+        ApplySplit(lower);
     }
     const CSyncing syncing(syncing_);
-    view_.NewRect(rect);
-    Moved();
+    view_.NewRect({before.x, before.y, Splitter()->width(), Splitter()->height()});
+    if (AreBothShown()) {
+        Moved();
+    } else {
+        // A pane that is hidden now comes back as large as it was.
+        view_.UserSplit(Splitter()->height() - lower);
+    }
+}
+
+bool CSplitterPeer::AreBothShown() const {
+    return view_.IsPaneShown(TPane::kUpper) && view_.IsPaneShown(TPane::kLower) && Splitter()->count() == 2;
 }
 
 void CSplitterPeer::Moved() {
-    if (view_.IsPaneShown(TPane::kUpper) && view_.IsPaneShown(TPane::kLower) && Splitter()->count() == 2) {
+    if (AreBothShown()) {
         const CSyncing syncing(syncing_);
         view_.UserSplit(Splitter()->sizes().first());
     }

@@ -20,6 +20,7 @@ protected:
 private:
     void Resized();
     void Moved();
+    bool AreBothShown() const;
     void ApplySplit(int lower);
     QSplitter *Splitter() const;
 

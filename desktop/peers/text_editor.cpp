@@ -30,13 +30,17 @@ private:
 constexpr int kGutterMargin = 8;
 constexpr int kMarkWidth = 10;
 
-/// Selects what a message is about: the word at a column or directly before it, otherwise the line.
+/// Selects what a message is about: the word at a column or the last one before it, otherwise the line. A message comes
+/// with the place at which the reading was, which may be after the comma.
 void MarkWord(QTextCursor &cursor, int column) {
     const QString text = cursor.block().text();
     const auto is_word = [&text](qsizetype at) {
         return at >= 0 && at < text.size() && !text[at].isSpace() && text[at] != QLatin1Char(',');
     };
     qsizetype begin = qMin<qsizetype>(column - 1, text.size());
+    while (column != 0 && begin > 0 && !is_word(begin) && !is_word(begin - 1)) {
+        --begin;
+    }
     qsizetype end = begin;
     while (column != 0 && is_word(begin - 1)) {
         --begin;
@@ -77,6 +81,12 @@ CTextEditor::CTextEditor(CTextHighlighter &highlighter, std::function<void()> be
         }
     });
     connect(this, &QPlainTextEdit::cursorPositionChanged, this, [this] { UpdateSelections(); });
+    connect(document(), &QTextDocument::contentsChange, this, [this](int from, int /*removed*/, int added) {
+        for (QTextBlock block = document()->findBlock(from); block.isValid() && block.position() <= from + added;
+             block = block.next()) {
+            block.setUserData(nullptr);
+        }
+    });
     connect(verticalScrollBar(), &QScrollBar::valueChanged, this, [this] { ColorVisible(); });
     PlaceGutter();
     UpdateSelections();
@@ -259,9 +269,9 @@ void CTextEditor::ColorVisible() {
             break;
         }
         const auto *seen = static_cast<CColored *>(block.userData());
-        if (seen == nullptr || seen->generation != generation_ || seen->revision != block.revision()) {
+        if (seen == nullptr || seen->generation != generation_) {
             block.layout()->setFormats(highlighter_.Formats(block.text(), palette()));
-            block.setUserData(new CColored(generation_, block.revision()));
+            block.setUserData(new CColored(generation_));
             document()->markContentsDirty(block.position(), block.length());
         }
     }

@@ -22,7 +22,7 @@ QColor Readable(const QColor &color, bool dark) {
         return color;
     }
     QColor light;
-    light.setHsl(color.hslHue(), std::min(color.hslSaturation(), 190), 175);
+    light.setHsl(color.hslHue(), std::min(color.hslSaturation(), 190), 190);
     return light;
 }
 

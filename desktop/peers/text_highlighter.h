@@ -12,10 +12,9 @@ namespace kq_desktop {
 
 /// What a line's colours are up to date with.
 struct CColored : QTextBlockUserData {
-    CColored(int in_generation, int of_revision) : generation(in_generation), revision(of_revision) {}
+    explicit CColored(int in_generation) : generation(in_generation) {}
 
     int generation;
-    int revision;
 };
 
 /// Colours of a parameter file's line: section headers, keys, numbers, quoted texts, comments, and the words of the

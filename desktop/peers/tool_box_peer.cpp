@@ -2,6 +2,7 @@
 
 #include <QAction>
 #include <QToolBar>
+#include <QToolButton>
 
 #include "desktop/peers/advice.h"
 #include "desktop/peers/text.h"
@@ -14,14 +15,20 @@ CToolBoxPeer::CToolBoxPeer(CToolBox &view, CPeerAdvice &advice) : CQtPeer(advice
     bar->setFloatable(false);
     bar->setIconSize(QSize(20, 20));
     bar->setContextMenuPolicy(Qt::PreventContextMenu);
-    if (view.Parent() != nullptr && view.Parent()->ModalOwner() != nullptr) {
+    if (IsInDialog()) {
         bar->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    }
+    // What comes up where the window is too narrow for all buttons.
+    if (auto *more = bar->findChild<QToolButton *>(QStringLiteral("qt_toolbar_ext_button"))) {
+        more->setAccessibleName(QStringLiteral("Další nástroje"));
     }
     SetWidget(bar);
     Fill();
 }
 
 QToolBar *CToolBoxPeer::Bar() const { return static_cast<QToolBar *>(Widget()); }
+
+bool CToolBoxPeer::IsInDialog() const { return view_.Parent() != nullptr && view_.Parent()->ModalOwner() != nullptr; }
 
 void CToolBoxPeer::Fill() {
     Bar()->clear();
@@ -38,6 +45,11 @@ void CToolBoxPeer::Fill() {
                                : QStringLiteral("%1 (%2)").arg(name, keys.first().toString(QKeySequence::NativeText)));
         action->setData(item.command);
         action->setEnabled(item.enabled);
+        if (IsInDialog()) {
+            // A dialog has no menu that would have the keys, and Tab goes to its buttons.
+            action->setShortcuts(keys);
+            Bar()->widgetForAction(action)->setFocusPolicy(Qt::StrongFocus);
+        }
         QObject::connect(action, &QAction::triggered, Bar(), [this, command = item.command] {
             if (!Advice().HandleCommand(command)) {
                 view_.UserPress(command);

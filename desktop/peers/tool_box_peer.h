@@ -17,6 +17,7 @@ protected:
 
 private:
     QToolBar *Bar() const;
+    bool IsInDialog() const;
     void Fill();
     void ShowEnabled();
 

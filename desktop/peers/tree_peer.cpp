@@ -2,7 +2,6 @@
 
 #include <QKeyEvent>
 #include <QTreeWidget>
-#include <QTreeWidgetItemIterator>
 #include <functional>
 #include <utility>
 #include <vector>
@@ -20,6 +19,11 @@ public:
     explicit CTreeWidget(std::function<void(QTreeWidgetItem *)> toggle) : toggle_(std::move(toggle)) {}
 
 protected:
+    void showEvent(QShowEvent *event) override {
+        QTreeWidget::showEvent(event);
+        // Who opens the window wants the tree, not the buttons before it.
+        setFocus(Qt::OtherFocusReason);
+    }
     void keyPressEvent(QKeyEvent *event) override {
         if (event->key() == Qt::Key_Space && currentItem() != nullptr) {
             toggle_(currentItem());
@@ -37,6 +41,7 @@ private:
 CTreePeer::CTreePeer(CTreeViewerPane &view, CPeerAdvice &advice) : CQtPeer(advice), view_(view) {
     auto *tree = new CTreeWidget([this](QTreeWidgetItem *shown) { Toggle(shown); });
     tree->setHeaderHidden(true);
+    tree->setAccessibleName(QStringLiteral("Položky k výběru"));
     QObject::connect(tree, &QTreeWidget::itemClicked, tree, [this](QTreeWidgetItem *shown) { Toggle(shown); });
     SetWidget(tree);
     Fill();
@@ -49,23 +54,34 @@ TTreeItem &CTreePeer::ItemOf(const QTreeWidgetItem &shown) {
 }
 
 void CTreePeer::Fill() {
+    shown_.clear();
     Tree()->clear();
     // Without recursion: a driver's tree may be deep.
-    std::vector<std::pair<TTreeItem *, QTreeWidgetItem *>> waiting;
+    std::vector<TTreeItem *> waiting;
     for (const auto &item : view_.Items()) {
-        waiting.emplace_back(item.get(), nullptr);
+        waiting.push_back(item.get());
     }
     for (std::size_t next = 0; next < waiting.size(); ++next) {
-        const auto [item, parent] = waiting[next];
-        auto *shown = parent == nullptr ? new QTreeWidgetItem(Tree()) : new QTreeWidgetItem(parent);
-        shown->setText(0, ToQt(item->text));
-        shown->setData(0, kItemRole, QVariant::fromValue(static_cast<void *>(item)));
-        ShowMark(*shown);
-        for (const auto &child : item->items) {
-            waiting.emplace_back(child.get(), shown);
+        Append(*waiting[next]);
+        for (const auto &child : waiting[next]->items) {
+            waiting.push_back(child.get());
         }
     }
-    Tree()->expandAll();
+}
+
+void CTreePeer::Append(TTreeItem &item) {
+    auto *shown = new QTreeWidgetItem;
+    shown->setText(0, ToQt(item.text));
+    shown->setData(0, kItemRole, QVariant::fromValue(static_cast<void *>(&item)));
+    ShowMark(*shown);
+    shown_.emplace(&item, shown);
+    const auto parent = shown_.find(item.parent);
+    if (parent == shown_.end()) {
+        Tree()->addTopLevelItem(shown);
+        return;
+    }
+    parent->second->addChild(shown);
+    parent->second->setExpanded(true);
 }
 
 void CTreePeer::ShowMark(QTreeWidgetItem &shown) const {
@@ -82,22 +98,18 @@ void CTreePeer::ShowMark(QTreeWidgetItem &shown) const {
                   tagged ? QStringLiteral("zaškrtnuto") : QStringLiteral("nezaškrtnuto"));
 }
 
-void CTreePeer::ShowMarks() {
-    for (QTreeWidgetItemIterator shown(Tree()); *shown != nullptr; ++shown) {
-        ShowMark(**shown);
-    }
-}
-
 void CTreePeer::Toggle(QTreeWidgetItem *shown) {
     TTreeItem &item = ItemOf(*shown);
     view_.UserTag(item, !item.Has(kTreeItemTagged));
 }
 
 void CTreePeer::Show(const TViewNotice &notice) {
-    if (notice.change == TViewChange::kRowsChanged) {
-        ShowMarks();
-    } else if (notice.change == TViewChange::kRowsInserted || notice.change == TViewChange::kContent) {
+    if (notice.change == TViewChange::kContent) {
         Fill();
+    } else if (notice.change == TViewChange::kRowsInserted) {
+        Append(*view_.Siblings(*notice.item)[notice.first - 1]);
+    } else if (notice.change == TViewChange::kRowsChanged) {
+        ShowMark(*shown_.at(notice.item));
     }
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <unordered_map>
+
 #include "desktop/peers/qt_peer.h"
 #include "platform/view/tree_viewer.h"
 
@@ -20,12 +22,14 @@ protected:
 private:
     QTreeWidget *Tree() const;
     void Fill();
-    void ShowMarks();
+    /// Shows an item after its siblings; its parent is shown already.
+    void Append(TTreeItem &item);
     void ShowMark(QTreeWidgetItem &shown) const;
     void Toggle(QTreeWidgetItem *shown);
     static TTreeItem &ItemOf(const QTreeWidgetItem &shown);
 
     CTreeViewerPane &view_;
+    std::unordered_map<const TTreeItem *, QTreeWidgetItem *> shown_;
 };
 
 }  // namespace kq_desktop

@@ -23,6 +23,9 @@ namespace {
 /// Windows of fixed size come with the bit that gives a frame to be sized missing.
 constexpr std::uint32_t kSizable = 0x1;
 
+/// A dialog is at least so wide.
+constexpr int kDialogWidth = 280;
+
 /// What a person does to the frame goes to the peer.
 class CFrame final : public QMainWindow {
 public:
@@ -77,11 +80,16 @@ CWindowPeer::CWindowPeer(CWindow &view, CPeerAdvice &advice) : CQtPeer(advice), 
     auto *frame = new CFrame(view, [this] { FrameChanged(); });
     SetWidget(frame);
     frame->setContextMenuPolicy(Qt::PreventContextMenu);
-    frame->setMinimumSize(view.ModalOwner() != nullptr ? QSize(280, 140) : QSize(480, 320));
     auto *central = new QWidget;
     client_ = new QVBoxLayout(central);
     client_->setContentsMargins(0, 0, 0, 0);
     client_->setSpacing(0);
+    if (view.ModalOwner() != nullptr) {
+        // The height follows from what has to be read in it.
+        client_->addStrut(kDialogWidth);
+    } else {
+        frame->setMinimumSize(480, 320);
+    }
     notices_ = new QVBoxLayout;
     notices_->setSpacing(0);
     client_->addLayout(notices_);

@@ -1,4 +1,5 @@
-// Pictures of the window, for those who judge how it looks: kqconf_shots FOLDER [dark].
+// Pictures of the window, for those who judge how it looks: kqconf_shots FOLDER [light|dark|contrast [SCALE]]. SCALE is
+// 2 for a display of 200 %.
 
 #include <QApplication>
 #include <QDir>
@@ -7,6 +8,7 @@
 #include <QPalette>
 #include <QPlainTextEdit>
 #include <QStyleFactory>
+#include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
 #include <QTreeView>
@@ -28,20 +30,40 @@ QPalette DarkPalette() {
     return palette;
 }
 
-/// Takes a picture of each dialog that an action brings up, and closes it by Esc after a while.
+/// White and yellow on black, as those choose who see little.
+QPalette ContrastPalette() {
+    QPalette palette(Qt::black);
+    for (const QPalette::ColorRole role : {QPalette::Text, QPalette::WindowText, QPalette::ButtonText}) {
+        palette.setColor(role, Qt::white);
+    }
+    palette.setColor(QPalette::Base, Qt::black);
+    palette.setColor(QPalette::Highlight, Qt::yellow);
+    palette.setColor(QPalette::HighlightedText, Qt::black);
+    palette.setColor(QPalette::Link, Qt::yellow);
+    palette.setColor(QPalette::PlaceholderText, QColor(0xCC, 0xCC, 0xCC));
+    return palette;
+}
+
+/// Takes one picture of each kind of dialog that an action brings up, and closes those that wait for the person.
 void ShootDialogs(const QString &out, CPerson &person, const std::function<void()> &action) {
     QTimer timer;
     int looks = 0;
-    QString last;
+    QStringList taken;
     QObject::connect(&timer, &QTimer::timeout, &timer, [&] {
         QWidget *dialog = QApplication::activeModalWidget();
-        if (dialog == nullptr || ++looks % 8 != 0) {
+        if (dialog == nullptr || ++looks % 20 != 0) {
             return;
         }
+        const bool waits =
+            dialog->findChild<QTreeView *>() != nullptr || dialog->findChild<QPlainTextEdit *>() != nullptr;
+        const QString kind = waits ? QStringLiteral("shown") : QStringLiteral("runs");
         const QString name =
-            QStringLiteral("dialog-%1-%2").arg(dialog->windowTitle().section(QLatin1Char('['), 0, 0)).arg(looks);
-        dialog->grab().save(QStringLiteral("%1/%2.png").arg(out, name));
-        if (dialog->findChild<QTreeView *>() != nullptr || dialog->findChild<QPlainTextEdit *>() != nullptr) {
+            QStringLiteral("dialog-%1-%2").arg(dialog->windowTitle().remove(QStringLiteral("[*]")), kind);
+        if (!taken.contains(name)) {
+            taken.append(name);
+            person.Shoot(QStringLiteral("%1/%2.png").arg(out, name));
+        }
+        if (waits) {
             dialog->close();
         }
     });
@@ -53,17 +75,21 @@ void ShootDialogs(const QString &out, CPerson &person, const std::function<void(
 }  // namespace
 
 int main(int argc, char **argv) {
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    }
+    const QTemporaryDir screen;
+    UseScreenOf(screen.path(), 1600, 1200, argc > 3 ? QByteArray(argv[3]).toInt() : 1);
     const QApplication application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
     QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
     const QString out = QApplication::arguments().value(1);
-    if (QApplication::arguments().value(2) == QStringLiteral("dark")) {
+    const QString look = QApplication::arguments().value(2);
+    if (look == QStringLiteral("dark")) {
         QApplication::setPalette(DarkPalette());
+    } else if (look == QStringLiteral("contrast")) {
+        QApplication::setPalette(ContrastPalette());
     }
     QDir().mkpath(out);
+    // Message boxes go by themselves; each leaves a picture there.
+    qputenv("KQ_PICTURES", out.toLocal8Bit());
     const QString examples = QStringLiteral(KQ_SOURCE_DIR "/examples/");
     CPerson person;
     person.Answer({QStringLiteral("Ano"), QStringLiteral("Ano")});
@@ -71,6 +97,7 @@ int main(int argc, char **argv) {
         return 1;
     }
     const auto shoot = [&person, &out](const char *name) {
+        person.Settle();
         person.Shoot(QStringLiteral("%1/%2.png").arg(out, QLatin1String(name)));
     };
     person.Main().resize(960, 680);
@@ -86,8 +113,16 @@ int main(int argc, char **argv) {
     person.Press(Qt::Key_F2);
     shoot("03-all-open");
     person.Press(Qt::Key_Escape);
+    person.ClickCell(person.Sheet(), QStringLiteral("IP"), 1);
+    shoot("03-dim");
     person.Sheet().scrollToBottom();
     shoot("04-grid");
+    person.Main().resize(500, 340);
+    shoot("04-small");
+    person.Main().resize(1500, 1000);
+    shoot("04-large");
+    person.Main().resize(960, 680);
+    person.Press(Qt::Key_F1, Qt::ControlModifier);
     person.Press(Qt::Key_F, Qt::ControlModifier);
     person.Type(QStringLiteral("boiler"));
     person.Press(Qt::Key_Return);

@@ -147,9 +147,15 @@ void CChannelRangeTable::SetKind(std::uint32_t first, std::uint32_t type, std::u
         return;
     }
     constexpr std::uint32_t kFree = kNoteTypeFree | kNoteDirectionFree;
+    const std::uint32_t free = NoteFlags(true, type, direction) & kFree;
+    const auto is_given = [](std::uint32_t code, std::uint32_t has) { return code == kUndefinedCode || code == has; };
+    const TRecord &lowest = block.Lowest();
+    if ((lowest.note & kFree) == free && is_given(type, lowest.type) && is_given(direction, lowest.direction)) {
+        return;
+    }
     for (const TBlock::TPiece &piece : block.pieces) {
         TRecord range = piece.range;
-        range.note = (range.note & ~kFree) | (NoteFlags(true, type, direction) & kFree);
+        range.note = (range.note & ~kFree) | free;
         range.type = type != kUndefinedCode ? type : range.type;
         range.direction = direction != kUndefinedCode ? direction : range.direction;
         store_.SetRest(Ranges().AtRow(piece.row), range);

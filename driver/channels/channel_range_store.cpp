@@ -57,11 +57,6 @@ std::uint32_t CChannelRangeStore::NameBits(std::string_view name) {
     return static_cast<std::uint32_t>(names.size()) << kNoteNameShift;
 }
 
-const kq_base::TText *CChannelRangeStore::Name(std::uint32_t note) const {
-    const std::uint32_t name = note >> kNoteNameShift;
-    return name != 0 ? &contents_.names[name - 1] : nullptr;
-}
-
 void CChannelRangeStore::Clear() {
     next_row_ = kNoRow;
     TContents old = std::exchange(contents_, TContents());
@@ -71,12 +66,8 @@ void CChannelRangeStore::Clear() {
     }
 }
 
-const CChannelRangeStore::CPosition *CChannelRangeStore::GoToRow(std::uint32_t row) const {
+const CChannelRangeStore::CPosition *CChannelRangeStore::FindRow(std::uint32_t row) const {
     const kq_drv::CRangeTree &ranges = contents_.ranges;
-    if (row == next_row_ && ranges.NextInLeaf(row_position_)) {
-        ++next_row_;
-        return &row_position_;
-    }
     if (row >= ranges.Size()) {
         return nullptr;
     }

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "driver/channels/channel_block_set.h"
+#include "driver/channels/channel_range_note.h"
 #include "driver/channels/range_tree.h"
 #include "platform/base/bounded_text.h"
 
@@ -37,7 +38,10 @@ public:
     /// The bits of a note for a name, which is kept if it is a new one.
     std::uint32_t NameBits(std::string_view name);
     /// The name in a note; null if it has none.
-    const kq_base::TText *Name(std::uint32_t note) const;
+    const kq_base::TText *Name(std::uint32_t note) const {
+        const std::uint32_t name = note >> kNoteNameShift;
+        return name != 0 ? &contents_.names[name - 1] : nullptr;
+    }
 
     /// First channels of definitions that may have something to settle; see CChannelRangeTable::Settle. An entry too
     /// many does no harm, so undoing a change leaves them.
@@ -55,7 +59,13 @@ public:
 
     /// The range at a row, counted from 0; null after the last. The row cursor stays there, so that the next row is a
     /// step away; any change of the ranges forgets it.
-    const CPosition *GoToRow(std::uint32_t row) const;
+    const CPosition *GoToRow(std::uint32_t row) const {
+        if (row == next_row_ && contents_.ranges.NextInLeaf(row_position_)) {
+            ++next_row_;
+            return &row_position_;
+        }
+        return FindRow(row);
+    }
 
     /// Opens the journal, or goes one level deeper in it.
     TMark OpenJournal();
@@ -81,6 +91,7 @@ private:
         TRecord before;
     };
 
+    const CPosition *FindRow(std::uint32_t row) const;
     void Note(TChangeKind kind, const CPosition &position, const TRecord &before);
     void Undo(const TChange &change);
 

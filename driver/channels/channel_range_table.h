@@ -114,7 +114,7 @@ public:
 
     /// Gives the block at first, with all its pieces, the type and direction that its definition has now. What the
     /// definition leaves open (kUndefinedCode) keeps its code and is the user's to choose. Nothing without such a
-    /// block.
+    /// block, or if its lowest piece has them.
     void SetKind(std::uint32_t first, std::uint32_t type, std::uint32_t direction);
 
     /// Makes of all definitions what reading the written driver map makes of them: every piece has the type and

@@ -24,10 +24,10 @@ CRangeTree &CRangeTree::operator=(CRangeTree &&other) noexcept {
 
 void CRangeTree::Clear() { *this = CRangeTree(); }
 
-/// Goes from the root to a leaf; choose(node) gives the slot to take, which at the leaf may be its count.
+/// Goes from the root to a leaf; choose(node) gives the slot to take, which at the leaf may be its count. Positions are
+/// filled where they are: a copy has to wait for what was just written.
 template <class TChoose>
-CRangeTree::CPosition CRangeTree::Descend(TChoose choose) const {
-    CPosition position;
+void CRangeTree::Descend(CPosition &position, TChoose choose) const {
     TRangeNode *node = root_.get();
     for (std::uint32_t level = height_; level-- > 0;) {
         const std::uint32_t slot = choose(*node);
@@ -37,23 +37,26 @@ CRangeTree::CPosition CRangeTree::Descend(TChoose choose) const {
             node = static_cast<TRangeInner *>(node)->child[slot].get();
         }
     }
-    return position;
 }
 
 CRangeTree::CPosition CRangeTree::Begin() const {
-    return Descend([](const TRangeNode &) { return 0U; });
+    CPosition position;
+    Descend(position, [](const TRangeNode &) { return 0U; });
+    return position;
 }
 
 CRangeTree::CPosition CRangeTree::FirstEndingFrom(std::uint32_t number) const {
-    return Descend([number](const TRangeNode &node) {
-        const std::uint32_t slot = node.FirstEndingFrom(number);
-        return node.is_leaf || slot < node.count ? slot : node.count - 1;
-    });
+    CPosition position;
+    FindContaining(number, position);
+    return position;
 }
 
 bool CRangeTree::FindContaining(std::uint32_t number, CPosition &position) const {
+    Descend(position, [number](const TRangeNode &node) {
+        const std::uint32_t slot = node.FirstEndingFrom(number);
+        return node.is_leaf || slot < node.count ? slot : node.count - 1;
+    });
     // Whatever comes before this range ends too early, and whatever comes after it starts no earlier.
-    position = FirstEndingFrom(number);
     return !IsEnd(position) && FirstAt(position) <= number;
 }
 
@@ -78,7 +81,7 @@ bool CRangeTree::FindContaining(std::uint32_t number, TRangeRecord &record) cons
 }
 
 bool CRangeTree::FindByFirst(std::uint32_t first, CPosition &position) const {
-    position = Descend([first](const TRangeNode &node) {
+    Descend(position, [first](const TRangeNode &node) {
         const std::uint32_t slots = node.SlotsBelow(first);
         return node.is_leaf || slots == 0 ? slots : slots - 1;
     });
@@ -90,7 +93,8 @@ bool CRangeTree::FindByFirst(std::uint32_t first, CPosition &position) const {
 }
 
 CRangeTree::CPosition CRangeTree::AtRow(std::uint32_t row) const {
-    return Descend([&row](const TRangeNode &node) {
+    CPosition position;
+    Descend(position, [&row](const TRangeNode &node) {
         if (node.is_leaf) {
             return row < node.count ? row : node.count;
         }
@@ -101,6 +105,7 @@ CRangeTree::CPosition CRangeTree::AtRow(std::uint32_t row) const {
         }
         return slot;
     });
+    return position;
 }
 
 /// The position has just left its leaf.
@@ -142,16 +147,17 @@ void CRangeTree::SetRest(const CPosition &position, const TRangeRecord &record) 
                                                                                record.note};
 }
 
-/// Where a range that starts at a number goes in.
-CRangeTree::CPosition CRangeTree::PositionFor(std::uint32_t first) const {
-    return Descend([first](const TRangeNode &node) {
+/// Goes to where a range that starts at a number goes in.
+void CRangeTree::GoToPlace(std::uint32_t first, CPosition &position) const {
+    Descend(position, [first](const TRangeNode &node) {
         const std::uint32_t slots = node.SlotsUpTo(first);
         return node.is_leaf || slots == 0 ? slots : slots - 1;
     });
 }
 
 void CRangeTree::Insert(const TRangeRecord &record) {
-    CPosition position = PositionFor(record.first);
+    CPosition position;
+    GoToPlace(record.first, position);
     InsertAt(position, record);
 }
 
@@ -169,7 +175,7 @@ void CRangeTree::Insert(CPosition &near, const TRangeRecord &record) {
         ++near.slots_[0];
         InsertAt(near, record);
     } else {
-        near = PositionFor(record.first);
+        GoToPlace(record.first, near);
         InsertAt(near, record);
     }
 }
@@ -195,9 +201,14 @@ void CRangeTree::InsertAt(CPosition &position, const TRangeRecord &record) {
         auto *inner = static_cast<TRangeInner *>(position.nodes_[level]);
         const std::uint32_t slot = position.slots_[level];
         ++inner->size[slot];
-        inner->first[slot] = std::min(inner->first[slot], record.first);
-        inner->last[slot] = std::max(inner->last[slot], record.last);
-        inner->CheckAscending(slot);
+        // What stays isn't written: the next search would wait for it.
+        if (record.first < inner->first[slot]) {
+            inner->first[slot] = record.first;
+        }
+        if (record.last > inner->last[slot]) {
+            inner->last[slot] = record.last;
+            inner->CheckAscending(slot);
+        }
     }
 }
 

@@ -82,9 +82,9 @@ public:
 
 private:
     template <class TChoose>
-    CPosition Descend(TChoose choose) const;
+    void Descend(CPosition &position, TChoose choose) const;
     void NextLeaf(CPosition &position) const;
-    CPosition PositionFor(std::uint32_t first) const;
+    void GoToPlace(std::uint32_t first, CPosition &position) const;
     void InsertAt(CPosition &position, const TRangeRecord &record);
     void Split(CPosition &position, std::uint32_t level);
     void GrowRoot(CPosition &position);

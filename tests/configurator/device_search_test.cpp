@@ -290,21 +290,35 @@ TEST(DeviceSearch, ExclusiveItemLeavesNoSiblingChecked) {
     EXPECT_EQ(tree.TaggedItems(), std::vector<TTreeItem *>{&below}) << "so does taking its mark away";
 }
 
-TEST(DeviceSearch, NeitherAnotherSearchNorAnEndComesMeanwhile) {
-    const CTemporaryDirectory directory;
-    WriteBytes("d.pdt", "def_section name = 'S'; def_key name = 'v'; par = number; end_key end_section");
-    WriteBytes("d.par", "[S]\nv = 1\n");
-    WriteBytes("d.dmf", "");
-    WriteBytes("search", "add 0 1 2 x\n");
-    kq_pdt::TOpening opening;
-    opening.pdt_path = "d.pdt";
-    opening.par_path = "d.par";
-    opening.dmf_path = "d.dmf";
-    opening.module = kq_os::LoadLibraryA(KQ_SEARCH_MODULES "/narrow.dll");
-    ASSERT_NE(opening.module, nullptr);
+/// A session whose driver searches as a text says.
+class CSearchingSession {
+public:
+    explicit CSearchingSession(const std::string &search) {
+        WriteBytes("d.pdt", "def_section name = 'S'; def_key name = 'v'; par = number; end_key end_section");
+        WriteBytes("d.par", "[S]\nv = 1\n");
+        WriteBytes("d.dmf", "");
+        WriteBytes("search", search);
+        kq_pdt::TOpening opening;
+        opening.pdt_path = "d.pdt";
+        opening.par_path = "d.par";
+        opening.dmf_path = "d.dmf";
+        opening.module = kq_os::LoadLibraryA(KQ_SEARCH_MODULES "/narrow.dll");
+        EXPECT_NE(opening.module, nullptr);
+        EXPECT_TRUE(session.Open(opening));
+    }
+
+private:
+    const CTemporaryDirectory directory_;
+
+public:
     const std::unique_ptr<CConfiguratorWindow> window = TConfiguratorAccess::Create();
     kq_pdt::CWindowSession &session = TConfiguratorAccess::Session(*window);
-    ASSERT_TRUE(session.Open(opening));
+};
+
+TEST(DeviceSearch, NeitherAnotherSearchNorAnEndComesMeanwhile) {
+    CSearchingSession searching("add 0 1 2 x\n");
+    CConfiguratorWindow *const window = searching.window.get();
+    kq_pdt::CWindowSession &session = searching.session;
     std::vector<std::string> titles;
     CPerson person;
     person.begins = [&](CView &modal) {
@@ -322,6 +336,32 @@ TEST(DeviceSearch, NeitherAnotherSearchNorAnEndComesMeanwhile) {
     EXPECT_EQ(titles.size(), 2U);
     EXPECT_FALSE(session.IsClosing());
     EXPECT_TRUE(session.HostQueryClose());
+}
+
+TEST(DeviceSearch, EndOfTheSessionWaitsForTheDriverOnly) {
+    struct TRow {
+        const char *search;
+        std::size_t ended_at;  ///< the window at whose beginning the session ends
+    };
+    for (const TRow row : {TRow{"await\nadd 0 1 3 x\n", 1}, TRow{"add 0 1 3 x\ntext broken\n", 2}}) {
+        CSearchingSession searching(row.search);
+        CPerson person;
+        std::size_t windows = 0;
+        person.begins = [&](CView &modal) {
+            if (++windows == row.ended_at) {
+                searching.window->Done();
+            }
+            if (windows == 2) {
+                Find<CToolBox>(modal).UserPress(cmApply);
+            }
+        };
+        Send(*searching.window, ecCommand, cmSearchDevices);
+        EXPECT_EQ(windows, row.ended_at);
+        EXPECT_EQ(ReadBytes("d.par"), "[S]\nv = 1\n");
+        EXPECT_FALSE(std::filesystem::exists("d.TMP"));
+        EXPECT_TRUE(ReadBytes("log").ends_with("DoneTreeData\n"));
+        EXPECT_TRUE(searching.window->ParView().Text().empty());
+    }
 }
 
 }  // namespace

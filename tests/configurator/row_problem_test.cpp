@@ -165,6 +165,18 @@ TEST(RowProblem, SectionsAreFoundByTheirNames) {
     }
 }
 
+TEST(RowProblem, DependentSectionsOfOneNameReadBack) {
+    const std::string pdt =
+        "def_section name = 'S'; def_key name = 'n'; par = number { id = %n% }; end_key"
+        " def_key name = 'm'; par = number { id = %m% }; end_key end_section"
+        " def_section name = 'P' + %n%; depend_on = %n%; def_key name = 'k'; par = string; end_key end_section"
+        " def_section name = 'P' + %m%; depend_on = %m%; def_key name = 'k'; par = string; end_key end_section";
+    CModelSession session;
+    ASSERT_TRUE(session.Translate(pdt, "[S]\nn = 3\nm = 3\n[P3]\nk = a\n[P3]\nk = b\n"));
+    EXPECT_EQ(Problems(session), "");
+    EXPECT_TRUE(ReadsBack(session, pdt));
+}
+
 TEST(RowProblem, ExamplesReadBackAndUnknownRowsToo) {
     for (const std::string name : {"modbus/modbus", "meters/meters", "simulator/simulator", "modbus/modbus_errors",
                                    "meters/meters_errors", "simulator/simulator_errors"}) {

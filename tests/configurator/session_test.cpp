@@ -48,6 +48,10 @@ TEST(Session, TranslationGoesThroughItsStepsInOrder) {
     EXPECT_TRUE(session.Translate(kPdt, "[S]\nk = 1, 2\n"));
     EXPECT_EQ(session.notes, "clear channels sheets channels ") << "the old model gives its channels back";
     EXPECT_EQ(session.Channels(), "*1-2 real input");
+    session.notes.clear();
+    CModelSession::Edit(session.SheetData(), session.Key(0, 0), 1,
+                        [](kq_pdt::TCellEditor &editor) { return editor.CountBox().UserType("2"); });
+    EXPECT_EQ(session.notes, "channels sheets ");
 }
 
 TEST(Session, BrokenTemplateLeavesAnEmptyModelAndBothTexts) {

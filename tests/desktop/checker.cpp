@@ -1,9 +1,11 @@
 #include "tests/desktop/checker.h"
 
+#include <QAccessible>
 #include <QListView>
 #include <QMainWindow>
 #include <QMenuBar>
 #include <QPlainTextEdit>
+#include <QScrollBar>
 #include <QTabWidget>
 #include <QTextBlock>
 #include <QToolBar>
@@ -103,7 +105,34 @@ QString CompareTools(const CToolBox &tools) {
     return {};
 }
 
+void FindUnnamed(QAccessibleInterface &shown, const QString &within, QStringList &found) {
+    static const std::set<QAccessible::Role> used = {
+        QAccessible::Button,   QAccessible::CheckBox, QAccessible::RadioButton, QAccessible::ComboBox,
+        QAccessible::SpinBox,  QAccessible::List,     QAccessible::ListItem,    QAccessible::EditableText,
+        QAccessible::MenuItem, QAccessible::PageTab,  QAccessible::TreeItem,    QAccessible::Tree,
+        QAccessible::Dialog,   QAccessible::Window};
+    // A cell that holds nothing and can't be chosen is a blank between others.
+    const bool blank = shown.role() == QAccessible::TreeItem && !shown.state().focusable;
+    const QString name = shown.text(QAccessible::Name) + shown.text(QAccessible::Description);
+    const QString place = QStringLiteral("%1/%2 %3").arg(within).arg(shown.role()).arg(name);
+    if (used.contains(shown.role()) && name.isEmpty() && !blank) {
+        found.append(place);
+    }
+    for (int child = 0; child < shown.childCount(); ++child) {
+        if (QAccessibleInterface *below = shown.child(child);
+            below != nullptr && !qobject_cast<QScrollBar *>(below->object())) {
+            FindUnnamed(*below, place, found);
+        }
+    }
+}
+
 }  // namespace
+
+QString Unnamed(QWidget &widget) {
+    QStringList found;
+    FindUnnamed(*QAccessible::queryAccessibleInterface(&widget), {}, found);
+    return found.join(QLatin1Char('\n'));
+}
 
 QString Compare(CPerson &person) {
     CConfiguratorWindow &window = person.Window();

@@ -3,8 +3,11 @@
 #include <QApplication>
 #include <QTemporaryDir>
 
+#include "tests/desktop/person.h"
+
 int main(int argc, char **argv) {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
+    const QTemporaryDir screen;
+    UseScreenOf(screen.path(), 1600, 1200, 1);
     const QTemporaryDir state;
     const QByteArray given = qgetenv("KQ_STATE");
     qputenv("XDG_STATE_HOME", given.isEmpty() ? state.path().toLocal8Bit() : given);

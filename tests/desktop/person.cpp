@@ -6,13 +6,29 @@
 #include <QFile>
 #include <QMainWindow>
 #include <QMessageBox>
+#include <QPainter>
 #include <QPlainTextEdit>
 #include <QTest>
 #include <QTreeView>
 
+#include "desktop/kqconf/options.h"
 #include "desktop/peers/qt_peer.h"
 
 using namespace kq_desktop;
+
+void UseScreenOf(const QString &folder, int width, int height, int scale) {
+    QFile file(folder + QStringLiteral("/screen.json"));
+    if (file.open(QFile::WriteOnly)) {
+        file.write(
+            QStringLiteral("{\"screens\": [{\"name\": \"one\", \"x\": 0, \"y\": 0, \"width\": %1, \"height\": %2, "
+                           "\"logicalDpi\": 96, \"logicalBaseDpi\": 96, \"dpr\": %3}]}")
+                .arg(width)
+                .arg(height)
+                .arg(scale)
+                .toUtf8());
+    }
+    qputenv("QT_QPA_PLATFORM", QStringLiteral("offscreen:configfile=%1").arg(file.fileName()).toLocal8Bit());
+}
 
 CPerson::CPerson() : former_settings_(SetSettingsStore(&settings_)) {
     kq_pdt::Init_();
@@ -32,6 +48,7 @@ void CPerson::AnswerBox() {
         return;
     }
     boxes_.append(box->text());
+    Look(QStringLiteral("box"));
     const QString wanted = answers_.isEmpty() ? QString() : answers_.takeFirst();
     for (QAbstractButton *button : box->buttons()) {
         if (button->text().remove(QLatin1Char('&')) == wanted) {
@@ -59,8 +76,10 @@ bool CPerson::Show(const QString &file, const QString &pdt, const QString &dmf) 
     const auto path = [this](const QString &name) { return name.isEmpty() ? name : copies_.filePath(name); };
     QString error;
     const auto files = FindDriverFiles({copies_.filePath(file), {}, path(pdt), path(dmf)}, error);
+    std::uint32_t language = 0;
+    FindLanguage({}, language);
     session_ = std::make_unique<CDriverSession>(advice_, events_);
-    if (!files || !session_->Open(*files, 0, {})) {
+    if (!files || !session_->Open(*files, language, {})) {
         session_.reset();
         return false;
     }
@@ -74,8 +93,8 @@ void CPerson::RunUntil(const std::function<bool()> &done) {
     int rounds = 0;
     QTimer timer;
     QObject::connect(&timer, &QTimer::timeout, &timer, [&] {
-        if (done() || ++rounds == kMostRounds) {
-            timer.stop();
+        // A box that is still up would take the code that ends the window's loop.
+        if ((done() && QApplication::activeModalWidget() == nullptr) || ++rounds > kMostRounds) {
             MakeEvent(session_->Window(), ecCommand, kEndLoop);
         }
     });
@@ -169,7 +188,25 @@ bool CPerson::ClickCell(QTreeView &tree, const QString &row, int column) {
     return false;
 }
 
+void CPerson::Look(const QString &name) {
+    const QString folder = qEnvironmentVariable("KQ_PICTURES");
+    if (!folder.isEmpty()) {
+        Shoot(QStringLiteral("%1/%2-%3.png").arg(folder).arg(++pictures_, 2, 10, QLatin1Char('0')).arg(name));
+    }
+}
+
 void CPerson::Shoot(const QString &path) {
-    Settle();
-    Main().grab().save(path);
+    QPixmap picture = Main().grab();
+    QPainter painter(&picture);
+    for (QWidget *shown : QApplication::topLevelWidgets()) {
+        if (shown->isVisible() && shown != &Main()) {
+            // A window system would put a dialog over its owner.
+            const QPoint place = shown->isModal() ? Main().rect().center() - shown->rect().center()
+                                                  : Main().mapFromGlobal(shown->mapToGlobal(QPoint(0, 0)));
+            painter.drawPixmap(place, shown->grab());
+            painter.drawRect(QRect(place, shown->size()).adjusted(-1, -1, 0, 0));
+        }
+    }
+    painter.end();
+    picture.save(path);
 }

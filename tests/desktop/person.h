@@ -18,6 +18,10 @@ class QMainWindow;
 class QTreeView;
 class QPlainTextEdit;
 
+/// Makes Qt show everything on a screen of that size, which nobody sees; `scale` is 2 for a display of 200 %. Before
+/// the application is made. The folder has to last as long as that.
+void UseScreenOf(const QString &folder, int width, int height, int scale);
+
 /// A person at the window: opens an example's copy, presses keys, clicks, and looks. After each thing all that follows
 /// from it has happened.
 class CPerson {
@@ -34,6 +38,8 @@ public:
     void End();
     /// Runs the window's own loop until something is true, for at most some seconds.
     void RunUntil(const std::function<bool()> &done);
+    /// Runs the window's own loop until the person ends it. Gives what is to be opened next.
+    kq_desktop::TNamedFiles Run() { return session_->Run(); }
     /// Asks the window to close and lets it run; true if it ended. Otherwise the window is up still.
     bool CloseAndRun();
 
@@ -55,8 +61,10 @@ public:
     /// The answers of the next message boxes, by the text on their buttons; without one a box is closed.
     void Answer(const QStringList &buttons) { answers_ = buttons; }
     const QStringList &Boxes() const { return boxes_; }
-    /// A picture of the window.
+    /// A picture of the window and of the lists and boxes over it.
     void Shoot(const QString &path);
+    /// Takes a picture of a step of a test into the folder KQ_PICTURES, if there is one.
+    void Look(const QString &name);
     QWidget *Focus() const;
 
 private:
@@ -71,6 +79,7 @@ private:
     kq_desktop::CQtEventSource events_;
     kq_desktop::CMessageBoxes message_boxes_;
     std::unique_ptr<kq_desktop::CDriverSession> session_;
+    int pictures_ = 0;
     QStringList answers_;
     QStringList boxes_;
     QTimer box_timer_;

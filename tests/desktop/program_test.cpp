@@ -10,10 +10,15 @@
 #include <QTest>
 #include <QTreeView>
 
+#include "desktop/kqconf/start_page.h"
 #include "desktop/kqconf/text_files.h"
+#include "desktop/peers/qt_peer.h"
+#include "tests/desktop/checker.h"
 #include "tests/desktop/person.h"
 
 namespace {
+
+using namespace kq_desktop;
 
 const QString kExamples = QStringLiteral(KQ_SOURCE_DIR "/examples/");
 
@@ -70,7 +75,7 @@ TEST(Kqconf, AFailedSaveLeavesACopy) {
     EXPECT_TRUE(person.CloseAndRun());
     ASSERT_EQ(copies.entryList({QStringLiteral("*.par")}).size(), 1)
         << person.Boxes().join(QLatin1Char('|')).toStdString();
-    const auto kept = kq_desktop::ReadFile(copies.filePath(copies.entryList({QStringLiteral("*.par")}).first()));
+    const auto kept = ReadFile(copies.filePath(copies.entryList({QStringLiteral("*.par")}).first()));
     EXPECT_TRUE(kept->startsWith("(* lost? *)"));
 }
 
@@ -96,7 +101,7 @@ TEST(Kqconf, AKilledProcessLeavesItsWorkNotTwoSecondsOld) {
     for (int round = 0; round < 200 && !kept.startsWith("(* killed *)"); ++round) {
         QTest::qWait(100);
         const QStringList found = copies.entryList({QStringLiteral("*.par")});
-        kept = found.isEmpty() ? QByteArray() : kq_desktop::ReadFile(copies.filePath(found.first())).value_or("");
+        kept = found.isEmpty() ? QByteArray() : ReadFile(copies.filePath(found.first())).value_or("");
     }
     other.kill();
     other.waitForFinished();
@@ -108,20 +113,36 @@ TEST(Kqconf, AKilledProcessLeavesItsWorkNotTwoSecondsOld) {
 TEST(Kqconf, EverythingHasANameForThoseWhoDontSee) {
     CPerson person;
     ASSERT_TRUE(person.Open(kExamples + QStringLiteral("modbus"), QStringLiteral("modbus.par")));
-    for (const QWidget *widget :
-         {static_cast<const QWidget *>(&person.Sheet()), static_cast<const QWidget *>(&person.Channels())}) {
-        QAccessibleInterface *spoken = QAccessible::queryAccessibleInterface(const_cast<QWidget *>(widget));
-        ASSERT_NE(spoken, nullptr);
-        EXPECT_FALSE(spoken->text(QAccessible::Name).isEmpty());
-        EXPECT_EQ(spoken->role(), QAccessible::Tree);
-    }
+    const auto check = [&person] { EXPECT_EQ(Unnamed(person.Main()).toStdString(), ""); };
+    person.Press(Qt::Key_1, Qt::ControlModifier);
     person.Sheet().expandAll();
+    for (const char *row : {"Line", "Rychlost", "Port", "<p\u0159idat>"}) {
+        SCOPED_TRACE(row);
+        ASSERT_TRUE(person.ClickCell(person.Sheet(), QString::fromUtf8(row), *row == '<' ? 0 : 1));
+        person.Press(Qt::Key_F2);
+        ASSERT_NE(person.Window().Sheet().CellEditor(), nullptr);
+        check();
+        EXPECT_TRUE(CQtPeer::Of(person.Window().Sheet().CellEditor())
+                        ->Widget()
+                        ->accessibleName()
+                        .startsWith(QString::fromUtf8(row)));
+        person.Press(Qt::Key_Escape);
+    }
     ASSERT_TRUE(person.ClickCell(person.Sheet(), QStringLiteral("IP"), 1));
-    QAccessibleInterface *tree = QAccessible::queryAccessibleInterface(&person.Sheet());
-    QAccessibleInterface *cell = tree->focusChild();
+    QAccessibleInterface *cell = QAccessible::queryAccessibleInterface(&person.Sheet())->focusChild();
     ASSERT_NE(cell, nullptr);
+    EXPECT_EQ(cell->role(), QAccessible::TreeItem);
+    EXPECT_TRUE(cell->state().focused);
     EXPECT_EQ(cell->text(QAccessible::Name), QStringLiteral("nepřístupné"));
-    EXPECT_FALSE(cell->text(QAccessible::Description).isEmpty());
+    const QString description = cell->text(QAccessible::Description);
+    EXPECT_TRUE(description.startsWith(QStringLiteral("IP, Hodnota. ")) &&
+                description.contains(QStringLiteral("%transport%")))
+        << description.toStdString();
+    person.Press(Qt::Key_2, Qt::ControlModifier);
+    person.Press(Qt::Key_H, Qt::ControlModifier);
+    check();
+    CStartPage start;
+    EXPECT_EQ(Unnamed(start).toStdString(), "");
 }
 
 }  // namespace

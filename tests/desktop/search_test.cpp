@@ -9,10 +9,16 @@
 #include <QPushButton>
 #include <QTest>
 #include <QTimer>
-#include <QToolBar>
 #include <QTreeWidget>
+#include <ctime>
 
+#include "desktop/peers/advice.h"
+#include "desktop/peers/peer_factory.h"
+#include "desktop/peers/qt_peer.h"
 #include "platform/view/menu_bar.h"
+#include "platform/view/tree_viewer.h"
+#include "platform/view/window.h"
+#include "tests/desktop/checker.h"
 #include "tests/desktop/person.h"
 
 namespace {
@@ -32,36 +38,38 @@ protected:
     void Act() {
         auto *window = qobject_cast<QMainWindow *>(QApplication::activeModalWidget());
         if (window == nullptr) {
-            over = seen_progress;
+            // There is none for a moment between progress and tree.
+            over = seen_progress && ++looks > 5;
             return;
         }
+        looks = 0;
         if (auto *tree = window->findChild<QTreeWidget *>()) {
             Choose(*window, *tree);
         } else if (auto *button = window->findChild<QPushButton *>()) {
             seen_progress = true;
+            EXPECT_EQ(Unnamed(*window).toStdString(), "");
             elapsed = window->findChild<QLabel *>(QStringLiteral("elapsed"))->text();
+            person.Look(QStringLiteral("progress"));
             if (cancels) {
-                button->click();
+                QTest::keyClick(button, Qt::Key_Space);
             }
         }
     }
     void Choose(QMainWindow &window, QTreeWidget &tree) {
+        if (!marked.isEmpty() || !window.isActiveWindow()) {
+            return;
+        }
+        EXPECT_TRUE(tree.hasFocus());
         found = tree.topLevelItemCount();
-        QTreeWidgetItem *item = tree.topLevelItem(0);
-        while (item != nullptr && item->icon(0).isNull()) {
-            item = tree.itemBelow(item);
-        }
-        if (item != nullptr) {
-            tree.setCurrentItem(item);
-            QTest::keyClick(&tree, Qt::Key_Space);
-            marked = item->text(0);
-        }
-        const QString wanted = confirms ? QStringLiteral("Použít") : QStringLiteral("Uzavřít");
-        for (QAction *action : window.findChild<QToolBar *>()->actions()) {
-            if (action->text() == wanted) {
-                action->trigger();
-            }
-        }
+        EXPECT_EQ(Unnamed(window).toStdString(), "");
+        // The first device: below the group that begins the tree.
+        QTest::keyClick(&tree, Qt::Key_Home);
+        QTest::keyClick(&tree, Qt::Key_Down);
+        QTest::keyClick(&tree, Qt::Key_Space);
+        marked = tree.currentItem()->text(0);
+        person.Look(QStringLiteral("devices"));
+        confirms ? QTest::keyClick(&window, Qt::Key_Return, Qt::ControlModifier)
+                 : QTest::keyClick(&tree, Qt::Key_Escape);
     }
 
     CPerson person;
@@ -70,6 +78,7 @@ protected:
     bool confirms = true;
     bool seen_progress = false;
     bool over = false;
+    int looks = 0;
     int found = 0;
     QString marked;
     QString elapsed;
@@ -80,8 +89,11 @@ TEST_F(CSearchDesk, WhatIsMarkedGoesIntoTheParameters) {
     EXPECT_TRUE(seen_progress);
     EXPECT_TRUE(elapsed.startsWith(QStringLiteral("Uplynulý čas: 0:")));
     EXPECT_GT(found, 0);
-    EXPECT_FALSE(marked.isEmpty());
+    EXPECT_EQ(marked, QStringLiteral("Teploměr pece"));
     EXPECT_TRUE(person.Main().isWindowModified());
+    person.Look(QStringLiteral("taken"));
+    person.Press(Qt::Key_S, Qt::ControlModifier);
+    EXPECT_EQ(person.FileText(QStringLiteral("simulator.par")).count(QStringLiteral("[Signal")), 4);
 }
 
 TEST_F(CSearchDesk, ClosingTheTreeChangesNothing) {
@@ -96,6 +108,39 @@ TEST_F(CSearchDesk, CancellingEndsTheSearch) {
     Search();
     EXPECT_EQ(found, 0);
     EXPECT_FALSE(person.Main().isWindowModified());
+}
+
+/// A driver may report thousands of devices, one by one, to a tree that is shown.
+TEST(TreeOfDevices, TakesTimeInProportionToItsItems) {
+    const auto fill = [](std::uint32_t count) {
+        kq_desktop::CPeerAdvice advice;
+        const kq_desktop::CQtPeerFactory factory(advice);
+        CWindow window;
+        CTreeViewerPane pane;
+        window.Init({0, 0, 300, 250}, 0, {}, nullptr, nullptr);
+        window.Register(pane);
+        window.SetVisible(true);
+        const std::clock_t begin = std::clock();
+        TTreeItem *group = nullptr;
+        for (std::uint32_t item = 0; item < count; ++item) {
+            if (item % 100 == 0) {
+                group = &pane.AddItem(nullptr, "group", kTreeItemHasMark, item);
+            }
+            pane.UserTag(pane.AddItem(group, "device", kTreeItemHasMark, count + item), true);
+            if (item % 500 == 0) {
+                QCoreApplication::processEvents();
+            }
+        }
+        const std::clock_t end = std::clock();
+        const auto &tree = *static_cast<QTreeWidget *>(kq_desktop::CQtPeer::Of(&pane)->Widget());
+        EXPECT_EQ(tree.topLevelItemCount(), static_cast<int>(count / 100));
+        EXPECT_EQ(tree.topLevelItem(7)->childCount(), 100);
+        EXPECT_TRUE(tree.topLevelItem(7)->isExpanded());
+        return end - begin;
+    };
+    const std::clock_t few = fill(1000);
+    const std::clock_t many = fill(10000);
+    EXPECT_LT(many, 40 * few) << few;
 }
 
 }  // namespace

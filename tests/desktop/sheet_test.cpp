@@ -9,6 +9,7 @@
 #include <QTest>
 #include <QTreeView>
 #include <random>
+#include <vector>
 
 #include "desktop/peers/sheet_model.h"
 #include "tests/desktop/checker.h"
@@ -99,32 +100,6 @@ TEST_F(CSheetDesk, ANumberOutOfRangeStaysOpenAndChangesNothing) {
     Check();
 }
 
-TEST_F(CSheetDesk, ADisabledCellSaysWhyAndOpensNothing) {
-    ASSERT_TRUE(person.ClickCell(person.Sheet(), QStringLiteral("IP"), 1));
-    const QModelIndex cell = person.Sheet().currentIndex();
-    EXPECT_EQ(cell.data().toString(), QStringLiteral("—"));
-    EXPECT_FALSE(cell.data(Qt::ToolTipRole).toString().isEmpty());
-    EXPECT_FALSE(cell.data(Qt::AccessibleDescriptionRole).toString().isEmpty());
-    EXPECT_FALSE(person.Main().statusBar()->currentMessage().isEmpty());
-    person.Press(Qt::Key_F2);
-    EXPECT_EQ(person.Window().Sheet().CellEditor(), nullptr);
-    Check();
-}
-
-TEST_F(CSheetDesk, AltDownOpensTheListAndAChoiceIsTaken) {
-    ASSERT_TRUE(person.ClickCell(person.Sheet(), QStringLiteral("Rychlost"), 1));
-    person.Press(Qt::Key_Down, Qt::AltModifier);
-    auto *combo = person.Sheet().findChild<QComboBox *>();
-    ASSERT_NE(combo, nullptr);
-    EXPECT_TRUE(combo->view()->isVisible());
-    QTest::keyClick(combo->view(), Qt::Key_Down);
-    QTest::keyClick(combo->view(), Qt::Key_Return);
-    person.Settle();
-    EXPECT_EQ(Cell(QStringLiteral("Rychlost"), 1), QStringLiteral("38400"));
-    EXPECT_EQ(person.Window().Sheet().CellEditor(), nullptr);
-    Check();
-}
-
 TEST_F(CSheetDesk, SectionsAreAddedAndDeleted) {
     const std::uint32_t rows = person.Window().Sheet().RowCount(1);
     QTreeView &sheet = person.Sheet();
@@ -148,18 +123,22 @@ TEST_F(CSheetDesk, SectionsAreAddedAndDeleted) {
     Check();
 }
 
-/// The rows' tables have different numbers of columns, which mustn't hold anybody up.
-TEST_F(CSheetDesk, ArrowsGoThroughAllRows) {
-    ASSERT_TRUE(person.ClickCell(person.Sheet(), QStringLiteral("Line"), 1));
-    const QAbstractItemModel &model = *person.Sheet().model();
-    const QModelIndex last = model.index(model.rowCount() - 1, 0);
-    int steps = 0;
-    while (person.Sheet().currentIndex() != last && ++steps < 200) {
-        const QModelIndex before = person.Sheet().currentIndex();
-        person.Press(Qt::Key_Down);
-        ASSERT_NE(person.Sheet().currentIndex(), before);
-    }
-    EXPECT_EQ(person.Sheet().currentIndex(), last);
+/// Rows of one column on the way don't change the column that a person goes along.
+TEST_F(CSheetDesk, UpAndDownKeepTheColumn) {
+    ASSERT_TRUE(person.ClickCell(person.Sheet(), QStringLiteral("Prodleva [ms]"), 1));
+    const auto press_until = [this](int key, const QString &row) {
+        for (int step = 0; step < 20 && person.Sheet().currentIndex().siblingAtColumn(0).data().toString() != row;
+             ++step) {
+            person.Press(key);
+        }
+        return person.Sheet().currentIndex().column();
+    };
+    EXPECT_EQ(press_until(Qt::Key_Down, QStringLiteral("Line2")), 0);
+    EXPECT_EQ(press_until(Qt::Key_Down, QStringLiteral("Druh linky")), 1);
+    EXPECT_EQ(press_until(Qt::Key_Up, QStringLiteral("Line2")), 0);
+    EXPECT_EQ(press_until(Qt::Key_Up, QStringLiteral("Prodleva [ms]")), 1);
+    person.Press(Qt::Key_Left);
+    EXPECT_EQ(press_until(Qt::Key_Down, QStringLiteral("Druh linky")), 0);
     Check();
 }
 
@@ -172,38 +151,31 @@ TEST_F(CSheetDesk, FindGoesThroughTheTree) {
     Check();
 }
 
-/// Whatever keys are pressed, in whatever order, the widgets show what the views hold.
-TEST_F(CSheetDesk, RandomKeysLeaveTheWidgetsInStep) {
+/// Whatever keys are pressed, in whatever order, the widgets show what the views hold. KQ_SEEDS sets how many orders.
+TEST(Desk, RandomKeysLeaveTheWidgetsInStep) {
     constexpr int kSteps = 250;
-    struct TKey {
-        int key;
-        Qt::KeyboardModifiers modifiers;
-    };
-    const std::array<TKey, 19> keys = {{{Qt::Key_Down, Qt::NoModifier},
-                                        {Qt::Key_Down, Qt::NoModifier},
-                                        {Qt::Key_Up, Qt::NoModifier},
-                                        {Qt::Key_Right, Qt::NoModifier},
-                                        {Qt::Key_Left, Qt::NoModifier},
-                                        {Qt::Key_PageDown, Qt::NoModifier},
-                                        {Qt::Key_F2, Qt::NoModifier},
-                                        {Qt::Key_Return, Qt::NoModifier},
-                                        {Qt::Key_Return, Qt::NoModifier},
-                                        {Qt::Key_Tab, Qt::NoModifier},
-                                        {Qt::Key_Backtab, Qt::NoModifier},
-                                        {Qt::Key_Escape, Qt::NoModifier},
-                                        {Qt::Key_Delete, Qt::NoModifier},
-                                        {Qt::Key_Z, Qt::ControlModifier},
-                                        {Qt::Key_Y, Qt::ControlModifier},
-                                        {Qt::Key_2, Qt::NoModifier},
-                                        {Qt::Key_1, Qt::ControlModifier},
-                                        {Qt::Key_2, Qt::ControlModifier},
-                                        {Qt::Key_F3, Qt::NoModifier}}};
-    for (const unsigned seed : {1U, 2U, 3U}) {
-        std::mt19937 random(seed);
-        for (int step = 0; step < kSteps; ++step) {
-            const TKey &key = keys[random() % keys.size()];
-            person.Press(key.key, key.modifiers);
-            ASSERT_EQ(Compare(person).toStdString(), "") << "seed " << seed << ", step " << step;
+    constexpr int kAlt = static_cast<int>(Qt::AltModifier);
+    constexpr int kCtrl = static_cast<int>(Qt::ControlModifier);
+    const std::vector<int> keys = {
+        Qt::Key_Down,      Qt::Key_Down,      Qt::Key_Up,          Qt::Key_Right,     Qt::Key_Right,
+        Qt::Key_Left,      Qt::Key_PageDown,  Qt::Key_Home,        Qt::Key_End,       Qt::Key_F2,
+        Qt::Key_Return,    Qt::Key_Return,    Qt::Key_Tab,         Qt::Key_Backtab,   Qt::Key_Escape,
+        Qt::Key_Delete,    Qt::Key_Backspace, Qt::Key_2,           Qt::Key_X,         Qt::Key_F3,
+        Qt::Key_F6,        Qt::Key_F8,        kAlt | Qt::Key_Down, kCtrl | Qt::Key_Z, kCtrl | Qt::Key_Y,
+        kCtrl | Qt::Key_1, kCtrl | Qt::Key_2, kCtrl | Qt::Key_R,   kCtrl | Qt::Key_S, kCtrl | Qt::Key_F};
+    const int seeds = std::max(qEnvironmentVariableIntValue("KQ_SEEDS"), 1);
+    for (int seed = 1; seed <= seeds; ++seed) {
+        for (const char *example : {"modbus", "meters", "simulator"}) {
+            std::mt19937 random(static_cast<unsigned>(seed));
+            CPerson person;
+            ASSERT_TRUE(
+                person.Open(kExamples + QLatin1String(example), QLatin1String(example) + QLatin1String(".par")));
+            for (int step = 0; step < kSteps; ++step) {
+                person.Answer({random() % 2 != 0 ? QStringLiteral("Ano") : QStringLiteral("Ne")});
+                const auto key = QKeyCombination::fromCombined(keys[random() % keys.size()]);
+                person.Press(key.key(), key.keyboardModifiers());
+                ASSERT_EQ(Compare(person).toStdString(), "") << example << ", seed " << seed << ", step " << step;
+            }
         }
     }
 }

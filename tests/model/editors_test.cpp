@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <sstream>
+
 #include "tests/support/model_session.h"
 
 using kq_pdt::TCellEditor;
@@ -55,7 +57,7 @@ struct TEdit {
     const char *lines;     ///< values of the key, a line each parted by '/'
     std::uint32_t cell;    ///< of the first line, from 1
     const char *found;     ///< the editor as it opens
-    const char *action;    ///< empty: the editor is only opened
+    const char *actions;   ///< one edit after the other, parted by '/'
     const char *written;   ///< the lines afterwards
     const char *channels;  ///< the table afterwards
     unsigned boxes;        ///< how many refusals the user was shown
@@ -87,16 +89,25 @@ const char *const kOpenNumber =
 const char *const kOpenBounds =
     "channels; par = number { ch_from; optional; nedef = 'none' };"
     "par = 'x' + number { ch_to; optional; nedef = 'none' };";
+const char *const kOpenFirst =
+    "channels; par = number { ch_from; optional }; par = 'x' + number { ch_to; ch_type = real; ch_direction = input };";
+const char *const kOpenCount =
+    "channels; par = number { ch_number; ch_type = real; ch_direction = input };"
+    "par = 'x' + number { ch_count; optional; nedef = 'none'; write_if_all };";
 const char *const kByVariable =
     "channels; par = options { option = 'r'; option = 'b'; id = %v% };"
     "par = number { ch_number; ch_count = 1; ch_type %v% 'r' = real; ch_type 'b' = boolean };";
+const char *const kShifted =
+    "par = number { id = %v% };"
+    "channels_group { ch_from = %v%; ch_to = %v% + 2; type %v% > 50, boolean; type true, real; direction true, input "
+    "};";
 const char *const kGroup =
     "par = number { id = %v% }; par = number { id = %w% };"
     "channels_group { ch_from = %v%; ch_to = %w%; type %v% < 50, real; direction true, input };";
 
 // clang-format off
 const TEdit kEdits[] = {
-    {kNumber, "3", 1, "count 3 [1..9]", "9", "9", "", 0},
+    {kNumber, "3", 1, "count 3 [1..9]", "9/-/-", "7", "", 0},
     {kNumber, "3", 1, "count 3 [1..9]", "!", "3", "", 0},
     {kNumber, "77", 1, "count 77 [1..9]", "-", "9", "", 0},
     {"par = number;", "3", 1, "count 3 [0..]", "4294967295", "4294967295", "", 0},
@@ -127,7 +138,8 @@ const TEdit kEdits[] = {
     {kBounds, "3, 5, r", 3, "list [r|b] 1 r", "#2", "3, 5, b", "*3-5 boolean input", 0},
     {kCounted, "7, 2", 1, "count 7 [1..2147483647]", "20", "20, 2", "*20-21 ? output", 0},
     {kCounted, "7, 2", 2, "count 2 [0..]", "4", "7, 4", "*7-10 ? output", 0},
-    {kCounted, "7, 2/10, 1", 2, "count 2 [0..]", "4", "7,  2/10, 1", "*7-8 ? output; *10-10 ? output", 1},
+    {kCounted, "7, 2", 2, "count 2 [0..]", "3/1/2/2", "7, 2", "*7-8 ? output", 0},
+    {kCounted, "7, 2/10, 1", 2, "count 2 [0..]", "3/4", "7,  3/10, 1", "*7-9 ? output; *10-10 ? output", 1},
     {kFixed, "7", 1, "count 7 [1..2147483647]", "9", "9", "*9-12 real ?", 0},
     // Words go by what the user sees: a label that is no row's text is refused.
     {kLabelled, "5, 1, r", 2, "list [in|out] 1 in", "#2", "5, 1, r", "*5-5 real input", 0},
@@ -136,11 +148,20 @@ const TEdit kEdits[] = {
     {kOpenNumber, "7, x2", 1, "free [none] 0 7", "#1", "x2", "", 0},
     {kOpenNumber, "7, x2", 1, "free [none] 0 7", "0", "7, x2", "*7-8 real input", 0},
     {kOpenNumber, "7, x2", 1, "free [none] 0 7", "3", "3, x2", "*3-4 real input", 0},
+    {kOpenNumber, "9, x2/5, x2", 1, "free [none] 0 9", "#1/1", "1, x2/5, x2", "*1-2 real input; *5-6 real input", 0},
+    {kOpenNumber, "9, x2/5, x2", 1, "free [none] 0 9", "1/#1/4", "x2/5, x2", "*5-6 real input", 1},
+    {kOpenCount, "7", 2, "free [none] 1 none", "2/3", "7, x3", "*7-9 real input", 0},
+    {kOpenCount, "7/8, x1", 2, "free [none] 1 none", "2/1", "7, x1/8, x1", "*7-7 real input; *8-8 real input", 1},
+    {kOpenFirst, "3, x5", 1, "free [<nedefinován>] 0 3", "#1/4", "4, x5", "*4-5 real input", 0},
+    {kOpenFirst, "3, x5", 1, "free [<nedefinován>] 0 3", "4/#1/8", "8, x8", "*8-8 real input", 0},
     {kOpenBounds, "3, x5", 1, "free [none] 0 3", "#1", "x5", "", 0},
     {kOpenBounds, "3, x5", 2, "free [none] 0 5", "#1", "3, x5", "*3-5 ? ?", 0},
     // What follows from a value may refuse it.
     {kByVariable, "r, 4", 1, "list [r|b] 1 r", "#2", "b, 4", "*4-4 boolean ?", 0},
-    {kGroup, "3, 5", 1, "count 3 [0..]", "4", "4, 5", "*4-5 real input", 0},
+    {kShifted, "3", 1, "count 3 [0..]", "4/60/5", "5", "*5-7 real input", 0},
+    {kShifted, "3/6", 1, "count 3 [0..]", "4/51/54", "54/6", "*6-8 real input; *54-56 boolean input", 1},
+    {kGroup, "3, 5", 1, "count 3 [0..]", "4/5/3", "3, 5", "*3-5 real input", 0},
+    {kGroup, "3, 5", 2, "count 5 [0..]", "6/4/7", "3, 7", "*3-7 real input", 0},
     {kGroup, "3, 5", 1, "count 3 [0..]", "6", "3, 5", "*3-5 real input", 1},
     {kGroup, "3, 60", 1, "count 3 [0..]", "55", "3, 60", "*3-60 real input", 1},
     {kGroup, "3, 5/7, 9", 2, "count 5 [0..]", "8", "3, 5/7, 9", "*3-5 real input; *7-9 real input", 1},
@@ -168,68 +189,23 @@ TEST(Editors, TakeOrRefuseWhatAPersonDoes) {
     for (const TEdit &edit : kEdits) {
         CModelSession session;
         SCOPED_TRACE(std::string(edit.body) + "\n" + edit.lines + " cell " + std::to_string(edit.cell) + " <- " +
-                     edit.action);
+                     edit.actions);
         ASSERT_TRUE(session.Translate(OneKey(edit.body), ParOf(edit.lines))) << session.MessageLines();
-        std::string found = "-";
-        CModelSession::Edit(session.SheetData(), session.Key(0, 0), edit.cell, [&](TCellEditor &editor) {
-            found = Describe(editor);
-            return Act(editor, edit.action);
-        });
+        std::string found;
+        std::istringstream actions(edit.actions);
+        for (std::string action; std::getline(actions, action, '/');) {
+            std::string opened = "-";
+            CModelSession::Edit(session.SheetData(), session.Key(0, 0), edit.cell, [&](TCellEditor &editor) {
+                opened = Describe(editor);
+                return Act(editor, action);
+            });
+            found = found.empty() ? opened : found;
+        }
         EXPECT_EQ(found, edit.found);
         EXPECT_EQ(LinesOf(session.Written()), edit.written);
         EXPECT_EQ(session.Channels(), edit.channels);
         EXPECT_EQ(session.boxes,
                   std::vector<std::string>(edit.boxes, "Chybné číslo kanálu: Zadané číslo kanálu není platné.||"));
-    }
-}
-
-TEST(Editors, NumberGivenBackGetsItsChannelsWhereTheyFit) {
-    CModelSession session;
-    ASSERT_TRUE(session.Translate(OneKey(kOpenNumber), "[S]\nk = 9, x2\nk = 5, x2\n")) << session.MessageLines();
-    const auto type = [&](const char *text) {
-        CModelSession::Edit(session.SheetData(), session.Key(0, 0), 1,
-                            [&](TCellEditor &editor) { return Act(editor, text); });
-        return session.Channels();
-    };
-    EXPECT_EQ(type("#1"), "*5-6 real input");
-    EXPECT_EQ(type("1"), "*1-2 real input; *5-6 real input");
-    EXPECT_EQ(type("#1"), "*5-6 real input");
-    EXPECT_EQ(type("4"), "*5-6 real input") << "the channels are taken";
-    EXPECT_EQ(LinesOf(session.Written()), "x2/5, x2");
-    EXPECT_EQ(session.boxes.size(), 1U);
-}
-
-TEST(Editors, FirstLowerBoundAboveTheUpperOneTakesItAlong) {
-    CModelSession session;
-    ASSERT_TRUE(session.Translate(OneKey("channels; par = number { ch_from; optional };"
-                                         "par = 'x' + number { ch_to; ch_type = real; ch_direction = input };"),
-                                  "[S]\nk = 3, x5\n"));
-    const auto act = [&](const char *text) {
-        CModelSession::Edit(session.SheetData(), session.Key(0, 0), 1,
-                            [&](TCellEditor &editor) { return Act(editor, text); });
-        return session.Channels() + " | " + LinesOf(session.Written());
-    };
-    EXPECT_EQ(act("#1"), " | x5");
-    EXPECT_EQ(act("4"), "*4-5 real input | 4, x5");
-    EXPECT_EQ(act("#1"), " | x5");
-    EXPECT_EQ(act("8"), "*8-8 real input | 8, x8");
-}
-
-TEST(Editors, EditedNumberRenamesItsDependentSection) {
-    CModelSession session;
-    ASSERT_TRUE(
-        session.Translate("def_section name = 'S'; def_key name = 'k'; par = number { id = %n% }; end_key end_section"
-                          " def_section name = 'Port' + %n%; depend_on = %n%; def_key name = 'a'; par = string;"
-                          " end_key end_section",
-                          "[Port12]\na = x\n[S]\nk = 12\n"))
-        << session.MessageLines();
-    EXPECT_EQ(session.Written(), "[S]\n  k  = 12\n\n[Port12]\n  a  = x\n\n");
-    for (const char *text : {"3", "12", "4"}) {
-        CModelSession::Edit(session.SheetData(), session.Key(0, 0), 1,
-                            [&](TCellEditor &editor) { return Act(editor, text); });
-        std::string written = "[S]\n  k  = ";
-        written.append(text).append("\n\n[Port").append(text).append("]\n  a  = x\n\n");
-        EXPECT_EQ(session.Written(), written);
     }
 }
 

@@ -22,11 +22,16 @@ namespace {
 using kq_pdt::CItemList;
 using kq_pdt::CItemSeq;
 using kq_pdt::CMatcher;
+using kq_pdt::CNameIndex;
 
-/// Value lists of one model, as a template has them; the variables v and w are in its root scope.
+/// Value lists of one model, as a template has them; the variables v and w are in its root scope, and b, to which all
+/// references are bound. They are found by their index.
 class CPatterns {
 public:
-    CPatterns() { Reset(); }
+    CPatterns() {
+        data.RootScope().Declare("b").Replace(TParValue::Text("1"));
+        Reset();
+    }
     void Reset() {
         for (const char *name : {"v", "w"}) {
             data.RootScope().Declare(name).Replace(TParValue());
@@ -40,6 +45,12 @@ public:
         compiler.Init(data, text, data.RootScope(), sections);
         lists.emplace_back();
         ASSERT_TRUE(compiler.CompileValueList(lists.back(), result)) << text << result.message.View();
+        lists.back()->BindVariable(*data.RootScope().Find("b"));
+        const kq_pdt::TLeads leads = CNameIndex::LeadsOf(lists.back()->Items());
+        const auto order = static_cast<std::uint32_t>(lists.size() - 1);
+        index.Add(leads, {order + 1000, nullptr});
+        index.Add(leads, {order, nullptr});
+        index.Remove(leads, order + 1000);
     }
     /// What all items hold: a match pulls numbers into their ranges, and the winner's values are taken over.
     std::string Values() const {
@@ -60,6 +71,7 @@ public:
     kq_pdt::CParSheetData data;
     CRecorder &recorder = CRecorder::AddTo(data);
     std::vector<std::unique_ptr<CItemList>> lists;
+    CNameIndex index;
 };
 
 std::string Show(bool matched, std::size_t winner, const CItemSeq *results) {
@@ -77,15 +89,31 @@ std::string Show(bool matched, std::size_t winner, const CItemSeq *results) {
 
 std::string RunMatcher(CMatcher &matcher, const CPatterns &patterns, std::string_view text) {
     matcher.Begin(text);
-    for (const auto &list : patterns.lists) {
-        matcher.AddPattern(list->Items(), nullptr, nullptr);
+    std::vector<CNameIndex::TEntry> found;
+    patterns.index.Find(text, found);
+    for (const CNameIndex::TEntry &entry : found) {
+        matcher.AddPattern(patterns.lists.at(entry.order)->Items(), nullptr, nullptr);
     }
     const bool matched = matcher.Run();
+    const std::size_t winner = matched ? found[matcher.Winner()].order : 0;
     const std::unique_ptr<CItemSeq> results = matched ? matcher.TakeResults() : nullptr;
-    if (matched && !matcher.PutIntoPattern()) {
-        patterns.lists[matcher.Winner()]->Items().CopyValues(*results);
+    if (matched && matcher.LinesUp()) {
+        // A new key takes the pieces straight into its name. Clones pull numbers of the results into their ranges.
+        const std::string shown = Show(matched, winner, results.get());
+        CItemSeq by_results;
+        CItemSeq straight;
+        results->CloneInto(by_results);
+        patterns.lists[winner]->Items().CloneInto(straight);
+        matcher.PutInto(straight);
+        straight.ForceIntoRange();
+        EXPECT_EQ(Show(true, 0, &straight), Show(true, 0, &by_results)) << text;
+        matcher.PutInto(patterns.lists[winner]->Items());
+        return shown;
     }
-    return Show(matched, matcher.Winner(), results.get());
+    if (matched) {
+        patterns.lists[winner]->Items().CopyValues(*results);
+    }
+    return Show(matched, winner, results.get());
 }
 
 std::string RunReference(const CPatterns &patterns, std::string_view text) {
@@ -191,7 +219,9 @@ const TTexts kPublishing = {
     "number { range_from = 2; range_to = 5; id = %w%; enable_if %v% = 1 }",
     "options { option = '1'; option = '1a'; id = %w% }",
     "%v%",
+    "%b%",
     "'1'",
+    "'A' { no_case_sensitive }",
     "string",
 };
 
@@ -208,6 +238,9 @@ TEST(Matcher, AgreesWithTheReferenceWhilePublishing) {
     CComparison comparison;
     comparison.CompareAll(AllChains(3, kPublishing), AllTexts(4, {"1", "a"}));
     comparison.CompareSets(kPublishing, 3, AllTexts(3, {"1", "2", "a"}), 300);
+    const std::string most(200, 'a');
+    comparison.Compare({"%b% + %b% + %b% + %b% + 'a'", "'" + most + "' + '" + most + "' + %b% + number"},
+                       {"a", "111a", "11111a", most, most + most, most + most + "12", most + most + "a"});
     EXPECT_GT(comparison.Matches(), 3000U);
 }
 

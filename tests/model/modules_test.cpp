@@ -71,6 +71,9 @@ TEST_F(CModules, ListHoldsWhatHasAllProcedures) {
     EXPECT_EQ(Listed("procedure = 'HiddenFunction'"), "") << "what isn't exported doesn't count";
     EXPECT_EQ(Listed("procedure = 'OnlyInNeeded'"), "") << "nor what a library it needs exports";
     EXPECT_EQ(session_.boxes, std::vector<std::string>{});
+    host_.listed = 0;
+    session_.Translate(kTemplate, "[S]\nm = A\n[S]\nm = b\n[S]\nm = A\n");
+    EXPECT_EQ(host_.listed, 1U);
     kq_pdt::SetHostCallback(nullptr);
     EXPECT_EQ(Listed(""), "");
     EXPECT_EQ(session_.Written(), "[S]\n\n");
@@ -99,13 +102,38 @@ TEST_F(CModules, FileMayNameTheModuleInAnyCaseAndWithoutItsExtension) {
 
 TEST_F(CModules, SectionsOfTheModuleAreReadWhereverTheyAre) {
     AddModule("A.dll", "A.pdt",
-              SectionOf("Of") + " def_section name = 'Free'; def_key name = 'x'; par = string; end_key end_section");
-    ASSERT_TRUE(session_.Translate(kTemplate, "[Free]\nx = 1\n[Of]\nk = 7\n[S]\nm = A\n[Of]\nk = 9\n[Free]\nx = 2\n"))
+              SectionOf("Of") +
+                  " def_section name = 'Free'; def_key name = 'x'; par = string; end_key end_section"
+                  " def_section name = 'Many'; multiple; def_key name = 'x'; par = string; end_key end_section");
+    ASSERT_TRUE(session_.Translate(kTemplate,
+                                   "[Free]\nx = 1\n[Of]\nk = 7\n[Many]\nx = 3\n[S]\nm = A\n[Of]\nk = 9\n"
+                                   "[Free]\nx = 2\n[Many]\nx = 4\n"))
         << session_.MessageLines();
     EXPECT_EQ(session_.MessageLines(), "");
     // The section after its source is read by the first pass; the one before it is read into the same instance.
-    EXPECT_EQ(session_.Written(), "[S]\n  m  = A.dll\n\n[Of]\n  k  = 7\n\n[Free]\n  x  = 1\n\n");
+    EXPECT_EQ(session_.Written(),
+              "[S]\n  m  = A.dll\n\n[Of]\n  k  = 7\n\n[Free]\n  x  = 1\n\n[Many]\n  x  = 4\n\n[Many]\n  x  = 3\n\n");
     EXPECT_TRUE(session_.SheetData().Instances().List()[1]->Has(kq_pdt::nfModule));
+}
+
+/// Which text comes next to a section that isn't read yet is known also after one that was read has gone.
+TEST_F(CModules, TextsGoToTheFirstSectionThatIsLeft) {
+    AddModule("A.dll", "A.pdt",
+              "def_section name = 'Of'; required; def_key name = 'n'; par = number { id = %n%; default = 1 }; end_key"
+              " end_section");
+    AddModule("B.dll", "B.pdt", "");
+    const std::string pdt =
+        "def_section name = 'U'; multiple; def_key name = 'n'; par = number { id = %n% }; end_key"
+        " end_section def_section name = 'V'; def_key name = 's'; par = number { id = %s% }; end_key end_section"
+        " def_section name = 'S'; depend_on = %s%; def_key name = 'm'; par = dll { procedure = 'Version' }; end_key"
+        " end_section def_section name = 'P' + number; depend_on = %n%; end_section";
+    ASSERT_TRUE(session_.Translate(pdt,
+                                   "[V]\ns = 1\n[S]\nm = A\n[U]\nn = 2\n[U]\nn = 3\n[P4]\n"
+                                   "[Nobody]\n[S]\nm = B\n[P5]\n[P6]\n"))
+        << session_.MessageLines();
+    EXPECT_EQ(session_.Written(),
+              "[V]\n  s  = 1\n\n[S]\n  m  = B.dll\n\n[U]\n  n  = 2\n\n[P5]\n\n[U]\n  n  = 3\n\n[P6]\n\n"
+              "[Nobody]\n\n");
 }
 
 TEST_F(CModules, AnotherChoiceReplacesSectionsAndChannels) {
@@ -173,17 +201,18 @@ TEST_F(CModules, SectionMayTakeItselfAway) {
         ASSERT_TRUE(session_.Translate(root + pdt, par)) << session_.TemplateResult().message.View();
         EXPECT_EQ(session_.Written().substr(0, 3), "[S]");
     }
+    WriteBytes("A.pdt",
+               "def_section name = 'Of'; required; def_key name = 'k'; par = number { id = %off%; default = 2 };"
+               " end_key end_section def_section name = 'Later'; required; end_section");
     ASSERT_TRUE(session_.Translate(root + pdt, "[S]\na = A\n[Of]\nk = 2\n")) << session_.MessageLines();
-    for (const char *number : {"3", "1", "0"}) {
-        const auto &instances = session_.SheetData().Instances().List();
-        for (std::size_t index = 0; index < instances.size(); ++index) {
-            if (!instances[index]->Keys().empty() && session_.Cell(session_.Key(index, 0), 1) != "A.dll") {
-                session_.Edit(session_.SheetData(), session_.Key(index, 0), 1,
-                              [&](kq_pdt::TCellEditor &editor) { return editor.CountBox().UserType(number); });
-                break;
-            }
-        }
-        session_.Written();
+    // With 1 the section goes, which switches the module on again, and so it comes back with its default.
+    for (const auto &[number, held] : {std::pair{"3", "3"}, {"1", "2"}, {"0", "0"}}) {
+        session_.Edit(session_.SheetData(), session_.Key(1, 0), 1,
+                      [&](kq_pdt::TCellEditor &editor) { return editor.CountBox().UserType(number); });
+        const std::string written = "[S]\n  a  = A.dll\n\n[Of]\n  k  = " + std::string(held) + "\n\n[Later]\n\n";
+        EXPECT_EQ(session_.Written(), written) << number;
+        ASSERT_TRUE(session_.Translate(root + pdt, written));
+        EXPECT_EQ(session_.Written(), written) << number;
     }
 }
 

@@ -26,7 +26,8 @@ public:
             return list;
         };
         auto model = std::make_unique<kq_pdt::CItem>(kq_pdt::TItemCode::kPlain);
-        model->EditAttributes().default_expression = std::make_unique<kq_pdt::CExpression>(data, std::move(nodes));
+        model->EditAttributes().default_value =
+            kq_pdt::CDefaultValue(std::make_unique<kq_pdt::CExpression>(data, std::move(nodes)));
         auto definition = std::make_unique<kq_pdt::CSectionDef>(&data);
         definition->SetNames(list_of(std::move(model)));
         auto recorder = std::make_unique<CRecorder>();

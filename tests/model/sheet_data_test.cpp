@@ -30,6 +30,9 @@ TEST(SheetData, ModelsBesideEachOtherKeepTheirOwnChannels) {
     Type(one, 0, 20);
     Type(other, 1, 6);
     EXPECT_EQ(seen(), "*9-9 real input; *20-21 real ? | *3-3 real ?; *6-6 real input");
+    const std::weak_ptr<kq_pdt::CSectionDef *> section = one.Section(0).Handle();
+    EXPECT_TRUE(kq_pdt::CSheetEdit(one.SheetData()).RemoveSection(one.Section(0)));
+    EXPECT_TRUE(section.expired()) << "what was removed lasts as long as the edit";
     one.SheetData().ClearData();
     EXPECT_EQ(seen(), " | *3-3 real ?; *6-6 real input");
     other.SheetData().ClearData();

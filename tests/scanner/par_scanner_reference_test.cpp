@@ -29,30 +29,50 @@ constexpr std::string_view kPieces =
     "\n  plain = 10, 20 30 ,40\n|                                                                      |"
     "a_word_that_is_longer_than_any_block_of_bytes_that_are_looked_at_in_one_go";
 
+/// Mostly regular lines, so that the ways through plain, marked and odd lines alternate.
+constexpr std::string_view kLines =
+    "\r\nkey = 1, 2, abc\r\n|\nk=a b,c\n|[section]\r\n|   x = 1.5 , \n|\n'k=' = |name| , | |=|'q, q'|'it''s'| '(*' |(* "
+    "c *)|"
+    "(*(*'*)=*)| (x) |1E5|I2E| 0x1E,|1..5| 1..|\n.=|7.|!|\t|\"|\n(* c *) key = 2\n|\n  [s2] 'a'\n|\n(**)[s3]\n|\n|\r\n";
+
 TEST(ParScannerAgainstReference, LongTexts) {
     CNastyTexts texts(kPieces, 7);
+    CNastyTexts lines(kLines, 8);
+    // What ends a text now and then, and tokens that are longer than a token may be or a look goes.
+    const std::string word(350, '7');
+    const std::string long_ones = word + "|x" + word + "|'" + word + "'";
+    CNastyTexts ends(std::string(kLines).append("|'|(*|2E|\r|[|[x\n|").append(1, '\0').append("|" + long_ones), 9);
     for (int round = 0; round < 4000; ++round) {
         CheckAfterHeader(texts.Make(texts.Number(80)));
+        CheckAgainstReference(lines.Make(lines.Number(60)));
+        CheckAfterHeader(ends.Make(ends.Number(60)));
     }
-    // Mostly plain lines, so that the ways through plain and odd lines alternate.
-    CNastyTexts plain(
-        "\r\nkey = 1, 2, abc\r\n|\nk=a b,c\n|[section]\r\n|   x = 1.5 , \n|name| , |'q, q'|(* c *)|\n[s2]\n", 8);
-    for (int round = 0; round < 2000; ++round) {
-        CheckAgainstReference(plain.Make(plain.Number(60)));
+}
+
+TEST(ParScannerAgainstReference, TokensAsLongAsTokensMayBe) {
+    for (std::size_t length = 1020; length < 1028; ++length) {
+        for (const std::string text : {"7", "x", "'", "!"}) {
+            std::string line = "k = " + text + std::string(length, text == "'" ? 'q' : text[0]) + text;
+            CheckAfterHeader(line + ", 'a'\n" + line + "2E, 'b'\n");
+            CheckAfterHeader(line + "E5, ''\nm=1\n");
+        }
     }
 }
 
 /// One operation after the other in any order, results side by side.
 TEST(ParScannerAgainstReference, OperationsInAnyOrder) {
     CNastyTexts texts(kPieces, 9);
+    CNastyTexts lines(kLines, 10);
     for (int round = 0; round < 4000; ++round) {
-        const std::string text = "[s]\nk=1,2\n" + texts.Make(texts.Number(60));
+        CNastyTexts &source = round % 2 == 0 ? texts : lines;
+        const std::string text = "[s]\nk=1,2\n" + source.Make(texts.Number(60));
         par_scanner::CTextParScanner scanner(text);
         CReferenceScanner reference(text);
         std::string history;
         for (int step = 0; step < 60; ++step) {
             const std::uint32_t operation = texts.Number(10);
             const std::uint32_t handle = texts.Number(6) - 1;  // also the one that is none
+            const std::uint32_t find = handle < 3 ? par_scanner::kComma : par_scanner::kDotDot;
             const auto perform = [&](auto &each) {
                 std::string_view value;
                 std::uint32_t separator = 0;
@@ -63,7 +83,7 @@ TEST(ParScannerAgainstReference, OperationsInAnyOrder) {
                                     : operation == 4 ? each.KeyPars(value)
                                     : operation == 5 ? each.FirstValue(value)
                                     : operation == 6 ? (each.SetActSectionHandle(handle), true)
-                                    : operation == 7 ? each.TapeFind(par_scanner::kComma, par_scanner::kLineEnd)
+                                    : operation == 7 ? each.TapeFind(find, par_scanner::kLineEnd)
                                                      : each.NextValue(value, separator);
                 return std::to_string(operation) + (result ? "+" : "-") + std::string(value) + "," +
                        std::to_string(separator) + "#" + std::to_string(each.GetActSectionHandle()) + "[" +

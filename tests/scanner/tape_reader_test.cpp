@@ -194,6 +194,10 @@ TEST(TapeReader, EndOfInput) {
     EXPECT_FALSE(nothing.ReadToken(error, token, false));
     nothing.InitBuffer(nullptr, 5);
     EXPECT_FALSE(nothing.ReadToken(error, token, false)) << "a size without a text";
+    char character = '?';
+    EXPECT_FALSE(nothing.ReadCharacter(error, character, false));
+    nothing.Copy(&character, 0, 0);
+    EXPECT_EQ(character, '?');
     EXPECT_EQ(error, 7U);
     Lay(nothing, "12E");
     EXPECT_FALSE(nothing.ReadToken(error, token, true));

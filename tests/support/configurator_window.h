@@ -122,6 +122,11 @@ public:
         Log("pdt?");
         kq_base::CopyToBuffer(kPdt, path_high, path);
     }
+    /// The current directory has the modules that a template may load.
+    void GetModulesDir(std::uint32_t high, char *path) override { kq_base::CopyToBuffer(".", high, path); }
+    void FindPdtFile(std::uint32_t high, const char *name, std::uint32_t path_high, char *path) override {
+        kq_base::CopyToBuffer(kq_base::JoinPath(".", kq_base::ViewOfPair(high, name)), path_high, path);
+    }
     void ShowDriverHelp(std::uint32_t /*high*/, const char *name) override { Log("help " + std::string(name)); }
     void NotifyDriverFiles(std::uint32_t /*dmf_high*/, const char *dmf, std::uint32_t /*par_high*/,
                            const char *par) override {

@@ -43,8 +43,12 @@ public:
         kq_base::CopyToBuffer(further[next_++], path_high, path);
         return true;
     }
-    void GetModulesDir(std::uint32_t high, char *path) override { kq_base::CopyToBuffer(directory_, high, path); }
+    void GetModulesDir(std::uint32_t high, char *path) override {
+        ++listed;
+        kq_base::CopyToBuffer(directory_, high, path);
+    }
 
+    std::uint32_t listed = 0;          ///< how often the directory was asked for
     std::vector<std::string> further;  ///< paths of modules beyond the directory's
     std::vector<std::string> asked;    ///< names of templates that were looked for
 
