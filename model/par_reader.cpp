@@ -195,10 +195,27 @@ void CParReader::Publish(CSectionDef &section) {
     }
 }
 
+/// Nothing is written of a key whose values are switched off, so a line may be the first sign that no text comes for
+/// those before it in the template. What they have counts from there on.
+void CParReader::PassOverKeys(CSectionDef &instance, const CKeyDef &key, std::size_t &next) {
+    const auto &keys = instance.Keys();
+    const CScopeGuard section_scope(&instance);
+    for (; next < keys.size() && keys[next].get() != &key && !keys[next]->Has(nfMultiple); ++next) {
+        const CScopeGuard key_scope(keys[next].get());
+        for (const auto &par : keys[next]->Pars()) {
+            if (!keys[next]->WasRead()) {
+                par->Items().PublishWithoutText();
+            }
+        }
+    }
+}
+
 void CParReader::ReadKeys(CSectionDef &definition, CSectionDef &instance) {
+    std::size_t next = 0;
     for (bool more = scanner_->FirstKey(); more; more = scanner_->NextKey()) {
         const std::string_view text = scanner_->KeyName();
         if (CKeyDef *key = KeyFor(text, definition, instance)) {
+            PassOverKeys(instance, *key, next);
             ReadValues(text, instance, *key);
             key->SetRead();
             if (key->Has(nfChannels)) {

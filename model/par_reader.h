@@ -48,6 +48,7 @@ private:
     CSectionDef *MatchDefinition(std::string_view name, std::unique_ptr<CItemSeq> &results);
     CSectionDef *MatchCandidates(std::string_view name, std::unique_ptr<CItemSeq> &results);
     CSectionDef *MatchInstance(std::string_view name, std::unique_ptr<CItemSeq> &results);
+    static void PassOverKeys(CSectionDef &instance, const CKeyDef &key, std::size_t &next);
     void ReadKeys(CSectionDef &definition, CSectionDef &instance);
     const CKeyDef *MatchKey(std::string_view text, CSectionDef &definition, std::unique_ptr<CItemSeq> &results);
     std::unique_ptr<CKeyDef> NewKey(const CKeyDef &definition, const CItemSeq *results);

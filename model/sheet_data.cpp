@@ -30,7 +30,11 @@ void CParSheetData::Post(TWindowCommand command, std::uint32_t parameter) {
     }
 }
 
-void CParSheetData::BeginEdit() { edit_ = std::make_unique<TEditState>(ranges_); }
+/// What the reading left to settle is settled first, since the edit may move it.
+void CParSheetData::BeginEdit() {
+    edit_ = std::make_unique<TEditState>(ranges_);
+    edit_->channels_changed = ranges_.Settle();
+}
 
 void CParSheetData::Refuse(bool bad_channel) {
     if (edit_ != nullptr) {
