@@ -1,12 +1,10 @@
-/// Which definition does a name belong to: whole parameter files against templates that both grow with the argument,
-/// and one name against a hundred definitions, beside RE2::Set. Time should grow in proportion to the argument; where
-/// Google's library reports a BigO, it is that of the time a section or key.
+/// Which of a hundred definitions does a name belong to, beside RE2::Set. How the time grows with the number of
+/// definitions is measured by growth.cpp.
 
 #include <benchmark/benchmark.h>
 #include <re2/set.h>
 
 #include <array>
-#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -18,95 +16,8 @@ namespace {
 
 using kq_pdt::CParSheetData;
 
-/// A template and a parameter file for it, both of a given size.
-struct TFamily {
-    std::string_view name;
-    std::function<std::string(int)> pdt;
-    std::function<std::string(int)> par;
-};
-
-/// The text that part gives for each number from 0 to below count, one after the other.
-template <class TPart>
-std::string Repeated(int count, const TPart &part) {
-    std::string text;
-    for (int number = 0; number < count; ++number) {
-        text += part(std::to_string(number));
-    }
-    return text;
-}
-
-constexpr std::string_view kKeys = "; def_key name = 'Limit'; par = number { optional }; end_key end_section\n";
-constexpr std::string_view kLines = "]\n  Limit = 12\n";
-
-std::string Section(const std::string &name) { return ("def_section name = " + name).append(kKeys); }
-std::string Lines(const std::string &name) { return ("[" + name).append(kLines); }
-
-/// A section whose keys publish a number each, so that as many dependent sections are created.
-std::string Sources(const std::string &dependent) {
-    return "def_section name = 'Meters'; required; def_key name = 'm' + number; multiple; "
-           "par = number { id = %m% }; end_key end_section\n" +
-           Section(dependent + "; depend_on = %m%");
-}
-std::string SourceLines(int count) {
-    return "[Meters]\n" + Repeated(count, [](const auto &number) { return "  m" + number + " = " + number + "\n"; });
-}
-
-const std::vector<TFamily> kFamilies = {
-    {"SectionsOfConstants",
-     [](int count) { return Repeated(count, [](const auto &number) { return Section("'Pump_" + number + "'"); }); },
-     [](int count) { return Repeated(count, [](const auto &number) { return Lines("Pump_" + number); }); }},
-    {"SectionsThatBeginWithConstants",
-     [](int count) {
-         return Repeated(count,
-                         [](const auto &number) { return Section("'Pump_" + number + "_' + number; multiple"); });
-     },
-     [](int count) { return Repeated(count, [](const auto &number) { return Lines("Pump_" + number + "_3"); }); }},
-    {"KeysOfConstants",
-     [](int count) {
-         return "def_section name = 'Pumps';\n" +
-                Repeated(count,
-                         [](const auto &number) {
-                             return "def_key name = 'Pump_" + number + "'; par = number; end_key\n";
-                         }) +
-                "end_section\n";
-     },
-     [](int count) {
-         return "[Pumps]\n" +
-                Repeated(count, [](const auto &number) { return "  Pump_" + number + " = " + number + "\n"; });
-     }},
-    {"PublishingBesideUnknown", [](int) { return Section("'Meter' + number { id = %m% }; multiple"); },
-     [](int count) {
-         return Repeated(count, [](const auto &number) { return Lines("Meter" + number); }) +
-                Repeated(count, [](const auto &number) { return Lines("Pump_" + number); });
-     }},
-    {"PublishingBesideDependent",
-     [](int) { return Section("'Line' + number { id = %l% }; multiple") + Sources("'Pump' + %m%"); },
-     [](int count) {
-         return SourceLines(count) + Repeated(count, [](const auto &number) { return Lines("Line" + number); }) +
-                Repeated(count, [](const auto &number) { return Lines("Pump" + number); });
-     }},
-    {"DependentWithNumber", [](int) { return Sources("'Meter' + %m% + '-' + number; multiple"); },
-     [](int count) {
-         return SourceLines(count) + Repeated(count, [](const auto &number) { return Lines("Meter" + number + "-1"); });
-     }},
-};
-
-void ReadFamily(benchmark::State &state, const TFamily &family) {
-    const auto count = static_cast<int>(state.range(0));
-    kq_pdt::TCompileResult result;
-    CParSheetData data;
-    if (!data.LoadTemplateText("ver_from = 50020;\n" + family.pdt(count), result)) {
-        state.SkipWithError("the template doesn't compile");
-        return;
-    }
-    const std::string par = family.par(count);
-    for (auto _ : state) {
-        data.ReadPar(par);
-        state.PauseTiming();
-        data.ClearInstances();
-        state.ResumeTiming();
-    }
-    state.SetComplexityN(count);
+std::string Section(const std::string &name) {
+    return "def_section name = " + name + "; def_key name = 'Limit'; par = number { optional }; end_key end_section\n";
 }
 
 /// A hundred names such as a template of a plant has them, in both languages; the text of each is the name followed by
@@ -181,14 +92,6 @@ const bool kRegistered = [] {
                                      [=](benchmark::State &state) { OursAmongHundred(state, constants); });
         benchmark::RegisterBenchmark((name + "/Re2Set").c_str(),
                                      [=](benchmark::State &state) { Re2AmongHundred(state, constants); });
-    }
-    for (const TFamily &family : kFamilies) {
-        benchmark::RegisterBenchmark(std::string(family.name).c_str(),
-                                     [&family](benchmark::State &state) { ReadFamily(state, family); })
-            ->RangeMultiplier(2)
-            ->Range(4096, 16384)
-            ->Unit(benchmark::kMillisecond)
-            ->Complexity(benchmark::oN);
     }
     return true;
 }();

@@ -101,8 +101,7 @@ TRowReading CRowReading::ReadSection(CSectionDef &section) {
     const bool is_instance = found->Definition() != nullptr;
     if ((is_instance ? found->Definition() : found) != section.Definition()) {
         // Of dependent sections that show one name each gets a text of its own.
-        const bool shared = is_instance && name == written;
-        return shared ? TOutcome::kSame : TOutcome::kOtherRow;
+        return is_instance && written == name && ShownName(*found) == name ? TOutcome::kSame : TOutcome::kOtherRow;
     }
     return CompareName(section, nullptr, &found->Names()->Items(), name, false);
 }

@@ -119,24 +119,30 @@ bool CNumberItem::Match(std::string_view text, std::uint32_t position, TMatchSte
     return position < text.size() && text[position] >= '0' && text[position] <= '9';
 }
 
-/// Digits may come one at a time. Those that make the number too large for 32 bits are not taken over.
+/// Digits that make the number too large for 32 bits are not taken over.
+void CNumberItem::TakeDigits(std::string_view digits) {
+    if (kq_base::ParseDecimal(digits, value_)) {
+        undefined_ = false;
+        has_value_ = true;
+        PublishValue(TParValue::Number(value_));
+    }
+}
+
+/// Digits may come one at a time.
 bool CNumberItem::ParseValue(std::string_view text, std::uint32_t first, std::uint32_t end) {
     if (first >= end) {
         return false;
     }
     parse_buffer_.Append(text.substr(first, end - first));
-    if (kq_base::ParseDecimal(parse_buffer_.View(), value_)) {
-        undefined_ = false;
-        has_value_ = true;
-        PublishValue(TParValue::Number(value_));
-    }
+    TakeDigits(parse_buffer_.View());
     return true;
 }
 
-/// The digits come one at a time where they may not all fit, each after a clone of what they made so far.
+/// No further digits come, so they need no buffer. Where they may not all fit they come one at a time, each after a
+/// clone of what they made so far.
 void CNumberItem::ParsePiece(const TMatchPiece &piece) {
     if (piece.end - piece.first <= kSafeDigits) {
-        ParseValue(piece.text, piece.first, piece.end);
+        TakeDigits(piece.text.substr(piece.first, piece.end - piece.first));
     } else {
         for (std::uint32_t digit = piece.first; digit < piece.end; ++digit) {
             if (digit != piece.first && !piece.ends_pattern) {
@@ -150,20 +156,11 @@ void CNumberItem::ParsePiece(const TMatchPiece &piece) {
     }
 }
 
-/// No further digits come, so they need no buffer unless they may not all fit.
 void CNumberItem::TakePiece(const TMatchPiece &piece) {
     ForceIntoRange();
-    const std::string_view digits = piece.text.substr(piece.first, piece.end - piece.first);
-    if (digits.size() <= kSafeDigits && kq_base::ParseDecimal(digits, value_)) {
-        undefined_ = false;
-        if (!piece.ends_text) {
-            ForceIntoRange();
-        }
-    } else {
-        kq_base::TText own_buffer = std::exchange(parse_buffer_, {});
-        ParsePiece(piece);
-        parse_buffer_ = std::move(own_buffer);
-    }
+    kq_base::TText own_buffer = std::exchange(parse_buffer_, {});
+    ParsePiece(piece);
+    parse_buffer_ = std::move(own_buffer);
     has_value_ = true;
 }
 

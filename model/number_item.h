@@ -37,6 +37,8 @@ protected:
     TParValue TypedValue(const TCellEditor &editor) const override;
 
 private:
+    void TakeDigits(std::string_view digits);
+
     std::uint32_t value_ = 0;
     kq_base::TText parse_buffer_;  ///< the digits taken so far
 };

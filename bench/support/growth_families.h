@@ -122,7 +122,7 @@ inline const std::vector<TFamily> &GrowthFamilies() {
          [](auto n) {
              return TInput{kUnit, "[Unit1]\n" + Times(n, "Key1 = #, a\n"), ""};
          }},
-        {"values too many", 400000,
+        {"values too many", 100000,
          [](auto n) {
              return TInput{kUnit, "[Unit1]\nKey1 = 1" + Times(n, ", #") + "\n", ""};
          }},
@@ -157,6 +157,14 @@ inline const std::vector<TFamily> &GrowthFamilies() {
          [](auto n) {
              return TInput{kSlot, Times(n, "[Slot#]\nMeter = #\n"), ""};
          }},
+        {"dependent by number, with a number", 4000,
+         [](auto n) {
+             return TInput{
+                 "def_section name = 'Slot' + number; multiple; def_key name = 'Meter'; "
+                 "par = number { id = %m% }; end_key end_section def_section name = 'Meter' + %m% + '-' + "
+                 "number; multiple; depend_on = %m%; def_key name = 'Key'; par = number; end_key end_section",
+                 Times(n, "[Slot#]\nMeter = #\n[Meter#-1]\nKey = 1\n"), ""};
+         }},
         {"dependent by text", 10000,
          [](auto n) {
              return TInput{kNamed, Times(n, "[Slot#]\nMeter = M#\n") + Times(n, "[M#]\nKey = 1\n"), ""};
@@ -165,7 +173,7 @@ inline const std::vector<TFamily> &GrowthFamilies() {
          [](auto n) {
              return TInput{kNamed, Times(n, "[Slot#]\nMeter = M#\n"), ""};
          }},
-        {"dependent by text, none slot", 10000,
+        {"dependent sections without a source", 10000,
          [](auto n) {
              return TInput{kNamed, Times(n, "[M#]\nKey = 1\n"), ""};
          }},
@@ -173,7 +181,7 @@ inline const std::vector<TFamily> &GrowthFamilies() {
          [](auto n) {
              return TInput{kPublishing, Times(n, "[Meter#]\nKey = 1\n"), ""};
          }},
-        {"publishing names, unknown", 2000,
+        {"publishing names, unknown", 5000,
          [](auto n) {
              return TInput{kPublishing, Times(n, "[Meter#]\nKey = 1\n[What#]\n"), ""};
          }},
@@ -186,7 +194,7 @@ inline const std::vector<TFamily> &GrowthFamilies() {
          [](auto n) {
              return TInput{kShowing, "[Port]\nUnit = 4\n" + Times(n, "[Meter4-#]\nKey = 1\n"), ""};
          }},
-        {"required sections", 2000,
+        {"required sections", 8000,
          [](auto n) {
              return TInput{Times(n,
                                  "def_section name = 'S#'; required; def_key name = 'K'; par = number; end_key "
@@ -239,23 +247,23 @@ inline const std::vector<TFamily> &GrowthFamilies() {
          [](auto n) {
              return TInput{kBlock, "", Ranges(n, "mixed", 7)};
          }},
-        {"map overlapping", 10000,
+        {"map overlapping", 40000,
          [](auto n) {
              return TInput{kBlock, "", Ranges(n, "up", 12)};
          }},
-        {"map overlapping, mixed", 10000,
+        {"map overlapping, mixed", 40000,
          [](auto n) {
              return TInput{kBlock, "", Ranges(n, "mixed", 35)};
          }},
-        {"map of equal ranges", 10000,
+        {"map of equal ranges", 40000,
          [](auto n) {
              return TInput{kBlock, "", "begin\n" + Times(n, "1 - 9 real input\n") + "end.\n"};
          }},
-        {"map of nested ranges", 10000,
+        {"map of nested ranges", 40000,
          [](auto n) {
              return TInput{kBlock, "", NestedRanges(n)};
          }},
-        {"map under one block", 10000,
+        {"map under one block", 40000,
          [](auto n) {
              return TInput{kBlock, "[Unit]\nBlock = 1, 4000000, x\n", Ranges(n, "mixed", 8)};
          }},
@@ -268,21 +276,21 @@ inline const std::vector<TFamily> &GrowthFamilies() {
              return TInput{Times(n, "def_section name = 'S#'; def_key name = 'K'; par = number; end_key end_section\n"),
                            "", ""};
          }},
-        {"definitions and sections", 1000,
+        {"definitions and sections", 8000,
          [](auto n) {
              return TInput{Times(n, "def_section name = 'S#'; def_key name = 'K'; par = number; end_key end_section\n"),
                            Times(n, "[S?]\nK = 1\n"), ""};
          }},
-        {"definitions with a number and sections", 1000,
+        {"definitions with a number and sections", 8000,
          [](auto n) {
              return TInput{Times(n, "def_section name = 'S#-' + number; multiple; end_section\n"), Times(n, "[S?-1]\n"),
                            ""};
          }},
-        {"definitions and unknown sections", 1000,
+        {"definitions and unknown sections", 8000,
          [](auto n) {
              return TInput{Times(n, "def_section name = 'S#'; end_section\n"), Times(n, "[T?]\n"), ""};
          }},
-        {"definitions and keys", 1000,
+        {"definitions and keys", 8000,
          [](auto n) {
              return TInput{
                  "def_section name = 'S'; " + Times(n, "def_key name = 'K#'; par = number; end_key\n") + "end_section",
@@ -309,7 +317,7 @@ inline const std::vector<TFamily> &GrowthFamilies() {
          [](auto n) {
              return TInput{kUnit, "[Unit1]\n" + Times(n, "(* # *) "), ""};
          }},
-        {"long lines", 4000000,
+        {"long lines", 200000,
          [](auto n) {
              const std::string text(n, 'x');
              return TInput{kUnit, "[Unit1]\nKey1 = 1, " + text + "\n" + text + " = 1\n[" + text + "]\n", ""};

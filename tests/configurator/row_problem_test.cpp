@@ -175,6 +175,14 @@ TEST(RowProblem, DependentSectionsOfOneNameReadBack) {
     ASSERT_TRUE(session.Translate(pdt, "[S]\nn = 3\nm = 3\n[P3]\nk = a\n[P3]\nk = b\n"));
     EXPECT_EQ(Problems(session), "");
     EXPECT_TRUE(ReadsBack(session, pdt));
+    // A name that only fits takes the text if it comes first.
+    const std::string fitting =
+        "def_section name = 'Q'; def_key name = 'o'; par = number { id = %o% }; end_key end_section"
+        " def_section name = 'P' + number; depend_on = %o%; end_section " +
+        pdt;
+    ASSERT_TRUE(session.Translate(fitting, "[Q]\no = 5\n[S]\nn = 3\nm = 4\n"));
+    EXPECT_NE(Problems(session), "");
+    EXPECT_FALSE(ReadsBack(session, fitting));
 }
 
 TEST(RowProblem, ExamplesReadBackAndUnknownRowsToo) {

@@ -208,7 +208,7 @@ TEST_F(CModules, SectionMayTakeItselfAway) {
     // With 1 the section goes, which switches the module on again, and so it comes back with its default.
     for (const auto &[number, held] : {std::pair{"3", "3"}, {"1", "2"}, {"0", "0"}}) {
         session_.Edit(session_.SheetData(), session_.Key(1, 0), 1,
-                      [&typed = number](kq_pdt::TCellEditor &editor) { return editor.CountBox().UserType(typed); });
+                      [typed = number](kq_pdt::TCellEditor &editor) { return editor.CountBox().UserType(typed); });
         const std::string written = "[S]\n  a  = A.dll\n\n[Of]\n  k  = " + std::string(held) + "\n\n[Later]\n\n";
         EXPECT_EQ(session_.Written(), written) << number;
         ASSERT_TRUE(session_.Translate(root + pdt, written));

@@ -124,6 +124,10 @@ public:
     }
     /// The current directory has the modules that a template may load.
     void GetModulesDir(std::uint32_t high, char *path) override { kq_base::CopyToBuffer(".", high, path); }
+    bool FindFirstModule(std::uint32_t /*high*/, char * /*name*/, std::uint32_t /*path_high*/,
+                         char * /*path*/) override {
+        return false;
+    }
     void FindPdtFile(std::uint32_t high, const char *name, std::uint32_t path_high, char *path) override {
         kq_base::CopyToBuffer(kq_base::JoinPath(".", kq_base::ViewOfPair(high, name)), path_high, path);
     }
