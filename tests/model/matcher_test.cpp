@@ -99,7 +99,7 @@ std::string RunMatcher(CMatcher &matcher, const CPatterns &patterns, std::string
     const std::unique_ptr<CItemSeq> results = matched ? matcher.TakeResults() : nullptr;
     if (matched && matcher.LinesUp()) {
         // A new key takes the pieces straight into its name. Clones pull numbers of the results into their ranges.
-        const std::string shown = Show(matched, winner, results.get());
+        std::string shown = Show(matched, winner, results.get());
         CItemSeq by_results;
         CItemSeq straight;
         results->CloneInto(by_results);
