@@ -103,7 +103,8 @@ private:
             return ReadTokens();
         }
         const CSection &next = text_.sections[section_];
-        if (!next.plain || next.odd_line != odd_ - text_.odd_lines.begin() + 1) {
+        const auto line = static_cast<std::uint32_t>(odd_ - text_.odd_lines.begin());
+        if (!next.plain || next.odd_line != line + 1) {
             return ReadTokens();
         }
         position_ = next.position;
