@@ -44,7 +44,7 @@ TEST(Pooled, ObjectsOfSeveralThreads) {
     std::thread third([&] { release(objects.begin(), objects.begin() + kCount, other_sum); });
     release(objects.begin() + kCount, objects.end(), sum);
     third.join();
-    EXPECT_EQ(sum + other_sum, kCount * (2 * kCount - 1));
+    EXPECT_EQ(sum + other_sum, std::uint64_t{kCount} * (2 * kCount - 1));
     arrays.clear();
     EXPECT_LE(kq_base::CPooled::HeldBytes(), before + kAtHand);
 }
