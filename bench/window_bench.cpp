@@ -65,9 +65,10 @@ void VisibleRows(benchmark::State &state) {
     COpenWindow window;
     for (auto _ : state) {
         const std::uint32_t table = window.Table();
+        const std::size_t columns = window.Sheet().Columns(table).size();
         std::size_t size = 0;
         for (std::uint32_t row = 20; row < 20 + kVisibleRows; ++row) {
-            for (std::uint32_t column = 1; column <= window.Sheet().Columns(table).size(); ++column) {
+            for (std::uint32_t column = 1; column <= columns; ++column) {
                 size += window.Sheet().ReadCell(table, row, column).text.View().size();
             }
             window.Sheet().SubTable(table, row);
