@@ -3,9 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "model/const_item.h"
 #include "model/sheet_data.h"
-#include "model/string_item.h"
 #include "model/texts.h"
 #include "scanner/text_par_scanner.h"
 
@@ -375,88 +373,6 @@ void CParReader::ReportRefusedValue(std::string_view key_text, std::string_view 
         text.Append(texts::kValueOfParameter);
         text.Append(value);
         window->AddErrorAt(texts::kBadParameter, text.View(), scanner_->GetKeyLine(), scanner_->GetActPos());
-    }
-}
-
-/// Keeps a key that the template doesn't know as one constant and one text.
-void CParReader::AddUnknownKey(std::string_view text, std::string_view value, CSectionDef &section) {
-    auto key = std::make_unique<CKeyDef>(&sheet_data_);
-    key->SetFlag(nfUnrecognised);
-    key->SetLabel(text);
-    auto names = std::make_unique<CItemList>();
-    names->Items().Append(std::make_unique<CConstItem>(text));
-    key->SetNames(std::move(names));
-    auto item = std::make_unique<CStringItem>();
-    item->ParseValue(value, 0, static_cast<std::uint32_t>(value.size()));
-    item->SetAttribute(kwComment, formText, texts::kUnknownKeyComment, nullptr);
-    key->AddPar().Items().Append(std::move(item));
-    section.AddKey(std::move(key));
-}
-
-void CParReader::AddUnknownSection(const TParSectionRef &section) {
-    auto unknown = std::make_unique<CSectionDef>(&sheet_data_);
-    unknown->SetFlag(nfUnrecognised);
-    auto names = std::make_unique<CItemList>();
-    names->Items().Append(std::make_unique<CConstItem>(section.name));
-    unknown->SetNames(std::move(names));
-    CSectionDef &definition = sheet_data_.AppendDefinition(std::move(unknown));
-    scanner_->SetActSectionHandle(section.handle);
-    for (bool more = scanner_->FirstKey(); more; more = scanner_->NextKey()) {
-        std::string_view value;
-        scanner_->KeyPars(value);
-        AddUnknownKey(scanner_->KeyName(), value, definition);
-    }
-    sheet_data_.Instances().Append(definition.Clone(true));
-    Warn(texts::kUnknownSection, section.name, section.line);
-}
-
-void CParReader::CheckRequiredSections() {
-    std::vector<CSectionDef *> added;
-    for (const auto &definition : sheet_data_.Definitions()) {
-        if (!definition->Has(nfRequired) || sheet_data_.Instances().Has(*definition)) {
-            continue;
-        }
-        CSectionDef &section = sheet_data_.Instances().Append(definition->Clone(true));
-        added.push_back(&section);
-        kq_base::CTextBuffer name;
-        if (section.Names() != nullptr) {
-            const CScopeGuard scope(&section);
-            std::uint32_t index = 1;
-            bool disabled = false;
-            section.Names()->Items().GetCell(index, name, disabled);
-        }
-        Warn(texts::kMissingSection, name.View(), kNoNumber);
-    }
-    const CInstances::CHold hold(sheet_data_.Instances());
-    for (CSectionDef *section : added) {
-        Publish(*section);
-        section->CommitChannels();
-    }
-    PublishAdditions();
-    if (!added.empty()) {
-        sheet_data_.Assignments().SettleRoot();
-        PublishAdditions();
-    }
-}
-
-void CParReader::PublishAdditions() {
-    // What came in addition: dependent sections, and required ones of modules, which are published already.
-    // NOLINTNEXTLINE(modernize-loop-convert): the list grows on the way.
-    for (std::size_t index = 0; index < sheet_data_.Instances().List().size(); ++index) {
-        CSectionDef &section = *sheet_data_.Instances().List()[index];
-        const CSectionDef *definition = section.Definition();
-        if (section.WasTaken() || definition == nullptr || section.Serial() <= published_) {
-            continue;
-        }
-        published_ = section.Serial();
-        const bool depends = definition->DependOn() != nullptr;
-        if (depends) {
-            section.PublishTree();
-        }
-        if ((depends || definition->Has(nfModule)) && !section.IsReleased()) {
-            sheet_data_.Assignments().CreateAsFromText(section);
-            section.CommitChannels();
-        }
     }
 }
 
