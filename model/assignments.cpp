@@ -13,7 +13,11 @@ namespace kq_pdt {
 class CAssignments::CGuard {
 public:
     explicit CGuard(CAssignments &assignments) : assignments_(assignments) {
-        if (assignments_.depth_++ == 0) {
+        if (assignments_.depth_++ != 0) {
+            return;
+        }
+        assignments_.assignments_ = 0;
+        if (!assignments_.counts_on_) {
             assignments_.sections_created_ = 0;
         }
     }
@@ -25,9 +29,20 @@ private:
     CAssignments &assignments_;
 };
 
+CAssignments::CCommonCount::CCommonCount(CAssignments &assignments, std::uint32_t &count)
+    : assignments_(assignments), count_(count) {
+    assignments_.sections_created_ = count;
+    assignments_.counts_on_ = true;
+}
+
+CAssignments::CCommonCount::~CCommonCount() {
+    assignments_.counts_on_ = false;
+    count_ = assignments_.sections_created_;
+}
+
 CSectionDef *CAssignments::Assign(CVariable &variable, const TParValue &value, bool creates, bool &ok) {
     TEditState *edit = sheet_data_.Edit();
-    if (depth_ >= kMaxDepth ||
+    if (depth_ >= kMaxDepth || (depth_ != 0 && ++assignments_ > kMaxAssignments) ||
         (edit != nullptr && (edit->refused || ++edit->assignments > TEditState::kMaxAssignments))) {
         ok = false;
         sheet_data_.Refuse();
