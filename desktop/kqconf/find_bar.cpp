@@ -2,7 +2,6 @@
 
 #include <QCheckBox>
 #include <QHBoxLayout>
-#include <QIcon>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
@@ -11,13 +10,15 @@
 #include <QVBoxLayout>
 #include <utility>
 
+#include "desktop/peers/icons.h"
+
 namespace kq_desktop {
 
 namespace {
 
 QToolButton *MakeButton(const char *icon, const QString &tip) {
     auto *button = new QToolButton;
-    button->setIcon(QIcon(QStringLiteral(":/kqconf/%1.svg").arg(QLatin1String(icon))));
+    button->setIcon(LoadIcon(QLatin1String(icon)));
     button->setAutoRaise(true);
     button->setToolTip(tip);
     button->setAccessibleName(tip);

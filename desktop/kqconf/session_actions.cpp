@@ -18,6 +18,7 @@
 #include "desktop/kqconf/find_bar.h"
 #include "desktop/kqconf/session_frame.h"
 #include "desktop/kqconf/text_files.h"
+#include "desktop/peers/icons.h"
 #include "desktop/peers/text.h"
 #include "desktop/peers/text_editor.h"
 #include "desktop/peers/text_peer.h"
@@ -31,7 +32,7 @@ QAction *Add(QMenu &menu, const char16_t *text, const QKeySequence &key, const s
              const char *icon = nullptr) {
     QAction *added = menu.addAction(QString::fromUtf16(text));
     if (icon != nullptr) {
-        added->setIcon(QIcon(QStringLiteral(":/kqconf/%1.svg").arg(QLatin1String(icon))));
+        added->setIcon(LoadIcon(QLatin1String(icon)));
     }
     added->setShortcut(key);
     QObject::connect(added, &QAction::triggered, &menu, action);

@@ -3,9 +3,9 @@
 #include <QBrush>
 #include <QColor>
 #include <QFont>
-#include <QIcon>
 
 #include "desktop/peers/advice.h"
+#include "desktop/peers/icons.h"
 #include "desktop/peers/sheet_model.h"
 #include "desktop/peers/text.h"
 
@@ -106,7 +106,7 @@ QVariant CSheetModel::CellData(const TPlace &place, int role) const {
             return sheet_.CanEdit(place.table, place.row, place.column);
         case Qt::DecorationRole:
             if (place.column == 1 && !adds && !advice_.RowProblem(sheet_, place.table, place.row).isEmpty()) {
-                return QIcon(QStringLiteral(":/kqconf/warning.svg"));
+                return LoadIcon(QStringLiteral("warning"));
             }
             return {};
         default:

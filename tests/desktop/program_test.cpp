@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <QAccessible>
+#include <QApplication>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QMainWindow>
@@ -12,6 +13,7 @@
 
 #include "desktop/kqconf/start_page.h"
 #include "desktop/kqconf/text_files.h"
+#include "desktop/peers/icons.h"
 #include "desktop/peers/qt_peer.h"
 #include "tests/desktop/checker.h"
 #include "tests/desktop/person.h"
@@ -107,6 +109,29 @@ TEST(Kqconf, AKilledProcessLeavesItsWorkNotTwoSecondsOld) {
     other.waitForFinished();
     EXPECT_TRUE(kept.startsWith("(* killed *)"));
     EXPECT_EQ(copies.entryList({QStringLiteral("*.par")}).size(), 1);
+}
+
+/// A picture is loaded once, and is to be seen whatever the palette becomes later.
+TEST(Icons, FollowThePalette) {
+    const QPalette before = QApplication::palette();
+    const QIcon icon = LoadIcon(QStringLiteral("close"));
+    for (const auto &[page, text] : {std::pair(Qt::white, Qt::black), std::pair(Qt::black, Qt::white)}) {
+        QPalette palette(page);
+        palette.setColor(QPalette::WindowText, text);
+        QApplication::setPalette(palette);
+        for (const QIcon::Mode mode : {QIcon::Normal, QIcon::Disabled}) {
+            const QImage drawn = icon.pixmap(QSize(24, 24), 2, mode).toImage();
+            EXPECT_EQ(drawn.size(), QSize(48, 48));
+            for (const QColor &color : {QColor(text), QColor(0xD6, 0x45, 0x45)}) {
+                bool found = false;
+                for (int pixel = 0; pixel < 48 * 48; ++pixel) {
+                    found = found || drawn.pixelColor(pixel % 48, pixel / 48) == color;
+                }
+                EXPECT_EQ(found, mode == QIcon::Normal) << color.name().toStdString();
+            }
+        }
+    }
+    QApplication::setPalette(before);
 }
 
 /// What those who don't see the window are told of it.
