@@ -8,6 +8,7 @@
 #include <QElapsedTimer>
 #include <QMainWindow>
 #include <QProcess>
+#include <QStatusBar>
 #include <QTest>
 #include <QTreeView>
 
@@ -159,6 +160,7 @@ TEST(Kqconf, EverythingHasANameForThoseWhoDontSee) {
     EXPECT_EQ(cell->role(), QAccessible::TreeItem);
     EXPECT_TRUE(cell->state().focused);
     EXPECT_EQ(cell->text(QAccessible::Name), QStringLiteral("nepřístupné"));
+    EXPECT_TRUE(person.Main().statusBar()->accessibleName().contains(QStringLiteral("%transport%")));
     const QString description = cell->text(QAccessible::Description);
     EXPECT_TRUE(description.startsWith(QStringLiteral("IP, Hodnota. ")) &&
                 description.contains(QStringLiteral("%transport%")))
