@@ -109,20 +109,40 @@ TEST_F(CSessionDesk, WhatThePersonArrangedIsKept) {
     person.Sheet().expandAll();
     person.Sheet().header()->resizeSection(1, 191);
     person.Settle();
+    const auto height = [](CSplitterPane &panes) {
+        return static_cast<QSplitter *>(CQtPeer::Of(&panes)->Widget())->sizes().last();
+    };
     const auto drag = [this](CSplitterPane &panes, int by) {
         auto *handle = static_cast<QSplitter *>(CQtPeer::Of(&panes)->Widget())->handle(1);
         QTest::mousePress(handle, Qt::LeftButton, Qt::NoModifier, QPoint(2, 2));
         QTest::mouseMove(handle, QPoint(2, 2 + by));
         QTest::mouseRelease(handle, Qt::LeftButton, Qt::NoModifier, QPoint(2, 2 + by));
         person.Settle();
-        return static_cast<QSplitter *>(CQtPeer::Of(&panes)->Widget())->sizes().last();
     };
-    const int channels = drag(person.Window().SheetSplitter(), -31);
+    const auto press = [this](Qt::Key key, int times) {
+        for (int time = 0; time < times; ++time) {
+            person.Press(key, Qt::ControlModifier | Qt::ShiftModifier);
+        }
+    };
+    constexpr int kStep = 24;
+    drag(person.Window().SheetSplitter(), -31);
+    const int dragged = height(person.Window().SheetSplitter());
+    press(Qt::Key_Up, 1);
+    EXPECT_EQ(height(person.Window().SheetSplitter()), dragged + kStep);
     ToText();
     person.Window().ParView().UserReplaceAt(0, 0, "[Nowhere]\r\n");
     ToSheet();
     ASSERT_TRUE(person.Window().WindowSplitter().IsPaneShown(CSplitterPane::TPane::kLower));
-    const int messages = drag(person.Window().WindowSplitter(), -23);
+    drag(person.Window().WindowSplitter(), -23);
+    person.Press(Qt::Key_F6);
+    person.Press(Qt::Key_F6);
+    // The first key after those that led nowhere has an effect again.
+    press(Qt::Key_Up, 40);
+    const int most = height(person.Window().WindowSplitter());
+    press(Qt::Key_Down, 1);
+    const int messages = height(person.Window().WindowSplitter());
+    const int channels = height(person.Window().SheetSplitter());
+    EXPECT_EQ(messages, most - kStep);
     // A pane that isn't shown while the window grows comes back as large as it was.
     person.Reopen(QStringLiteral("modbus.par"));
     EXPECT_EQ(person.Main().geometry(), QRect(40, 30, 820, 640));
