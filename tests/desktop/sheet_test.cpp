@@ -85,6 +85,7 @@ TEST_F(CSheetDesk, EscapeLeavesTheValueAndTabGoesOn) {
     EXPECT_EQ(person.Sheet().currentIndex().siblingAtColumn(0).data().toString(), QStringLiteral("Rychlost"));
     person.Press(Qt::Key_Escape);
     EXPECT_EQ(person.Window().Sheet().CellEditor(), nullptr);
+    EXPECT_EQ(person.Window().UndoName(), "");
     Check();
 }
 
