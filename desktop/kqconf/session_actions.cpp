@@ -226,11 +226,17 @@ void CSessionFrame::AddFindBar() {
     find_bar_ = new CFindBar(
         {.find = [this](const QString &text, const CTextView::TFindOptions &options) { return Find(text, options); },
          .replace =
-             [this](const QString &text, const QString &replacement) {
-                 const CTextView &view = window_.ParView();
-                 const QString selected = ToQt(view.Text().substr(view.SelectionStart(), view.SelectionLength()));
-                 if (selected.compare(text, Qt::CaseInsensitive) == 0) {
-                     window_.ParView().UserReplaceSelection(FromQt(replacement));
+             [this](const QString &text, const QString &replacement, const CTextView::TFindOptions &options) {
+                 CTextView &view = window_.ParView();
+                 const std::size_t start = view.SelectionStart();
+                 const std::size_t end = start + view.SelectionLength();
+                 view.UserSelect(start, start);
+                 if (view.UserFind(FromQt(text), options) && view.SelectionStart() == start &&
+                     start + view.SelectionLength() == end) {
+                     view.UserReplaceSelection(FromQt(replacement));
+                 } else {
+                     // What is selected isn't what is looked for.
+                     view.UserSelect(start, end);
                  }
              },
          .replace_all =

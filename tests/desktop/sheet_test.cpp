@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <QAbstractItemView>
+#include <QApplication>
+#include <QClipboard>
 #include <QComboBox>
 #include <QMainWindow>
 #include <QStatusBar>
@@ -86,6 +88,10 @@ TEST_F(CSheetDesk, EscapeLeavesTheValueAndTabGoesOn) {
     person.Press(Qt::Key_Escape);
     EXPECT_EQ(person.Window().Sheet().CellEditor(), nullptr);
     EXPECT_EQ(person.Window().UndoName(), "");
+    person.Press(Qt::Key_C, Qt::ControlModifier);
+    EXPECT_EQ(QApplication::clipboard()->text(), QStringLiteral("19200"));
+    person.Press(Qt::Key_C, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_EQ(QApplication::clipboard()->text(), QStringLiteral("Rychlost\t19200\t"));
     Check();
 }
 
