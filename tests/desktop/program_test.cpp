@@ -11,6 +11,7 @@
 #include <QStatusBar>
 #include <QTest>
 #include <QTreeView>
+#include <set>
 
 #include "desktop/kqconf/start_page.h"
 #include "desktop/kqconf/text_files.h"
@@ -122,14 +123,12 @@ TEST(Icons, FollowThePalette) {
         QApplication::setPalette(palette);
         for (const QIcon::Mode mode : {QIcon::Normal, QIcon::Disabled}) {
             const QImage drawn = icon.pixmap(QSize(24, 24), 2, mode).toImage();
-            EXPECT_EQ(drawn.size(), QSize(48, 48));
-            for (const QColor &color : {QColor(text), QColor(0xD6, 0x45, 0x45)}) {
-                bool found = false;
-                for (int pixel = 0; pixel < 48 * 48; ++pixel) {
-                    found = found || drawn.pixelColor(pixel % 48, pixel / 48) == color;
-                }
-                EXPECT_EQ(found, mode == QIcon::Normal) << color.name().toStdString();
+            std::set<QRgb> colors;
+            for (int pixel = 0; pixel < 48 * 48; ++pixel) {
+                colors.insert(drawn.pixel(pixel % 48, pixel / 48));
             }
+            EXPECT_EQ(colors.contains(QColor(text).rgb()), mode == QIcon::Normal);
+            EXPECT_EQ(colors.contains(qRgb(0xD6, 0x45, 0x45)), mode == QIcon::Normal);
         }
     }
     QApplication::setPalette(before);
