@@ -144,6 +144,8 @@ TEST(Kqconf, EverythingHasANameForThoseWhoDontSee) {
     for (const char *row : {"Line", "Rychlost", "Port", "<p\u0159idat>"}) {
         SCOPED_TRACE(row);
         ASSERT_TRUE(person.ClickCell(person.Sheet(), QString::fromUtf8(row), *row == '<' ? 0 : 1));
+        const QString said = person.Sheet().currentIndex().data(Qt::AccessibleDescriptionRole).toString();
+        EXPECT_EQ(said.contains(QStringLiteral(", lze upravit")), *row != '<') << said.toStdString();
         person.Press(Qt::Key_F2);
         ASSERT_NE(person.Window().Sheet().CellEditor(), nullptr);
         check();
