@@ -1,15 +1,20 @@
-// kqconf as a program: its options, a save that fails, a process that is killed.
+// kqconf as a program: its options, a save that fails, a process that is killed, the start page, its pictures.
 
 #include <gtest/gtest.h>
 
 #include <QAccessible>
 #include <QApplication>
+#include <QDesktopServices>
 #include <QDir>
+#include <QDropEvent>
 #include <QElapsedTimer>
+#include <QListWidget>
 #include <QMainWindow>
+#include <QMimeData>
 #include <QProcess>
 #include <QStatusBar>
 #include <QTest>
+#include <QTextBrowser>
 #include <QTreeView>
 #include <set>
 
@@ -111,6 +116,48 @@ TEST(Kqconf, AKilledProcessLeavesItsWorkNotTwoSecondsOld) {
     other.waitForFinished();
     EXPECT_TRUE(kept.startsWith("(* killed *)"));
     EXPECT_EQ(copies.entryList({QStringLiteral("*.par")}).size(), 1);
+}
+
+TEST(Kqconf, TheStartPageTakesAKeyAClickAndAFile) {
+    AddRecentFile(QStringLiteral("/a/one.par"));
+    AddRecentFile(QStringLiteral("/a/two.par"));
+    CStartPage page;
+    auto &recent = *page.findChild<QListWidget *>();
+    for (const char *chosen : {"/a/one.par", "/a/two.par", "/a/dropped.pdt"}) {
+        page.show();
+        page.activateWindow();
+        QApplication::processEvents();
+        if (chosen[3] == 'o') {
+            QTest::keyClick(page.focusWidget(), Qt::Key_Tab);
+            QTest::keyClick(page.focusWidget(), Qt::Key_Down);
+            QTest::keyClick(page.focusWidget(), Qt::Key_Return);
+        } else if (chosen[3] == 't') {
+            QTest::mouseClick(recent.viewport(), Qt::LeftButton, {}, recent.visualItemRect(recent.item(0)).center());
+        } else {
+            QMimeData file;
+            file.setUrls({QUrl(QStringLiteral("file:///a/dropped.pdt"))});
+            QDragEnterEvent enter({9, 9}, Qt::CopyAction, &file, Qt::LeftButton, {});
+            QDropEvent drop({9, 9}, Qt::CopyAction, &file, Qt::LeftButton, {});
+            EXPECT_TRUE(QApplication::sendEvent(&page, &enter) && enter.isAccepted());
+            QApplication::sendEvent(&page, &drop);
+        }
+        EXPECT_EQ(page.Chosen().toStdString(), chosen);
+        EXPECT_FALSE(page.isVisible());
+    }
+}
+
+TEST(Kqconf, TheDriversDocumentationIsOpened) {
+    CPerson person;
+    ASSERT_TRUE(person.Open(kExamples + QStringLiteral("modbus"), QStringLiteral("modbus.par")));
+    person.Press(Qt::Key_F1);
+    EXPECT_TRUE(person.Boxes().value(0).contains(QStringLiteral("není popis")));
+    const QString path = person.Path(QStringLiteral("modbus.txt"));
+    ASSERT_TRUE(WritePrivately(path, "about"));
+    QTextBrowser browser;
+    QDesktopServices::setUrlHandler(QStringLiteral("file"), &browser, "setSource");
+    person.Press(Qt::Key_F1);
+    QDesktopServices::unsetUrlHandler(QStringLiteral("file"));
+    EXPECT_EQ(browser.source(), QUrl::fromLocalFile(path));
 }
 
 /// A picture is loaded once, and is to be seen whatever the palette becomes later.

@@ -4,22 +4,17 @@
 
 #include <QAbstractButton>
 #include <QApplication>
-#include <QDesktopServices>
 #include <QDir>
-#include <QDropEvent>
 #include <QFile>
 #include <QFrame>
 #include <QHeaderView>
 #include <QLabel>
-#include <QListWidget>
 #include <QMainWindow>
-#include <QMimeData>
 #include <QPlainTextEdit>
 #include <QSplitter>
 #include <QTabWidget>
 #include <QTest>
 #include <QTextBlock>
-#include <QTextBrowser>
 #include <QTextLayout>
 #include <QTimer>
 #include <QTreeView>
@@ -28,7 +23,6 @@
 #include "desktop/kqconf/changes_dialog.h"
 #include "desktop/kqconf/line_diff.h"
 #include "desktop/kqconf/recovery.h"
-#include "desktop/kqconf/start_page.h"
 #include "desktop/kqconf/text_files.h"
 #include "desktop/peers/qt_peer.h"
 #include "tests/desktop/checker.h"
@@ -353,46 +347,6 @@ TEST_F(CSessionDesk, ChannelsGetTypeAndDirectionAndTheComparisonShowsWhatChanges
          {"(1): (* by hand *)", "\u2212   K = 1, 2, open", "+   K  = 1, 5, open", "+   1 - 5 boolean input"}) {
         EXPECT_TRUE(said.contains(QString::fromUtf8(part))) << part << " isn't in " << said.toStdString();
     }
-}
-
-TEST_F(CSessionDesk, TheStartPageTakesAKeyAClickAndAFile) {
-    AddRecentFile(QStringLiteral("/a/one.par"));
-    AddRecentFile(QStringLiteral("/a/two.par"));
-    CStartPage page;
-    auto &recent = *page.findChild<QListWidget *>();
-    for (const char *chosen : {"/a/one.par", "/a/two.par", "/a/dropped.pdt"}) {
-        page.show();
-        page.activateWindow();
-        QApplication::processEvents();
-        if (chosen[3] == 'o') {
-            QTest::keyClick(page.focusWidget(), Qt::Key_Tab);
-            QTest::keyClick(page.focusWidget(), Qt::Key_Down);
-            QTest::keyClick(page.focusWidget(), Qt::Key_Return);
-        } else if (chosen[3] == 't') {
-            QTest::mouseClick(recent.viewport(), Qt::LeftButton, {}, recent.visualItemRect(recent.item(0)).center());
-        } else {
-            QMimeData file;
-            file.setUrls({QUrl(QStringLiteral("file:///a/dropped.pdt"))});
-            QDragEnterEvent enter({9, 9}, Qt::CopyAction, &file, Qt::LeftButton, {});
-            QDropEvent drop({9, 9}, Qt::CopyAction, &file, Qt::LeftButton, {});
-            EXPECT_TRUE(QApplication::sendEvent(&page, &enter) && enter.isAccepted());
-            QApplication::sendEvent(&page, &drop);
-        }
-        EXPECT_EQ(page.Chosen().toStdString(), chosen);
-        EXPECT_FALSE(page.isVisible());
-    }
-}
-
-TEST_F(CSessionDesk, TheDriversDocumentationIsOpened) {
-    person.Press(Qt::Key_F1);
-    EXPECT_TRUE(person.Boxes().value(0).contains(QStringLiteral("není popis")));
-    const QString path = person.Path(QStringLiteral("modbus.txt"));
-    ASSERT_TRUE(WritePrivately(path, "about"));
-    QTextBrowser browser;
-    QDesktopServices::setUrlHandler(QStringLiteral("file"), &browser, "setSource");
-    person.Press(Qt::Key_F1);
-    QDesktopServices::unsetUrlHandler(QStringLiteral("file"));
-    EXPECT_EQ(browser.source(), QUrl::fromLocalFile(path));
 }
 
 TEST(LineDiff, FindsTheFewestDifferences) {
