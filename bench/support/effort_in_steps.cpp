@@ -1,7 +1,8 @@
 /// Effort is a number of steps. All other files of the program are compiled so that each basic block says that it runs:
-/// that is one step. What the C library does to memory in one call counts as one step each 16 bytes. Steps are the same
-/// in each run, whatever else the machine does, and whether or not the input fits into its caches. They leave out what
-/// happens inside the allocator, the standard library's own binary and the system.
+/// that is one step. What the C library does to memory in one call counts as one step each 16 bytes. Whatever else the
+/// machine does, and whether or not the input fits into its caches, steps differ from run to run by less than a
+/// thousandth, since hash tables of addresses do. They leave out what happens inside the allocator, the standard
+/// library's own binary and the system.
 
 #include <cstddef>
 #include <cstdint>
