@@ -1,6 +1,6 @@
 // How work grows with its input. Each family of inputs is translated and written back at n, 2n and 4n; its exponent is
-// that of the power of n by which the effort grows, of both doublings the greater one. Arguments choose families by the
-// beginnings of their names.
+// that of the power of n by which the effort grows from n to 4n. Arguments choose families by the beginnings of their
+// names.
 //
 //     growth [NAME...]
 //     growth_times [NAME...]
@@ -49,13 +49,7 @@ struct TGrowth {
     std::array<double, kFactors.size()> effort{};
     std::size_t count = kFactors.size();
 
-    double Exponent() const {
-        double exponent = 0;
-        for (std::size_t at = 1; at < count; ++at) {
-            exponent = std::max(exponent, std::log2(effort[at] / effort[at - 1]));
-        }
-        return exponent;
-    }
+    double Exponent() const { return std::log2(effort[count - 1] / effort[0]) / std::log2(kFactors[count - 1]); }
 };
 
 TGrowth MeasureFamily(const TFamily &family) {
