@@ -1,6 +1,8 @@
 #include "model/assignments.h"
 
 #include <algorithm>
+#include <functional>
+#include <queue>
 
 #include "model/edit_state.h"
 #include "model/reference_index.h"
@@ -130,23 +132,25 @@ void CAssignments::NotifyReaders(const CVariable &variable, const TParValue &val
         }
         return;
     }
-    const CInstanceIndex &index = sheet_data_.Instances().Index();
-    std::uint32_t serial = 0;
-    while (true) {
-        CSectionDef *next = nullptr;
-        const TSectionUse *next_use = nullptr;
-        for (const TSectionUse &use : uses->readers) {
-            CSectionDef *candidate = index.NextOf(use.section, serial);
-            if (candidate != nullptr && (next == nullptr || candidate->Serial() < next->Serial())) {
-                next = candidate;
-                next_use = &use;
-            }
-        }
+    // Of each reader the serial number that its next instance has at least. Those that are created get higher ones.
+    using TTurn = std::pair<std::uint32_t, const TSectionUse *>;
+    std::priority_queue<TTurn, std::vector<TTurn>, std::greater<>> turns;
+    for (const TSectionUse &use : uses->readers) {
+        turns.emplace(1, &use);
+    }
+    const CInstances &instances = sheet_data_.Instances();
+    while (!turns.empty() && turns.top().first < instances.NextSerial()) {
+        const auto [serial, use] = turns.top();
+        turns.pop();
+        CSectionDef *next = instances.Index().NextOf(use->section, serial - 1);
         if (next == nullptr) {
-            return;
+            turns.emplace(instances.NextSerial(), use);
+        } else if (!turns.empty() && turns.top().first < next->Serial()) {
+            turns.emplace(next->Serial(), use);
+        } else {
+            turns.emplace(next->Serial() + 1, use);
+            next->FollowVariable(*use, &variable, value, ok);
         }
-        serial = next->Serial();
-        next->FollowVariable(*next_use, &variable, value, ok);
     }
 }
 
