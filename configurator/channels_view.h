@@ -36,6 +36,10 @@ protected:
     bool DS_OpenCellEditor(std::uint32_t table, std::uint32_t row, std::uint32_t column, CView *&editor) override;
     void DS_CloseCellEditor(std::uint32_t table, std::uint32_t row, std::uint32_t column, CView *editor,
                             bool cancelled) override;
+    /// A type or direction that something else has fixed since the editor opened isn't overwritten.
+    bool DS_CanCommitEditor() override {
+        return DS_IsCellEditable(kTable, EditorPosition().row, EditorPosition().column);
+    }
 
 private:
     void Describe();

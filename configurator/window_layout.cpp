@@ -78,6 +78,8 @@ void CWindowSession::BuildSheetPage() {
     sheet_splitter_.SetSplitPosition(split);
     sheet_scroller_.NewRect({0, 0, page.width, split});
     sheet_scroller_.SetContent(sheet_);
+    sheet_.SetNeighbour(channels_);
+    channels_.SetNeighbour(sheet_);
     channels_strip_.NewRect({0, split, page.width, lower});
     channels_title_.NewRect({kChannelsTitleX, 0, page.width - kChannelsTitleX, kChannelsTitleDepth});
     channels_title_.SetText(texts::kChannelsTitle);

@@ -176,13 +176,20 @@ void CSheetView::CloseEditor(bool cancelled) {
 
 void CSheetView::HideCellEditor() { CloseEditor(!DS_CanCommitEditor()); }
 
-bool CSheetView::UserSelect(std::uint32_t table, std::uint32_t row, std::uint32_t column) {
+void CSheetView::LeaveCell() {
     HideCellEditor();
+    if (neighbour_ != nullptr) {
+        neighbour_->HideCellEditor();
+    }
+}
+
+bool CSheetView::UserSelect(std::uint32_t table, std::uint32_t row, std::uint32_t column) {
+    LeaveCell();
     return SelTableCell(table, row, column);
 }
 
 bool CSheetView::UserEdit(std::uint32_t table, std::uint32_t row, std::uint32_t column) {
-    HideCellEditor();
+    LeaveCell();
     if (!DS_IsCellEditable(table, row, column) || !SelTableCell(table, row, column)) {
         return false;
     }

@@ -87,6 +87,8 @@ public:
     /// The editor view, not owned by the sheet; null without one.
     CView *CellEditor() const { return editor_; }
     const TPosition &EditorPosition() const { return editor_position_; }
+    /// Another sheet, which lives as long: who goes to a cell of this one leaves the cell that is edited there, too.
+    void SetNeighbour(CSheetView &neighbour) { neighbour_ = &neighbour; }
 
     // Column widths: sheet_columns.cpp.
 
@@ -177,6 +179,7 @@ private:
 
     void ChildForgotten(CView &child) override;
     void CloseEditor(bool cancelled);
+    void LeaveCell();
     void Select(const TPosition &position);
     void RestoreSelection();
     bool IsAlive(std::uint32_t table);
@@ -188,6 +191,7 @@ private:
     std::string settings_path_;
     TPosition selection_;
     std::vector<TPosition> selection_path_;  ///< the nodes that lead to the selected table, innermost first
+    CSheetView *neighbour_ = nullptr;
     CView *editor_ = nullptr;
     TPosition editor_position_;
     std::vector<TRowChange> row_changes_;

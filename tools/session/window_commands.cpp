@@ -111,7 +111,6 @@ TRefusal CWindowCommands::Select(const TPlace &place) {
         return "there is no such cell";
     }
     table->UserMouse();
-    LeaveCell();
     return Unless(table->UserSelect(position.table, position.row, position.column), "the cell is gone");
 }
 
@@ -119,7 +118,6 @@ TRefusal CWindowCommands::Edit(const TPlace &place) {
     if (window_.Tabs().ActiveTabIndex() != CConfiguratorWindow::kSheetTab) {
         return kNoSheet;
     }
-    LeaveCell();
     CSheetView *const table = ShownTable(place);
     CSheetView::TPosition position;
     if (table == nullptr || !FindPosition(*table, place, position)) {
