@@ -44,6 +44,7 @@ void CSheetView::PrepareSheet() {
 }
 
 void CSheetView::NoteRows(std::uint32_t table, std::uint32_t row, bool inserted) {
+    FollowTarget(table, row, inserted);
     if (Peer() != nullptr) {
         row_changes_.push_back({table, row, inserted});
     }
@@ -176,35 +177,56 @@ void CSheetView::CloseEditor(bool cancelled) {
 
 void CSheetView::HideCellEditor() { CloseEditor(!DS_CanCommitEditor()); }
 
-void CSheetView::LeaveCell() {
+/// An edit that is refused gives back the rows that it took, the last one first.
+void CSheetView::FollowTarget(std::uint32_t table, std::uint32_t row, bool inserted) {
+    if (table != target_.table || row > target_.row) {
+        return;
+    }
+    if (row == target_.row && !inserted) {
+        ++rows_gone_;
+    } else if (row == target_.row && rows_gone_ != 0) {
+        --rows_gone_;
+    } else {
+        target_.row = inserted ? target_.row + 1 : target_.row - 1;
+    }
+}
+
+CSheetView::TPosition CSheetView::LeaveCellFor(const TPosition &target) {
+    target_ = target;
+    rows_gone_ = 0;
     HideCellEditor();
     if (neighbour_ != nullptr) {
         neighbour_->HideCellEditor();
     }
+    const TPosition followed = std::exchange(target_, {});
+    return rows_gone_ == 0 ? followed : TPosition();
 }
 
 bool CSheetView::UserSelect(std::uint32_t table, std::uint32_t row, std::uint32_t column) {
-    LeaveCell();
-    return SelTableCell(table, row, column);
+    const TPosition cell = LeaveCellFor({table, row, column});
+    return SelTableCell(cell.table, cell.row, cell.column);
 }
 
 bool CSheetView::UserEdit(std::uint32_t table, std::uint32_t row, std::uint32_t column) {
-    LeaveCell();
-    if (!DS_IsCellEditable(table, row, column) || !SelTableCell(table, row, column)) {
-        return false;
-    }
-    const std::uint32_t rows = DS_GetRowCount(table);
-    if (row > rows && (TableStyle(table) & kStyleAppendsAtOnce) != 0 && DS_AppendRow(table)) {
-        return DS_GetRowCount(table) > rows;
+    const TPosition cell = LeaveCellFor({table, row, column});
+    return DS_IsCellEditable(cell.table, cell.row, cell.column) && SelTableCell(cell.table, cell.row, cell.column) &&
+           OpenEditor(cell);
+}
+
+/// Opens the editor of a cell, or adds a row if the table does so at once.
+bool CSheetView::OpenEditor(const TPosition &cell) {
+    const std::uint32_t rows = DS_GetRowCount(cell.table);
+    if (cell.row > rows && (TableStyle(cell.table) & kStyleAppendsAtOnce) != 0 && DS_AppendRow(cell.table)) {
+        return DS_GetRowCount(cell.table) > rows;
     }
     CView *editor = nullptr;
-    if (!DS_OpenCellEditor(table, row, column, editor) || editor == nullptr) {
+    if (!DS_OpenCellEditor(cell.table, cell.row, cell.column, editor) || editor == nullptr) {
         return false;
     }
     editor_ = editor;
-    editor_position_ = {table, row, column};
+    editor_position_ = cell;
     Register(*editor);
-    Changed({.change = TViewChange::kEditor, .table = table, .first = row, .column = column});
+    Changed({.change = TViewChange::kEditor, .table = cell.table, .first = cell.row, .column = cell.column});
     return true;
 }
 

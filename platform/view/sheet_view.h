@@ -70,8 +70,8 @@ public:
     /// Whatever the cells show may have changed. The selection stays at its table and row, cut to the last row shown;
     /// if its table is gone it goes to the row that held the node, or to none.
     virtual void PrepareSheet();
-    /// Rows that came or went since the last PrepareSheet, in the order in which they did: for the peer, which hears of
-    /// them at the next PrepareSheet.
+    /// A row that came or went. It is told at once, with the rows as they are then; the peer hears of it at the next
+    /// PrepareSheet.
     void NoteRows(std::uint32_t table, std::uint32_t row, bool inserted);
     /// Selects a row, in its first column; DS_Notify tells of it if the selection moves. False if there is none.
     bool SelTableRow(std::uint32_t table, std::uint32_t row) { return SelTableCell(table, row, 1); }
@@ -119,6 +119,8 @@ public:
     bool IsOpen(std::uint32_t table) const;
 
     // What a person does. Each but UserSizeColumn and UserOpen first commits an open editor, since it leaves the cell.
+    // A cell is given by the place that it has before the commit, and stays the same cell when rows come or go with the
+    // commit. If its own row goes, there is no such cell.
 
     /// Clicks a cell. False if there is none.
     bool UserSelect(std::uint32_t table, std::uint32_t row, std::uint32_t column);
@@ -179,7 +181,10 @@ private:
 
     void ChildForgotten(CView &child) override;
     void CloseEditor(bool cancelled);
-    void LeaveCell();
+    /// Commits the open editors. Gives where a cell is afterwards, no position if its row went.
+    TPosition LeaveCellFor(const TPosition &target);
+    void FollowTarget(std::uint32_t table, std::uint32_t row, bool inserted);
+    bool OpenEditor(const TPosition &cell);
     void Select(const TPosition &position);
     void RestoreSelection();
     bool IsAlive(std::uint32_t table);
@@ -195,4 +200,6 @@ private:
     CView *editor_ = nullptr;
     TPosition editor_position_;
     std::vector<TRowChange> row_changes_;
+    TPosition target_;             ///< the cell that a person goes to, while editors are committed
+    std::uint32_t rows_gone_ = 0;  ///< how many rows went where the target is, its own first; 0 if it is there
 };
