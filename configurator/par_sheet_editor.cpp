@@ -26,7 +26,10 @@ bool CParSheetView::DS_OpenCellEditor(std::uint32_t table, std::uint32_t row, st
         opened_.emplace(*editor);
     }
     bubble_text_ = tables_.BubbleText(table, row, column);
-    window_.ShowHint(bubble_text_);
+    // The line goes on saying that the value of the cell before wasn't taken.
+    if (!bubble_text_.empty() || edit_.Refusal() != TRefusal::kSilent) {
+        window_.ShowHint(bubble_text_);
+    }
     if (editor != nullptr && !bubble_text_.empty()) {
         bubble_state_ = TBubbleState::kTimer;
         RegisterTimer(*this, kBubbleDelay);
