@@ -34,6 +34,7 @@ struct TEditState {
     CChannelTransaction channels;
     bool refused = false;
     bool bad_channel = false;  ///< refused for a channel, which a box tells
+    bool bad_group = false;    ///< refused for a group of channels, which the message list tells
     bool removes = false;      ///< something is deleted, and what depends on it may go as well
     bool channels_changed = false;
     std::uint32_t assignments = 0;

@@ -45,6 +45,7 @@ void CParSheetData::Refuse(bool bad_channel) {
 
 bool CParSheetData::EndEdit(bool &bad_channel) {
     bool taken = false;
+    bool silent = false;
     TEditState::TCommands commands;
     bool channels_changed = false;
     {
@@ -54,6 +55,7 @@ bool CParSheetData::EndEdit(bool &bad_channel) {
         }
         taken = !edit_->refused;
         bad_channel = edit_->bad_channel;
+        silent = !taken && !bad_channel && !edit_->bad_group;
         if (taken) {
             edit_->channels_changed = ranges_.Settle() || edit_->channels_changed;
             edit_->channels.Commit();
@@ -77,7 +79,7 @@ bool CParSheetData::EndEdit(bool &bad_channel) {
     }
     if (!taken && bad_channel) {
         ShowBadChannel();
-    } else if (!taken && window_ != nullptr) {
+    } else if (silent && window_ != nullptr) {
         window_->ShowHint(texts::kCannotChange);
     }
     return taken;

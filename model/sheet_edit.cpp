@@ -79,7 +79,8 @@ bool CSheetEdit::Establish(TNode &node) {
         return false;
     }
     if (!node.IsReleased() && !node.CommitChannels()) {
-        refusal_ = data_.Edit()->bad_channel ? TRefusal::kBadChannel : TRefusal::kGroup;
+        data_.Edit()->bad_group = !data_.Edit()->bad_channel;
+        refusal_ = data_.Edit()->bad_group ? TRefusal::kGroup : TRefusal::kBadChannel;
         data_.Refuse();
         return false;
     }
