@@ -65,18 +65,19 @@ bool CSheetView::IsAlive(std::uint32_t table) {
     return table == kRoot || DS_FindNode(table, owner, row);
 }
 
+/// The nodes that lead to the table may be in other rows now, even if the position is the same.
 void CSheetView::Select(const TPosition &position) {
-    if (position == selection_) {
-        return;
-    }
-    const bool same_row = position.table == selection_.table && position.row == selection_.row;
-    selection_ = position;
     selection_path_.clear();
     TPosition node;
     for (std::uint32_t table = position.table; table != 0 && DS_FindNode(table, node.table, node.row);
          table = node.table) {
         selection_path_.push_back(node);
     }
+    if (position == selection_) {
+        return;
+    }
+    const bool same_row = position.table == selection_.table && position.row == selection_.row;
+    selection_ = position;
     Changed(
         {.change = TViewChange::kSelection, .table = position.table, .first = position.row, .column = position.column});
     DS_Notify(same_row ? kNotifyCell : kNotifyRow, position.table, position.row);
