@@ -85,6 +85,14 @@ void CSheetView::RegistryWriteSettings(std::string_view path) const {
             settings.WriteUnsigned(WidthName(table.form, column), ColumnWidth(id, column));
         }
     }
+    // The tables of a form may be gone; what a person gave to them counts for those to come.
+    for (const auto &[form, widths] : widths_) {
+        for (std::size_t index = 0; index < widths.size(); ++index) {
+            if (widths[index] != 0) {
+                settings.WriteUnsigned(WidthName(form, index + 1), widths[index]);
+            }
+        }
+    }
 }
 
 void CSheetView::UserSizeColumn(std::uint32_t table, std::uint32_t column, std::uint32_t width) {

@@ -82,6 +82,10 @@ TEST(WindowFlows, DeletingARowTakesItsOpenEditorAlong) {
     EXPECT_EQ(sheet.Selection(), (CSheetView::TPosition{table, 2, 2}));
     EXPECT_FALSE(bench.window->IsModified());
     EXPECT_FALSE(bench.window->UserUndo());
+    sheet.UserSizeColumn(table, 1, 99);
+    sheet.DeleteTable(table);
+    bench.window->Done();
+    EXPECT_EQ(bench.settings.Paths().at("\\driver config tool\\Sheet").at("3.1"), 99) << "no table is left to have it";
 }
 
 }  // namespace
