@@ -16,7 +16,8 @@ namespace {
 constexpr std::uint32_t kWindowStyle = 0x4F;
 constexpr std::uint32_t kToolGap = 8;
 constexpr std::int32_t kChannelsTitleDepth = 25;
-constexpr std::int32_t kChannelsTitleX = 35;
+constexpr std::int32_t kChannelsTitleX = 5;
+constexpr std::int32_t kChannelsTitleY = 2;
 /// Buttons of the text view's own tool box that have no place here: files are loaded and saved by the session.
 constexpr std::array<std::uint32_t, 3> kDroppedTextTools = {cmTextNew, cmTextOpen, cmTextSave};
 
@@ -81,8 +82,8 @@ void CWindowSession::BuildSheetPage() {
     sheet_.SetNeighbour(channels_);
     channels_.SetNeighbour(sheet_);
     channels_strip_.NewRect({0, split, page.width, lower});
-    channels_title_.NewRect({kChannelsTitleX, 0, page.width - kChannelsTitleX, kChannelsTitleDepth});
-    channels_title_.SetText(texts::kChannelsTitle);
+    channels_title_.NewRect(
+        {kChannelsTitleX, kChannelsTitleY, page.width - kChannelsTitleX, kChannelsTitleDepth - kChannelsTitleY});
     channels_scroller_.NewRect({0, kChannelsTitleDepth, page.width, std::max(lower - kChannelsTitleDepth, 0)});
     channels_scroller_.SetContent(channels_);
     channels_strip_.Register(channels_title_);

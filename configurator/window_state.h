@@ -15,6 +15,7 @@
 #include "configurator/session.h"
 #include "configurator/sheet_history.h"
 #include "configurator/status_line.h"
+#include "configurator/texts.h"
 #include "platform/base/bounded_text.h"
 #include "platform/view/menu_bar.h"
 #include "platform/view/tool_box.h"
@@ -222,7 +223,7 @@ private:
     CSplitterPane sheet_splitter_;
     CDataContainer sheet_scroller_;
     CView channels_strip_;
-    CStaticText channels_title_;
+    CStaticText channels_title_{texts::kChannelsTitle, icChannels};
     CDataContainer channels_scroller_;
     CDataContainer text_container_;
     CToolBox sheet_tools_;

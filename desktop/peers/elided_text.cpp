@@ -19,7 +19,14 @@ void DrawLine(QWidget &widget, QPainter &painter, const QRect &area, const QStri
 
 void CElidedLabel::paintEvent(QPaintEvent * /*event*/) {
     QPainter painter(this);
-    DrawLine(*this, painter, contentsRect().marginsRemoved(QMargins(margin(), 0, margin(), 0)), text());
+    QRect area = contentsRect().marginsRemoved(QMargins(margin(), 0, margin(), 0));
+    if (!icon_.isNull()) {
+        constexpr int kGap = 6;
+        const int size = style()->pixelMetric(QStyle::PM_SmallIconSize, nullptr, this);
+        icon_.paint(&painter, QRect(area.left(), area.top(), size, area.height()));
+        area.setLeft(area.left() + size + kGap);
+    }
+    DrawLine(*this, painter, area, text());
 }
 
 CElidedStatusBar::CElidedStatusBar() {

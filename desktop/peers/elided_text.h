@@ -1,17 +1,22 @@
 #pragma once
 
+#include <QIcon>
 #include <QLabel>
 #include <QStatusBar>
 
 namespace kq_desktop {
 
-/// A line of text that ends with an ellipsis where its place is too narrow; the tooltip has all of it.
+/// A line of text, with an icon before it if there is one, that ends with an ellipsis where its place is too narrow;
+/// the tooltip has all of it.
 class CElidedLabel final : public QLabel {
 public:
-    using QLabel::QLabel;
+    explicit CElidedLabel(const QString &text, const QIcon &icon = {}) : QLabel(text), icon_(icon) {}
 
 protected:
     void paintEvent(QPaintEvent *event) override;
+
+private:
+    QIcon icon_;
 };
 
 /// A status line whose message ends with an ellipsis where the window is too narrow; tooltip and accessible name have

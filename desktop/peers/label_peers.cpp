@@ -1,6 +1,7 @@
 #include "desktop/peers/label_peers.h"
 
 #include <QApplication>
+#include <QIcon>
 #include <QPushButton>
 #include <QToolTip>
 
@@ -10,7 +11,7 @@
 namespace kq_desktop {
 
 CStaticTextPeer::CStaticTextPeer(CStaticText &view, CPeerAdvice &advice) : CQtPeer(advice), view_(view) {
-    auto *label = new CElidedLabel(ToQt(view.Text()));
+    auto *label = new CElidedLabel(ToQt(view.Text()), Icon(view.Icon()));
     label->setTextFormat(Qt::PlainText);
     label->setMargin(4);
     if (view.Parent() == nullptr || view.Parent()->ModalOwner() == nullptr) {

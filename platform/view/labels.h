@@ -8,16 +8,22 @@
 
 /// Views that show one text.
 
+/// A line of text. With an icon, that is at the line's beginning, and the text kIconRoom units after it.
 class KQ_API CStaticText : public CView {
 public:
-    explicit CStaticText(std::string_view text = {}) : text_(text) {}
+    static constexpr std::int32_t kIconRoom = 30;
+
+    explicit CStaticText(std::string_view text = {}, std::uint32_t icon = 0) : text_(text), icon_(icon) {}
 
     TViewKind Kind() const override { return TViewKind::kStaticText; }
     const std::string &Text() const { return text_; }
     void SetText(std::string_view text);
+    /// Its number; 0 for none.
+    std::uint32_t Icon() const { return icon_; }
 
 private:
     std::string text_;
+    std::uint32_t icon_;
 };
 
 /// A button that posts its command, of class ecCommand, to the receiver.
