@@ -35,6 +35,7 @@ constexpr std::array kInputs = {
     TInput{"quotes_LF/100", {", 'Boiler 1, east'", 100, false}},
     TInput{"comments/50", {"  (* the old one *)", 50}},
     TInput{"comments/100", {"  (* the old one *)", 100}},
+    TInput{"comment_lines/50", {"\r\n  (* Block = 16, 'the old one' *)", 50}},
     TInput{"exponents/100", {", 1E5, 0x1E", 100}},
     TInput{"dots/100", {", 1..5", 100}},
 };

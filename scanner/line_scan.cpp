@@ -29,31 +29,31 @@ void FindEqual(const char *mark, TLine &line) {
 
 }  // namespace
 
-bool IsPlain(const char *begin, const char *end) {
-    for (const char *at = begin; at < end; at += CByteBlock::kSize) {
+THeader MeasureHeader(const char *begin) {
+    THeader header{nullptr, nullptr, false, true};
+    for (const char *at = begin; header.line_feed == nullptr; at += CByteBlock::kSize) {
         const CByteBlock block(at);
         const CByteBlock next(at + 1);
+        const std::uint32_t ends = block.Equal('\n').Mask();
+        const std::uint32_t in_line = (UpToLowest(ends) >> 1U) & CByteBlock::kAll;
         const CByteFlags others = block.AnyOf('\'', '\0') | (block.Equal('(') & next.Equal('*')) |
                                   (block.InRange('.', '9') & next.EqualLetter('e')) |
                                   block.Equal('\r').Without(next.Equal('\n'));
-        const std::uint32_t mask = others.Mask();
-        if (mask != 0) {
-            return at + LowestBit(mask) >= end;
-        }
+        const std::uint32_t brackets = block.Equal(']').Mask() & in_line;
+        header.bracket = header.bracket == nullptr && brackets != 0 ? at + LowestBit(brackets) : header.bracket;
+        header.equal = header.equal || (block.Equal('=').Mask() & in_line) != 0;
+        header.plain = header.plain && (others.Mask() & in_line) == 0;
+        header.line_feed = ends != 0 ? at + LowestBit(ends) : nullptr;
     }
-    return true;
+    return header;
 }
 
 std::uint32_t CountLineFeeds(const char *begin, const char *end) {
-    constexpr std::ptrdiff_t kPiece = 240;  // what a byte can count: compilers then count in many bytes at once
     std::uint32_t count = 0;
-    while (begin != end) {
-        const char *piece_end = begin + std::min(end - begin, kPiece);
-        std::uint8_t in_piece = 0;
-        for (; begin != piece_end; ++begin) {
-            in_piece = static_cast<std::uint8_t>(in_piece + (*begin == '\n' ? 1 : 0));
-        }
-        count += in_piece;
+    for (const char *at = begin; at < end; at += kWideSize) {
+        const auto ends = WideMask(at, [](const CByteBlock &block) { return block.Equal('\n'); });
+        const auto left = static_cast<std::size_t>(end - at);
+        count += CountBits(left < kWideSize ? ends & ~(~TWideMask{0} << left) : ends);
     }
     return count;
 }

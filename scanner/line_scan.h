@@ -12,8 +12,16 @@ namespace par_scanner::detail {
 
 inline constexpr std::uint32_t kMargin = 80;
 
-/// True if each character means itself: a bracket is a bracket, and the first line feed ends the line.
-bool IsPlain(const char *begin, const char *end);
+/// The line of a header.
+struct THeader {
+    const char *bracket;    ///< the first `]`, or null
+    const char *line_feed;  ///< the line's end, or the text's
+    bool equal;             ///< it has a `=`
+    bool plain;             ///< each character means itself: a bracket is a bracket, and the line feed ends the line
+};
+
+/// Measures the line from its `[` on.
+THeader MeasureHeader(const char *begin);
 
 /// The number of line feeds.
 std::uint32_t CountLineFeeds(const char *begin, const char *end);

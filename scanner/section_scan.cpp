@@ -1,7 +1,5 @@
 #include "scanner/section_scan.h"
 
-#include <cstring>
-
 #include "scanner/line_scan.h"
 #include "scanner/odd_line_search.h"
 #include "scanner/plain_text.h"
@@ -17,7 +15,8 @@ namespace {
 
 class CSectionScan {
 public:
-    CSectionScan(TScannedText &text, CTapeReader &tape) : text_(text), tape_(tape) {}
+    CSectionScan(TScannedText &text, CTapeReader &tape)
+        : text_(text), tape_(tape), search_(text.text.get(), text.End()) {}
 
     void Run() {
         bool more = true;
@@ -35,7 +34,7 @@ private:
     /// From the start of a line to the start of the next line that needs reading, or to the end of the text.
     void SkipRegularLines() {
         const char *begin = text_.text.get() + tape_.GetPosition().index;
-        const char *line = FindOddLine(begin, text_.End());
+        const char *line = search_.Find(begin);
         tape_.SetPosition({text_.OffsetOf(line), tape_.GetLine() + CountLineFeeds(begin, line), 1});
     }
 
@@ -46,28 +45,19 @@ private:
         if (first >= text_.End() || *first != '[') {
             return false;
         }
-        const auto rest = static_cast<std::size_t>(text_.End() - first);
-        const auto *line_feed = static_cast<const char *>(std::memchr(first, '\n', rest));
-        if (line_feed == nullptr || !IsPlain(first, line_feed)) {
+        const THeader header = MeasureHeader(first);
+        if (!header.plain || header.bracket == nullptr || header.line_feed >= text_.End()) {
             return false;
         }
-        const std::string_view line(first + 1, line_feed);
-        const std::size_t end = line.find(']');
-        if (end == std::string_view::npos) {
-            return false;
-        }
-        const char *name = line.data();
-        const char *name_end = name + end;
-        while (name_end != name && name_end[-1] == ' ') {
+        const char *name = SkipBlanks(first + 1);
+        const char *name_end = header.bracket;
+        while (name_end > name && name_end[-1] == ' ') {
             --name_end;
         }
-        while (name != name_end && *name == ' ') {
-            ++name;
-        }
-        tape_.SetPosition({text_.OffsetOf(line_feed) + 1, begin.line + 1, 1});
+        tape_.SetPosition({text_.OffsetOf(header.line_feed) + 1, begin.line + 1, 1});
         CSection &section = AddSection(PlainText(name, name_end), begin.line, true);
         section.position = tape_.GetPosition();
-        section.plain = line.find('=') == std::string_view::npos;
+        section.plain = !header.equal;
         return true;
     }
 
@@ -122,6 +112,7 @@ private:
 
     TScannedText &text_;
     CTapeReader &tape_;
+    COddLineSearch search_;
     bool keys_open_ = false;  ///< the keys of the last section go on here
 };
 
