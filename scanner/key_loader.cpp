@@ -82,14 +82,14 @@ private:
     bool ReadRegularLine() {
         const char *begin = Begin();
         const TLine line = lines_.Measure(begin);
-        if (line.comment || (line.equal != nullptr && line.equal != begin && GoesWithEqual(line.equal[-1]))) {
+        if (line.equal != nullptr && line.equal != begin && GoesWithEqual(line.equal[-1])) {
             return ReadTokens();
         }
         if (line.name_end != line.name) {
             CKey &key = AddKey(PlainText(line.name, line.name_end));
             const std::ptrdiff_t equal = line.equal != nullptr ? line.equal - line.name : 0;
             if (equal <= std::numeric_limits<std::uint16_t>::max()) {
-                key.kind = line.marked ? TLineKind::kMarked : TLineKind::kPlain;
+                key.regular = true;
                 key.equal = static_cast<std::uint16_t>(equal);
             }
         }

@@ -36,10 +36,10 @@ TNesting FindInSteps(const TMarks &marks, TWideMask ends, TWideMask open) {
 TNesting FindNesting(const char *bytes, const TMarks &marks, TWideMask open) {
     const auto ends = WideMask(
         bytes, [](const CByteBlock &block, const CByteBlock &next) { return block.Equal('*') & next.Equal(')'); });
-    // Mostly comments and strings don't touch each other, and comments begin and end in turns.
-    const TWideMask strings = InStrings(marks.quotes) ^ open;
+    // Mostly comments begin and end in turns, and strings have none of these characters.
     const TWideMask comments = InStrings(marks.begins ^ ends);
-    const TWideMask wrong = ((marks.quotes | marks.breaks | ends) & comments) | ((marks.begins | ends) & strings) |
+    const TWideMask strings = InStrings(marks.quotes & ~comments) ^ open;
+    const TWideMask wrong = ((marks.begins | ends) & strings) | ((marks.breaks | ends) & comments) |
                             (marks.begins & ~comments) | (marks.begins << 1U & ends);
     if (wrong != 0) {
         return FindInSteps(marks, ends, open);

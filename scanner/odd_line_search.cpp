@@ -30,12 +30,15 @@ bool IsDigit(char character) { return Is(character, kInNumber); }
 
 const char *COddLineSearch::Find(const char *begin) {
     begin_ = begin;
+    line_feeds_ = 0;
     const auto ahead = static_cast<std::size_t>(begin - window_);
     if (ahead < kWideSize && (nested_ & ~(~TWideMask{0} << ahead)) == 0) {
         noticed_ &= ~TWideMask{0} << ahead;
+        ends_ &= ~TWideMask{0} << ahead;
     } else {
         next_ = begin;
         noticed_ = 0;
+        ends_ = 0;
         open_ = 0;
         unbroken_ = 0;
     }
@@ -60,8 +63,10 @@ const char *COddLineSearch::Find(const char *begin) {
 }
 
 void COddLineSearch::Look() {
+    line_feeds_ += CountBits(ends_);
     window_ = next_;
     next_ = window_ + kWideSize;
+    ends_ = WideMask(window_, [](const CByteBlock &block) { return block.Equal('\n'); });
     noticed_ = WideMask(window_, Noticed);
     nested_ = 0;
     TMarks marks{WideMask(window_, [](const CByteBlock &block) { return block.Equal('\''); }),
@@ -70,12 +75,13 @@ void COddLineSearch::Look() {
         unbroken_ = 0;
         return;
     }
-    marks.breaks = WideMask(window_, [](const CByteBlock &block) { return block.AnyOf('\n', '\r', '\0'); });
+    marks.breaks = ends_ | WideMask(window_, [](const CByteBlock &block) { return block.AnyOf('\r', '\0'); });
     const TNesting nesting = marks.begins == 0 ? TNesting{InStrings(marks.quotes) ^ open_, 0, ~TWideMask{0}}
                                                : FindNesting(window_, marks, open_);
     nested_ = nesting.strings | nesting.comments | ~nesting.known;
     noticed_ = (noticed_ & ~nested_) | (marks.breaks & nesting.strings & nesting.known);
     open_ = 0 - ((nesting.strings & nesting.known) >> (kWideSize - 1));
+    ends_ &= nesting.known;
     unbroken_ = marks.breaks == 0 ? unbroken_ + 1 : 0;
     next_ = window_ + std::countr_one(nesting.known);  // a comment that isn't seen whole begins the next window
     if (nesting.known == 0) {
@@ -89,7 +95,10 @@ const char *COddLineSearch::StartOfLine(const char *at) {
         --at;
     }
     if (at > window_) {
-        nested_ &= ~TWideMask{0} << (at - window_);
+        const auto ahead = static_cast<std::size_t>(at - window_);
+        const TWideMask after = ahead < kWideSize ? ~TWideMask{0} << ahead : 0;
+        nested_ &= after;
+        line_feeds_ += CountBits(ends_ & ~after);
     }
     return at;
 }

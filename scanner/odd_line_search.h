@@ -18,6 +18,8 @@ public:
     /// From the start of a line on, the start of the first line that is a header or odd, or of the text's last line if
     /// that isn't ended. The start must lie after the line that was found last, and outside strings and comments.
     const char *Find(const char *begin);
+    /// The number of line feeds from there to the line that was found.
+    std::uint32_t LineFeeds() const { return line_feeds_; }
 
 private:
     void Look();
@@ -31,6 +33,8 @@ private:
     const char *window_;  ///< the kWideSize bytes that were looked at
     const char *next_;    ///< the next ones
     TWideMask noticed_ = 0;
+    TWideMask ends_ = 0;  ///< line feeds
+    std::uint32_t line_feeds_ = 0;
     TWideMask nested_ = ~TWideMask{0};  ///< from the line found last on: in strings or comments, or after the known
     TWideMask open_ = 0;                ///< all bits if a string is open where the next window begins
     int unbroken_ = 0;                  ///< windows with strings, without a line end

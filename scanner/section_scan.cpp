@@ -35,7 +35,7 @@ private:
     void SkipRegularLines() {
         const char *begin = text_.text.get() + tape_.GetPosition().index;
         const char *line = search_.Find(begin);
-        tape_.SetPosition({text_.OffsetOf(line), tape_.GetLine() + CountLineFeeds(begin, line), 1});
+        tape_.SetPosition({text_.OffsetOf(line), tape_.GetLine() + search_.LineFeeds(), 1});
     }
 
     /// Nearly all headers are plain, and so is the rest of their lines. False if this one isn't.
