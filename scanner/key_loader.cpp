@@ -65,7 +65,7 @@ private:
         if (position_.index == next_section_) {
             CSection &section = text_.sections[section_++];
             section.keys_read = section.read ? section.keys_read : static_cast<std::uint32_t>(keys_.size());
-            next_section_ = section_ < text_.sections.size() ? text_.sections[section_].position.index : kNever;
+            next_section_ = section_ < text_.sections.Size() ? text_.sections[section_].position.index : kNever;
         }
     }
 
@@ -99,7 +99,7 @@ private:
 
     /// Most odd lines are the header of the next section.
     bool ReadOddLine() {
-        if (section_ == text_.sections.size() || tape_.CarriesOver()) {
+        if (section_ == text_.sections.Size() || tape_.CarriesOver()) {
             return ReadTokens();
         }
         const CSection &next = text_.sections[section_];

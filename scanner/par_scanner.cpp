@@ -91,7 +91,8 @@ bool CParScanner::Init(std::uint32_t source) {
     in_regular_line_ = false;
     detail::ScanSections(*text_, tape_);
     // The section that was found last is current; a caller begins with FirstSection anyway.
-    section_ = text_->sections.empty() ? nullptr : &text_->sections.back();
+    const std::size_t count = text_->sections.Size();
+    section_ = count != 0 ? &text_->sections[count - 1] : nullptr;
     return true;
 }
 
@@ -118,11 +119,11 @@ bool CParScanner::FirstSection() {
 
 bool CParScanner::NextSection() {
     ++section_handle_;
-    return Enter(section_ != nullptr ? section_->index + 1 : text_->sections.size());
+    return Enter(section_ != nullptr ? section_->index + 1 : text_->sections.Size());
 }
 
 bool CParScanner::Enter(std::size_t index) {
-    if (index >= text_->sections.size()) {
+    if (index >= text_->sections.Size()) {
         section_ = nullptr;
         section_handle_ = kNoSection;
         return false;
@@ -149,7 +150,7 @@ void CParScanner::SetActSectionHandle(std::uint32_t handle) {
         return;
     }
     section_handle_ = handle;
-    section_ = handle < text_->sections.size() ? &text_->sections[handle] : nullptr;
+    section_ = handle < text_->sections.Size() ? &text_->sections[handle] : nullptr;
     if (section_ != nullptr) {
         tape_.SetPosition(section_->position);
         in_regular_line_ = false;

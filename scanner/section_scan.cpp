@@ -98,8 +98,8 @@ private:
     }
 
     CSection &AddSection(std::string_view name, std::uint32_t line, bool ends_keys) {
-        const std::size_t index = text_.sections.size();
-        CSection &section = text_.sections.emplace_back();
+        const std::size_t index = text_.sections.Size();
+        CSection &section = text_.sections.Add();
         section.index = static_cast<std::uint32_t>(index);
         section.line = line;
         section.name = text_.OffsetOf(name.data());
