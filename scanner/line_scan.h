@@ -12,17 +12,6 @@ namespace par_scanner::detail {
 
 inline constexpr std::uint32_t kMargin = 80;
 
-/// The line of a header.
-struct THeader {
-    const char *bracket;    ///< the first `]`, or null
-    const char *line_feed;  ///< the line's end, or the text's
-    bool equal;             ///< it has a `=`
-    bool plain;             ///< each character means itself: a bracket is a bracket, and the line feed ends the line
-};
-
-/// Measures the line from its `[` on.
-THeader MeasureHeader(const char *begin);
-
 /// The parts of a regular line (scanner/odd_line_search.h).
 struct TLine {
     const char *name;       ///< the key text: what precedes the `=`, or the line, without the blanks around it

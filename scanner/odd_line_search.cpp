@@ -17,13 +17,6 @@ static_assert(kMargin > kWideSize);
 constexpr int kMostUnbroken = 14;             ///< windows: fewer than a string may have characters
 constexpr std::ptrdiff_t kLongestWord = 200;  ///< fewer characters than a token may have
 
-/// The bytes of a block that may make their line odd or a header if they are outside strings and comments; next is the
-/// block one byte further. The slash lies between the dot and the digits: it only costs a closer look.
-CByteFlags Noticed(const CByteBlock &block, const CByteBlock &next) {
-    return block.AnyOf('[', '\0') | (block.InRange('.', '9') & next.EqualLetter('e')) |
-           block.Equal('\r').Without(next.Equal('\n'));
-}
-
 bool IsDigit(char character) { return Is(character, kInNumber); }
 
 }  // namespace
@@ -67,7 +60,7 @@ void COddLineSearch::Look() {
     window_ = next_;
     next_ = window_ + kWideSize;
     ends_ = WideMask(window_, [](const CByteBlock &block) { return block.Equal('\n'); });
-    noticed_ = WideMask(window_, Noticed);
+    noticed_ = WideMask(window_, MayBeOdd);
     nested_ = 0;
     TMarks marks{WideMask(window_, [](const CByteBlock &block) { return block.Equal('\''); }),
                  WideMask(window_, BeginComments), 0};

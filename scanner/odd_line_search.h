@@ -4,6 +4,13 @@
 
 namespace par_scanner::detail {
 
+/// The bytes of a block that may make their line odd or a header if they are outside strings and comments; next is the
+/// block one byte further. The slash lies between the dot and the digits: it only costs a closer look.
+inline CByteFlags MayBeOdd(const CByteBlock &block, const CByteBlock &next) {
+    return block.AnyOf('[', '\0') | (block.InRange('.', '9') & next.EqualLetter('e')) |
+           block.Equal('\r').Without(next.Equal('\n'));
+}
+
 /// Finds the lines of a text that are headers or odd, one after the other. Reads beyond the text's end as
 /// scanner/line_scan.h says.
 ///

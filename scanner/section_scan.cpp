@@ -1,6 +1,7 @@
 #include "scanner/section_scan.h"
 
-#include "scanner/line_scan.h"
+#include "scanner/byte_block.h"
+#include "scanner/nesting.h"
 #include "scanner/odd_line_search.h"
 #include "scanner/plain_text.h"
 #include "scanner/text_cutter.h"
@@ -12,6 +13,32 @@
 namespace par_scanner::detail {
 
 namespace {
+
+/// The line of a header.
+struct THeader {
+    const char *bracket = nullptr;    ///< the first `]`, or null
+    const char *line_feed = nullptr;  ///< the line's end, or the text's
+    bool equal = false;               ///< it has a `=`
+    bool plain = true;                ///< no string, comment or second `[`, and nothing that makes the line odd
+};
+
+/// Measures the line from the byte after its `[` on.
+THeader MeasureHeader(const char *begin) {
+    THeader header;
+    for (const char *at = begin; header.line_feed == nullptr; at += CByteBlock::kSize) {
+        const CByteBlock block(at);
+        const CByteBlock next(at + 1);
+        const std::uint32_t ends = block.Equal('\n').Mask();
+        const std::uint32_t in_line = (UpToLowest(ends) >> 1U) & CByteBlock::kAll;
+        const CByteFlags others = MayBeOdd(block, next) | BeginComments(block, next) | block.Equal('\'');
+        const std::uint32_t brackets = block.Equal(']').Mask() & in_line;
+        header.bracket = header.bracket == nullptr && brackets != 0 ? at + LowestBit(brackets) : header.bracket;
+        header.equal = header.equal || (block.Equal('=').Mask() & in_line) != 0;
+        header.plain = header.plain && (others.Mask() & in_line) == 0;
+        header.line_feed = ends != 0 ? at + LowestBit(ends) : nullptr;
+    }
+    return header;
+}
 
 class CSectionScan {
 public:
@@ -45,7 +72,7 @@ private:
         if (first >= text_.End() || *first != '[') {
             return false;
         }
-        const THeader header = MeasureHeader(first);
+        const THeader header = MeasureHeader(first + 1);
         if (!header.plain || header.bracket == nullptr || header.line_feed >= text_.End()) {
             return false;
         }
