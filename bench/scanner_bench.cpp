@@ -1,6 +1,7 @@
 // A walk through every section, key and value of a parameter file of 10 MB, the examples' files over and over, beside
-// inih with its values split at commas, and beside the limit: one table look-up a byte. Lines with a text in quotes, a
-// comment, an exponent or `..` are added to them in different shares: the names of the benchmarks tell which.
+// inih with its values split at commas, and beside the limit: one table look-up a byte. A text in quotes, a comment,
+// an exponent or `..` is added to a share of the lines, or a line that is a comment is put after them: the names of the
+// benchmarks tell which.
 #include <benchmark/benchmark.h>
 #include <ini.h>
 

@@ -16,7 +16,7 @@ inline constexpr std::uint32_t kMargin = 80;
 struct TLine {
     const char *name;       ///< the key text: what precedes the `=`, or the line, without the blanks around it
     const char *name_end;   ///< its end
-    const char *equal;      ///< the first `=` outside strings, or null
+    const char *equal;      ///< the first `=` outside strings and comments, or null
     const char *line_feed;  ///< the line's end, or the text's
 };
 
