@@ -144,6 +144,13 @@ TWideMask WideMask(const char *bytes, Question question) {
     return mask;
 }
 
+/// Asks the memory for what will be looked at soon, if the looks go on from these bytes: of itself the processor reads
+/// ahead to the end of the page only.
+inline void Prefetch(const char *bytes) {
+    constexpr std::uintptr_t kAhead = 1024;
+    __builtin_prefetch(reinterpret_cast<const void *>(reinterpret_cast<std::uintptr_t>(bytes) + kAhead));
+}
+
 /// The number of bits. Without an instruction for it, compilers call a function.
 inline std::uint32_t CountBits(TWideMask mask) {
     mask -= (mask >> 1U) & 0x5555555555555555;

@@ -9,6 +9,7 @@ static_assert(kMargin > kWideSize);
 
 void CLineWindow::Look(const char *begin) {
     window_ = begin;
+    Prefetch(begin);
     ends_ = WideMask(begin, [](const CByteBlock &block) { return block.Equal('\n'); });
     equals_ = WideMask(begin, [](const CByteBlock &block) { return block.Equal('='); });
     marks_ = WideMask(begin, [](const CByteBlock &block) { return block.AnyOf('\'', '('); });
