@@ -44,8 +44,8 @@ TNesting FindNesting(const char *bytes, const TMarks &marks, TWideMask open) {
     if (wrong != 0) {
         return FindInSteps(marks, ends, open);
     }
-    const bool whole = ((comments | ends) & kLast) == 0;
-    return {strings, comments | ends | ends << 1U, whole ? ~TWideMask{0} : std::bit_floor(marks.begins) - 1};
+    const TWideMask whole = ((comments | ends) >> (kWideSize - 1)) - 1;  // all bits if the last comment is
+    return {strings, comments | ends | ends << 1U, whole | (std::bit_floor(marks.begins) - 1)};
 }
 
 }  // namespace par_scanner::detail

@@ -77,11 +77,10 @@ void COddLineSearch::Look() {
     open_ = 0 - ((nesting.strings & nesting.known) >> (kWideSize - 1));
     ends_ &= nesting.known;
     unbroken_ = marks.breaks == 0 ? unbroken_ + 1 : 0;
+    next_ = window_ + std::countr_one(nesting.known);  // a comment that isn't seen whole begins the next window
     if (nesting.known == 0) {
         next_ = AfterComment(window_);
         noticed_ = next_ == nullptr ? 1 : 0;
-    } else if (nesting.known != ~TWideMask{0}) {
-        next_ = window_ + std::countr_one(nesting.known);  // the comment that isn't seen whole begins the next window
     }
 }
 
