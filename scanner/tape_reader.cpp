@@ -296,7 +296,8 @@ void CTapeReader::TerminateText() {
     return Finish(outcome, token, peek);
 }
 
-[[gnu::flatten]] bool CTapeReader::ReadTokenInPlace(std::uint32_t &error, TToken &token) {
+/// In one piece for the same reason. It begins at a cache line, since a token takes a tenth longer at some places else.
+[[gnu::flatten, gnu::aligned(64)]] bool CTapeReader::ReadTokenInPlace(std::uint32_t &error, TToken &token) {
     CDirectTape tape(*this);
     CLexer<CDirectTape> lexer(*this, tape);
     if (lexer.Read(error, true) != TOutcome::kToken) {
