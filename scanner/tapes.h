@@ -66,8 +66,8 @@ public:
     template <std::uint8_t Run>
     void StoreRun(std::uint32_t &count) {
         const std::uint32_t room = kTextSize - count;
-        const char *end = RunEnd<Run>(Left() > room ? at_ + room : end_);
-        count += static_cast<std::uint32_t>(end - at_);
+        const char *end = RunEnd<Run>(Between(at_, end_) > room ? at_ + room : end_);
+        count += Between(at_, end);
         at_ = end;
     }
     /// Stores a character that was taken last.
@@ -87,7 +87,7 @@ public:
         char *kept = reader_.token_text_.data();
         if (has_second_quotes_) {
             DropSecondQuotes(text_, kept, count);
-        } else if (count <= detail::CByteBlock::kSize && end_ - text_ >= detail::CByteBlock::kSize) {
+        } else if (count <= detail::CByteBlock::kSize && Between(text_, end_) >= detail::CByteBlock::kSize) {
             detail::CByteBlock(text_).Store(kept);
         } else {
             std::memcpy(kept, text_, count);
@@ -95,8 +95,8 @@ public:
     }
 
 private:
-    std::uint32_t Index() const { return static_cast<std::uint32_t>(at_ - reader_.data_); }
-    std::uint32_t Left() const { return static_cast<std::uint32_t>(end_ - at_); }
+    static std::uint32_t Between(const char *begin, const char *end) { return static_cast<std::uint32_t>(end - begin); }
+    std::uint32_t Index() const { return Between(reader_.data_, at_); }
 
     /// The reader's line and index are of the last line feed until the tape is destroyed.
     void BeginLine() {
@@ -106,7 +106,7 @@ private:
     }
 
     void SkipIndentation() {
-        while (Left() >= detail::CByteBlock::kSize) {
+        while (Between(at_, end_) >= detail::CByteBlock::kSize) {
             const std::uint32_t others = ~detail::CByteBlock(at_).Equal(' ').Mask() & detail::CByteBlock::kAll;
             if (others != 0) {
                 at_ += detail::LowestBit(others);
@@ -133,7 +133,7 @@ private:
     const char *RunEnd(const char *limit) const {
         const char *end = at_;
         if constexpr (Run != detail::kInNumber) {
-            while (limit - end >= detail::CByteBlock::kSize) {
+            while (Between(end, limit) >= detail::CByteBlock::kSize) {
                 const std::uint32_t ends = EndsRun<Run>(detail::CByteBlock(end));
                 if (ends != 0) {
                     end += detail::LowestBit(ends);
