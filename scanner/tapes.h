@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <cstring>
 
@@ -67,7 +68,7 @@ public:
     void StoreRun(std::uint32_t &count) {
         const std::uint32_t room = kTextSize - count;
         const char *end = RunEnd<Run>(Between(at_, end_) > room ? at_ + room : end_);
-        count += Between(at_, end);
+        count += static_cast<std::uint32_t>(end - at_);
         at_ = end;
     }
     /// Stores a character that was taken last.
@@ -95,8 +96,8 @@ public:
     }
 
 private:
-    static std::uint32_t Between(const char *begin, const char *end) { return static_cast<std::uint32_t>(end - begin); }
-    std::uint32_t Index() const { return Between(reader_.data_, at_); }
+    static std::size_t Between(const char *begin, const char *end) { return static_cast<std::size_t>(end - begin); }
+    std::uint32_t Index() const { return static_cast<std::uint32_t>(at_ - reader_.data_); }
 
     /// The reader's line and index are of the last line feed until the tape is destroyed.
     void BeginLine() {
