@@ -13,6 +13,8 @@ public:
     explicit CEditorContent(const CView &editor);
     void PutInto(CView &editor) const;
 
+    friend bool operator==(const CEditorContent &left, const CEditorContent &right) = default;
+
 private:
     std::string text_;
     std::size_t selected_ = 0;

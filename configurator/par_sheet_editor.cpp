@@ -1,7 +1,8 @@
-#include "configurator/editor_content.h"
 #include "configurator/node_names.h"
 #include "configurator/par_sheet_view.h"
 #include "configurator/texts.h"
+#include "driver/channels/text_out.h"
+#include "platform/view/text_view.h"
 
 namespace kq_pdt {
 
@@ -22,6 +23,7 @@ bool CParSheetView::DS_OpenCellEditor(std::uint32_t table, std::uint32_t row, st
     } else if (const TCellEditor *opened =
                    edit_.OpenCell(*found.section, found.key, CSheetTables::EditedCell(found, column))) {
         editor = opened->control.get();
+        opened_.emplace(*editor);
     }
     bubble_text_ = tables_.BubbleText(table, row, column);
     window_.ShowHint(bubble_text_);
@@ -78,7 +80,10 @@ void CParSheetView::CommitCell(std::uint32_t table, std::uint32_t row, std::uint
     const std::size_t section_index = data_.Instances().IndexOf(*found.section);
     const bool in_key = found.key != nullptr;
     const std::size_t key_index = in_key ? found.section->IndexOf(*found.key) : 0;
-    history_.Do(texts::kStepValue, [this, content, cell, section_index, in_key, key_index] {
+    // Who leaves a cell as it was took no step, unless the model makes something else of it.
+    const bool same = content == opened_;
+    const std::string before = same ? WrittenTexts() : std::string();
+    const auto commit = [this, content, cell, section_index, in_key, key_index] {
         if (edit_.Editor() == nullptr) {
             CSectionDef &section = *data_.Instances().List()[section_index];
             CKeyDef *key = in_key ? section.Keys()[key_index].get() : nullptr;
@@ -87,7 +92,18 @@ void CParSheetView::CommitCell(std::uint32_t table, std::uint32_t row, std::uint
             }
         }
         edit_.CloseCell(true);
-    });
+    };
+    history_.Do(texts::kStepValue, commit, [this, same, &before] { return !same || WrittenTexts() != before; });
+}
+
+/// What a save would write now.
+std::string CParSheetView::WrittenTexts() {
+    CTextView written;
+    written.SetHistoryKept(false);
+    CTextOut out(&written);
+    data_.WriteParText(out);
+    data_.Ranges().WriteDmfText(out);
+    return std::string(written.Text());
 }
 
 bool CParSheetView::DS_AppendRow(std::uint32_t table) {

@@ -2,10 +2,12 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "configurator/editor_content.h"
 #include "configurator/sheet_history.h"
 #include "configurator/sheet_tables.h"
 #include "model/report_window.h"
@@ -81,6 +83,7 @@ private:
     void ShowBubble();
     void OpenAddList(std::uint32_t table);
     void CommitCell(std::uint32_t table, std::uint32_t row, std::uint32_t column, const CView &editor);
+    std::string WrittenTexts();
     bool AddRow(std::uint32_t table, std::size_t choice);
 
     CParSheetData &data_;
@@ -89,7 +92,8 @@ private:
     CSheetEdit edit_;
     CSheetTables tables_;
     std::unique_ptr<CComboBox> add_list_;
-    bool deleting_ = false;  ///< the editor's node is about to go
+    std::optional<CEditorContent> opened_;  ///< what the editor held when it opened
+    bool deleting_ = false;                 ///< the editor's node is about to go
     std::string bubble_text_;
     TBubbleState bubble_state_ = TBubbleState::kNone;
     std::unique_ptr<CBubble> bubble_;

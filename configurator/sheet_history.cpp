@@ -64,8 +64,8 @@ void CSheetHistory::EditTaken(CJournal::TSteps &&steps) {
     }
 }
 
-/// Carries a step out and keeps it if its edit was taken.
-bool CSheetHistory::Carry(std::string_view name, const TAction &action) {
+/// Carries a step out and keeps it if its edit was taken and counts.
+bool CSheetHistory::Carry(std::string_view name, const TAction &action, const std::function<bool()> &counts) {
     TStep step;
     step.name = name;
     step.action = action;
@@ -80,16 +80,21 @@ bool CSheetHistory::Carry(std::string_view name, const TAction &action) {
         step.channels->Commit();
         return false;
     }
+    if (counts && !counts()) {
+        data_.TakeBackEdit(step.taken_back_by);
+        step.channels->RollBack();
+        return false;
+    }
     step.state_after = ++state_->states;
     state_->done.push_back(std::move(step));
     return true;
 }
 
-bool CSheetHistory::Do(std::string_view name, const TAction &action) {
+bool CSheetHistory::Do(std::string_view name, const TAction &action, const std::function<bool()> &counts) {
     const std::uint64_t before = edits_taken_;
     if (!state_ || open_ != nullptr) {
         action();
-    } else if (Carry(name, action)) {
+    } else if (Carry(name, action, counts)) {
         state_->undone.clear();
     }
     return edits_taken_ != before;
@@ -131,7 +136,7 @@ bool CSheetHistory::Redo() {
     const TStep step = std::move(state_->undone.back());
     state_->undone.pop_back();
     const std::uint64_t states = state_->states;
-    if (!Carry(step.name, step.action)) {
+    if (!Carry(step.name, step.action, nullptr)) {
         state_->undone.clear();
         return false;
     }

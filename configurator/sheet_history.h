@@ -34,8 +34,9 @@ public:
     /// Carries out a step, of a name for the menu: the edit that the action makes of the model can be taken back from
     /// now on, and what was taken back before can't be made again. Without an edit that was taken nothing is kept. The
     /// action is kept to make the step again, on the same state as the first time, so it names what it edits by
-    /// position and not by address. True if an edit was taken.
-    bool Do(std::string_view name, const TAction &action);
+    /// position and not by address. After an edit that was taken `counts` says whether it is a step at all; one that
+    /// isn't is taken back at once. True if an edit was taken.
+    bool Do(std::string_view name, const TAction &action, const std::function<bool()> &counts = nullptr);
     /// The edit under way was taken; called by whoever listens to the model.
     void EditTaken(CJournal::TSteps &&steps);
 
@@ -59,7 +60,7 @@ private:
     struct TStep;
     struct TState;
 
-    bool Carry(std::string_view name, const TAction &action);
+    bool Carry(std::string_view name, const TAction &action, const std::function<bool()> &counts);
 
     CParSheetData &data_;
     std::function<TAction()> snapshot_;

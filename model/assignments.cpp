@@ -1,6 +1,8 @@
 #include "model/assignments.h"
 
 #include <algorithm>
+#include <functional>
+#include <queue>
 
 #include "model/edit_state.h"
 #include "model/reference_index.h"
@@ -13,7 +15,11 @@ namespace kq_pdt {
 class CAssignments::CGuard {
 public:
     explicit CGuard(CAssignments &assignments) : assignments_(assignments) {
-        if (assignments_.depth_++ == 0) {
+        if (assignments_.depth_++ != 0) {
+            return;
+        }
+        assignments_.assignments_ = 0;
+        if (!assignments_.counts_on_) {
             assignments_.sections_created_ = 0;
         }
     }
@@ -25,9 +31,20 @@ private:
     CAssignments &assignments_;
 };
 
+CAssignments::CCommonCount::CCommonCount(CAssignments &assignments, std::uint32_t &count)
+    : assignments_(assignments), count_(count) {
+    assignments_.sections_created_ = count;
+    assignments_.counts_on_ = true;
+}
+
+CAssignments::CCommonCount::~CCommonCount() {
+    assignments_.counts_on_ = false;
+    count_ = assignments_.sections_created_;
+}
+
 CSectionDef *CAssignments::Assign(CVariable &variable, const TParValue &value, bool creates, bool &ok) {
     TEditState *edit = sheet_data_.Edit();
-    if (depth_ >= kMaxDepth ||
+    if (depth_ >= kMaxDepth || (depth_ != 0 && ++assignments_ > kMaxAssignments) ||
         (edit != nullptr && (edit->refused || ++edit->assignments > TEditState::kMaxAssignments))) {
         ok = false;
         sheet_data_.Refuse();
@@ -115,23 +132,25 @@ void CAssignments::NotifyReaders(const CVariable &variable, const TParValue &val
         }
         return;
     }
-    const CInstanceIndex &index = sheet_data_.Instances().Index();
-    std::uint32_t serial = 0;
-    while (true) {
-        CSectionDef *next = nullptr;
-        const TSectionUse *next_use = nullptr;
-        for (const TSectionUse &use : uses->readers) {
-            CSectionDef *candidate = index.NextOf(use.section, serial);
-            if (candidate != nullptr && (next == nullptr || candidate->Serial() < next->Serial())) {
-                next = candidate;
-                next_use = &use;
-            }
-        }
+    // Of each reader the serial number that its next instance has at least. Those that are created get higher ones.
+    using TTurn = std::pair<std::uint32_t, const TSectionUse *>;
+    std::priority_queue<TTurn, std::vector<TTurn>, std::greater<>> turns;
+    for (const TSectionUse &use : uses->readers) {
+        turns.emplace(1, &use);
+    }
+    const CInstances &instances = sheet_data_.Instances();
+    while (!turns.empty() && turns.top().first < instances.NextSerial()) {
+        const auto [serial, use] = turns.top();
+        turns.pop();
+        CSectionDef *next = instances.Index().NextOf(use->section, serial - 1);
         if (next == nullptr) {
-            return;
+            turns.emplace(instances.NextSerial(), use);
+        } else if (!turns.empty() && turns.top().first < next->Serial()) {
+            turns.emplace(next->Serial(), use);
+        } else {
+            turns.emplace(next->Serial() + 1, use);
+            next->FollowVariable(*use, &variable, value, ok);
         }
-        serial = next->Serial();
-        next->FollowVariable(*next_use, &variable, value, ok);
     }
 }
 

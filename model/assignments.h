@@ -25,6 +25,9 @@ public:
     static constexpr std::uint32_t kMaxDepth = 100;
     /// How many sections one assignment, or one edit, may create with all that it sets off.
     static constexpr std::uint32_t kMaxSections = 100;
+    /// How many others an assignment outside an edit may set off. Far more than the sections of a file can need, and
+    /// few enough that conditions in a circle, which refuse each other at each depth, come to an end.
+    static constexpr std::uint32_t kMaxAssignments = 100'000;
 
     explicit CAssignments(CParSheetData &sheet_data) : sheet_data_(sheet_data) {}
 
@@ -35,6 +38,18 @@ public:
     /// Creates the dependent sections of a section that was published but not, or not wholly, read from a text: those
     /// that its values would create when the text that is written is read.
     void CreateAsFromText(CSectionDef &section);
+    /// For the length of a block, all assignments count the sections that they create together, on from `count`.
+    class CCommonCount {
+    public:
+        CCommonCount(CAssignments &assignments, std::uint32_t &count);
+        ~CCommonCount();
+        CCommonCount(const CCommonCount &) = delete;
+        CCommonCount &operator=(const CCommonCount &) = delete;
+
+    private:
+        CAssignments &assignments_;
+        std::uint32_t &count_;
+    };
     /// While a file is read: an item that may have published a variable goes. It counts if a module takes it along,
     /// between a true and a false of NoteLostSources, which gives what was in force.
     void NoteLostSource(CVariable &variable);
@@ -80,7 +95,9 @@ private:
     bool notes_lost_sources_ = false;
     std::vector<CVariable *> lost_sources_;
     std::uint32_t depth_ = 0;             ///< assignments under way
+    std::uint32_t assignments_ = 0;       ///< that the outermost of them set off
     std::uint32_t sections_created_ = 0;  ///< by the outermost of them
+    bool counts_on_ = false;              ///< sections_created_ goes on from one to the next
 };
 
 }  // namespace kq_pdt

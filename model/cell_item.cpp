@@ -2,6 +2,8 @@
 
 #include "model/def_node.h"
 #include "model/item_list.h"
+#include "model/sheet_data.h"
+#include "model/var_ref_item.h"
 
 namespace kq_pdt {
 
@@ -60,6 +62,16 @@ bool CCellItem::BeginEditor(std::uint32_t &index, std::unique_ptr<TCellEditor> &
     return true;
 }
 
+/// Unknown values are never equal; but after one another nothing follows from another, and conditions in a circle would
+/// go on and on. An edit settles it at its end.
+bool CCellItem::IsUnknownStill(const TParValue &published) const {
+    const CVarRefItem *id = IdVariable();
+    const CVariable *variable = id != nullptr ? id->Variable() : nullptr;
+    return published.kind == TParKind::pvUndefined && variable != nullptr &&
+           variable->Stored().kind == TParKind::pvUndefined && SheetData() != nullptr &&
+           SheetData()->Edit() == nullptr;
+}
+
 /// An item that is switched on or off gives its variable its value, or takes it away, and its node's channels follow.
 void CCellItem::ParameterChanged(const CVariable *variable, const TParValue &value, bool &ok) {
     CItem::ParameterChanged(variable, value, ok);
@@ -67,8 +79,9 @@ void CCellItem::ParameterChanged(const CVariable *variable, const TParValue &val
     if (condition == nullptr || !condition->DependsOn(variable)) {
         return;
     }
-    if (Code() != TItemCode::kDll) {
-        ok = AssignToVariable(PublishedValue()) && ok;
+    const TParValue published = PublishedValue();
+    if (Code() != TItemCode::kDll && !IsUnknownStill(published)) {
+        ok = AssignToVariable(published) && ok;
     }
     if ((Attributes().roles & ~roleReadAll) != 0 && AskedNode() != nullptr) {
         AskedNode()->FollowChannels(ok);

@@ -31,6 +31,7 @@ protected:
 
 private:
     struct TChannelEdit;
+    bool IsUnknownStill(const TParValue &published) const;
     bool EditChannels(TCellEditor &editor);
     bool EditChannelNumber(const TChannelEdit &edit);
     bool EditFirst(const TChannelEdit &edit, bool by_count);

@@ -116,7 +116,7 @@ bool CCellItem::EditLast(const TChannelEdit &edit) {
 
 /// The first role that the item has decides. Text that is no number is refused.
 bool CCellItem::EditChannelNumber(const TChannelEdit &edit) {
-    if (edit.new_value.kind == TParKind::pvNone) {
+    if (!edit.new_value.IsNumber() && edit.new_value.kind != TParKind::pvUndefined) {
         return false;
     }
     if (AskedNode() == nullptr || !AskedNode()->Has(nfChannels)) {

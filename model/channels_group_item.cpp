@@ -35,6 +35,12 @@ TParValue Evaluate(const std::shared_ptr<const CExpression> &expression) {
     return value;
 }
 
+/// The value of a bound that was evaluated before. One that makes channels keeps them: another evaluation would make
+/// further ones.
+TParValue EvaluateAgain(const std::shared_ptr<const CExpression> &expression, const TParValue &before) {
+    return expression && expression->MakesChannels() ? before : Evaluate(expression);
+}
+
 }  // namespace
 
 CChannelsGroupItem::CChannelsGroupItem(CParSheetData *sheet_data)
@@ -111,6 +117,7 @@ bool CChannelsGroupItem::Define() {
     }
     to_ = to;
     if (to_.number == kNoNumber) {
+        sheet_data_->ReportError(texts::kBadChannel);
         return false;
     }
     if (to_.number < from_.number) {
@@ -130,7 +137,7 @@ void CChannelsGroupItem::Reconsider() {
     if (!defined_) {
         return;
     }
-    const bool stays = Evaluate(from_expression_) == from_ && Evaluate(to_expression_) == to_ &&
+    const bool stays = EvaluateAgain(from_expression_, from_) == from_ && EvaluateAgain(to_expression_, to_) == to_ &&
                        CurrentWord(type_rows_.get(), kwChType) == type_ &&
                        CurrentWord(direction_rows_.get(), kwChDirection) == direction_;
     if (!stays) {
@@ -162,8 +169,8 @@ bool CChannelsGroupItem::FollowWord(const CChannelCondList *rows, std::uint32_t 
 void CChannelsGroupItem::FollowBounds(const CVariable *variable, bool &ok) {
     const bool moves_from = References(from_expression_, variable);
     const bool moves_to = References(to_expression_, variable);
-    const TParValue from = Evaluate(from_expression_);
-    const TParValue to = Evaluate(to_expression_);
+    const TParValue from = EvaluateAgain(from_expression_, from_);
+    const TParValue to = EvaluateAgain(to_expression_, to_);
     if (from.kind == TParKind::pvUndefined || to.kind == TParKind::pvUndefined) {
         RemoveRange();
         return;

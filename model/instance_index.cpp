@@ -3,13 +3,12 @@
 #include <algorithm>
 
 #include "model/section_def.h"
-#include "platform/base/code_page.h"
 
 namespace kq_pdt {
 
 namespace {
 
-void InsertInOrder(std::vector<CSectionDef *> &list, CSectionDef &section) {
+void InsertInOrder(kq_base::TPoolVector<CSectionDef *> &list, CSectionDef &section) {
     const auto position =
         std::upper_bound(list.begin(), list.end(), section.Serial(),
                          [](std::uint32_t serial, const CSectionDef *other) { return serial < other->Serial(); });
@@ -17,7 +16,7 @@ void InsertInOrder(std::vector<CSectionDef *> &list, CSectionDef &section) {
 }
 
 /// The lists are in order, so neither taking the last instances first nor taking the first ones searches through them.
-void EraseInOrder(std::vector<CSectionDef *> &list, const CSectionDef &section) {
+void EraseInOrder(kq_base::TPoolVector<CSectionDef *> &list, const CSectionDef &section) {
     const auto found =
         std::lower_bound(list.begin(), list.end(), section.Serial(),
                          [](const CSectionDef *other, std::uint32_t serial) { return other->Serial() < serial; });
@@ -69,7 +68,7 @@ void CInstanceIndex::Insert(CSectionDef &section) {
     TEntry entry = Describe(section);
     switch (entry.form) {
         case TForm::kText:
-            InsertInOrder(by_text_[kq_base::ToUpper(entry.text)], section);
+            InsertInOrder(by_text_[CNameIndex::HashOf(entry.text)], section);
             break;
         case TForm::kPattern:
             InsertPattern(section, entry.leads);
@@ -90,7 +89,7 @@ void CInstanceIndex::Take(CSectionDef &section) {
     }
     const TEntry &entry = found->second;
     if (entry.form == TForm::kText) {
-        EraseFrom(by_text_, kq_base::ToUpper(entry.text), section);
+        EraseFrom(by_text_, CNameIndex::HashOf(entry.text), section);
     } else if (entry.form == TForm::kPattern) {
         TakePattern(section, entry.leads);
     } else if (entry.form == TForm::kSingle) {
@@ -137,9 +136,8 @@ void CInstanceIndex::Rename(CSectionDef &section) {
     }
 }
 
-void CInstanceIndex::Clear() {
+void CInstanceIndex::ForgetNames() {
     entries_.clear();
-    by_definition_.clear();
     by_text_.clear();
     patterns_of_.clear();
     patterns_.Clear();
@@ -202,7 +200,7 @@ void CInstanceIndex::FindCandidates(std::string_view text, std::vector<CSectionD
 }
 
 void CInstanceIndex::AppendByText(std::string_view text, std::vector<CSectionDef *> &candidates) const {
-    const auto found = by_text_.find(kq_base::ToUpper(text));
+    const auto found = by_text_.find(CNameIndex::HashOf(text));
     if (found == by_text_.end()) {
         return;
     }

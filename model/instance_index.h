@@ -3,10 +3,10 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 #include "model/name_index.h"
+#include "platform/base/pool_map.h"
 
 namespace kq_pdt {
 
@@ -24,7 +24,8 @@ public:
     void Remove(CSectionDef &section);
     /// The instance's name may show another text now.
     void Rename(CSectionDef &section);
-    void Clear();
+    /// From now on no instance is found by a text, only by its definition.
+    void ForgetNames();
 
     /// The first instance of a definition, or none.
     CSectionDef *FirstOf(const CSectionDef *definition) const;
@@ -41,6 +42,7 @@ public:
     void FindCandidates(std::string_view text, std::vector<CSectionDef *> &candidates) const;
 
 private:
+    using TSections = kq_base::TPoolVector<CSectionDef *>;
     enum class TForm { kNone, kText, kPattern, kSingle };
     struct TEntry {
         TForm form = TForm::kNone;
@@ -51,7 +53,7 @@ private:
     };
     /// The instances of a definition whose name is a pattern.
     struct TPatterns {
-        std::vector<CSectionDef *> sections;
+        TSections sections;
         std::uint32_t order = 0;        ///< in patterns_
         mutable std::size_t fresh = 0;  ///< before it all sections were taken
     };
@@ -63,11 +65,11 @@ private:
     void TakePattern(CSectionDef &section, const TLeads &leads);
     void AppendByText(std::string_view text, std::vector<CSectionDef *> &candidates) const;
 
-    std::unordered_map<const CSectionDef *, TEntry> entries_;
-    std::unordered_map<const CSectionDef *, std::vector<CSectionDef *>> by_definition_;
-    std::unordered_map<std::string, std::vector<CSectionDef *>> by_text_;
-    std::unordered_map<const CDefNode *, TPatterns> patterns_of_;  ///< by definition
-    CNameIndex patterns_;                                          ///< definitions
+    kq_base::TPoolMap<const CSectionDef *, TEntry> entries_;
+    kq_base::TPoolMap<const CSectionDef *, TSections> by_definition_;
+    kq_base::TPoolMap<std::uint64_t, TSections> by_text_;         ///< by the hash of the text that the name shows
+    kq_base::TPoolMap<const CDefNode *, TPatterns> patterns_of_;  ///< by definition
+    CNameIndex patterns_;                                         ///< definitions
     CNameIndex singles_;
     mutable std::vector<CNameIndex::TEntry> found_;
 };

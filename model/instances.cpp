@@ -169,6 +169,7 @@ void CInstances::ReleaseOf(const CSectionDef &definition) {
 
 /// From the back, since an instance may take those that its module brought along with it.
 void CInstances::Clear() {
+    index_.ForgetNames();
     while (!list_.empty()) {
         std::unique_ptr<CSectionDef> section = std::move(list_.back());
         list_.pop_back();

@@ -61,6 +61,8 @@ public:
     /// The position in the list of an instance that is in it.
     std::size_t IndexOf(const CSectionDef &section);
     const CInstanceIndex &Index() const { return index_; }
+    /// The serial number that the next instance to be created will have, higher than all others.
+    std::uint32_t NextSerial() const { return next_serial_; }
     bool Has(const CSectionDef &definition) const { return index_.FirstOf(&definition) != nullptr; }
 
 private:

@@ -155,6 +155,7 @@ public:
     CSectionDef *Dependent() const;
     void SetDependent(CSectionDef *section);
     /// After an edit: words of channels that the item's value picks follow it.
+    bool KeepsAnyNumber() const;
     void FollowWords();
     /// What the cell shows while the value is undefined.
     const kq_base::TText &NoneText() const {

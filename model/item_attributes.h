@@ -6,6 +6,7 @@
 #include <utility>
 #include <vector>
 
+#include "model/option_index.h"
 #include "platform/base/bounded_text.h"
 #include "platform/base/pooled.h"
 #include "template/language/expression.h"
@@ -50,12 +51,6 @@ public:
 
 private:
     std::unique_ptr<CExpression> expression_;
-};
-
-/// An entry of an `options` item.
-struct COptionEntry {
-    kq_base::TText text;   ///< what the parameter file holds
-    kq_base::TText label;  ///< what the sheet shows
 };
 
 /// What few items have: how they define channels.
@@ -106,7 +101,8 @@ struct TRareTexts {
 /// What an `options` item offers.
 struct TOptions {
     std::vector<COptionEntry> entries;
-    kq_base::TText pending_label;  ///< the label of the entry that comes next, only while a template is compiled
+    kq_base::TText pending_label;                 ///< the label of the next entry, only while a template is compiled
+    mutable std::unique_ptr<COptionIndex> index;  ///< made when a text is first looked for, after compilation
 };
 
 /// All that a template says about an item and that never changes afterwards. An item and its clones share it.

@@ -102,6 +102,14 @@ bool CItem::GetChannelAttr(std::uint32_t keyword, std::uint32_t &value) {
     return MapValue(is_type ? channel->type_map : channel->direction_map, record, value);
 }
 
+/// Does a reading leave the number as it is, in its range or not? It pulls those of names, and those after which a
+/// pattern goes on.
+bool CItem::KeepsAnyNumber() const {
+    const CDefNode *node = owner_ != nullptr ? owner_->Node() : nullptr;
+    const bool in_name = node != nullptr && node->Names() != nullptr && &node->Names()->Items() == owner_;
+    return node != nullptr && !in_name && owner_->Items().back().get() == this;
+}
+
 bool CItem::SetChannelAttr(std::uint32_t keyword, std::uint32_t number, std::string_view text, bool &matched) {
     if (!HasRole(RoleOf(keyword))) {
         return false;
@@ -112,7 +120,7 @@ bool CItem::SetChannelAttr(std::uint32_t keyword, std::uint32_t number, std::str
             return false;
         }
         matched = true;
-        const bool fits = keyword == kwChCount || IsInRange(number);
+        const bool fits = keyword == kwChCount || IsInRange(number) || KeepsAnyNumber();
         if (!fits || !SetValue(TParValue::Number(number))) {
             return false;
         }

@@ -1,6 +1,7 @@
 #include "model/name_index.h"
 
 #include <algorithm>
+#include <numeric>
 
 #include "model/const_item.h"
 #include "model/var_ref_item.h"
@@ -37,6 +38,10 @@ void CNameIndex::Extend(TLead &lead, std::string_view text) {
         lead.hash = HashWith(lead.hash, character);
         ++lead.length;
     }
+}
+
+std::uint64_t CNameIndex::HashOf(std::string_view text) {
+    return std::accumulate(text.begin(), text.end(), std::uint64_t{0}, HashWith);
 }
 
 TLeads CNameIndex::LeadsOf(const CItemSeq &name) {
@@ -77,7 +82,7 @@ std::uint64_t CNameIndex::KeyOf(std::uint64_t hash, TLead::TRest rest) {
 
 void CNameIndex::Add(const TLeads &leads, const TEntry &entry) {
     for (const TLead &lead : leads) {
-        std::vector<TEntry> &entries = entries_[KeyOf(lead.hash, lead.rest)];
+        auto &entries = entries_[KeyOf(lead.hash, lead.rest)];
         const auto position =
             std::upper_bound(entries.begin(), entries.end(), entry.order,
                              [](std::uint32_t order, const TEntry &other) { return order < other.order; });
@@ -92,7 +97,7 @@ void CNameIndex::Add(const TLeads &leads, const TEntry &entry) {
 void CNameIndex::Remove(const TLeads &leads, std::uint32_t order) {
     for (const TLead &lead : leads) {
         const auto found = entries_.find(KeyOf(lead.hash, lead.rest));
-        std::vector<TEntry> &entries = found->second;
+        auto &entries = found->second;
         entries.erase(std::lower_bound(entries.begin(), entries.end(), order,
                                        [](const TEntry &other, std::uint32_t number) { return other.order < number; }));
         if (entries.empty()) {

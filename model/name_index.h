@@ -3,10 +3,10 @@
 #include <bitset>
 #include <cstdint>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 #include "model/item_list.h"
+#include "platform/base/pool_map.h"
 
 namespace kq_pdt {
 
@@ -24,7 +24,7 @@ struct TLead {
 
     friend bool operator==(const TLead &, const TLead &) = default;
 };
-using TLeads = std::vector<TLead>;
+using TLeads = kq_base::TPoolVector<TLead>;
 
 /// Finds the names that a text may match among many, by the constants that they begin with. It leaves out only names
 /// that would fail in a match without any effect, so that a match of the others alone ends the same.
@@ -39,6 +39,8 @@ public:
         CDefNode *node;
     };
 
+    /// The same for texts that differ in the case of their letters alone.
+    static std::uint64_t HashOf(std::string_view text);
     static TLeads LeadsOf(const CItemSeq &name);
     /// Adds a name. No other one may have the same order.
     void Add(const TLeads &leads, const TEntry &entry);
@@ -56,7 +58,7 @@ private:
     static std::uint64_t KeyOf(std::uint64_t hash, TLead::TRest rest);
     void Collect(std::uint64_t hash, TLead::TRest rest, std::vector<TEntry> &found) const;
 
-    std::unordered_map<std::uint64_t, std::vector<TEntry>> entries_;
+    kq_base::TPoolMap<std::uint64_t, kq_base::TPoolVector<TEntry>> entries_;
     std::bitset<kMaxLength + 1> lengths_;  ///< of leads after which something may come
     std::size_t longest_ = 0;              ///< of these lengths
 };

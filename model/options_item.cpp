@@ -1,5 +1,6 @@
 #include "model/options_item.h"
 
+#include <cassert>
 #include <utility>
 
 #include "model/const_item.h"
@@ -117,6 +118,7 @@ void COptionsItem::SetAttribute(std::uint32_t keyword, std::uint32_t form, std::
         attributes.options = std::make_unique<TOptions>();
     }
     TOptions &options = *attributes.options;
+    assert(!options.index);
     if (form == kwLabel) {
         options.pending_label = text;
     } else {
@@ -131,22 +133,23 @@ void COptionsItem::SetAttribute(std::uint32_t keyword, std::uint32_t form, std::
 
 bool COptionsItem::FindEntry(std::string_view text, std::uint32_t position, TMatchStep &step,
                              std::uint32_t &index) const {
-    const std::vector<COptionEntry> &entries = Entries();
-    const bool case_sensitive = Attributes().case_sensitive;
-    bool found = false;
-    std::size_t length = 0;
-    for (std::size_t candidate = 0; candidate < entries.size(); ++candidate) {
-        const std::string_view entry = entries[candidate].text.View();
-        if ((!found || entry.size() >= length) && HasPartAt(text, position, entry, case_sensitive)) {
-            found = true;
-            length = entry.size();
-            index = static_cast<std::uint32_t>(candidate);
-        }
-    }
     step.complete = true;
     step.may_be_empty = false;
-    step.position = position + static_cast<std::uint32_t>(length);
-    return found;
+    step.position = position;
+    const TOptions *options = Attributes().options.get();
+    if (options == nullptr || position > text.size()) {
+        return false;
+    }
+    if (!options->index) {
+        options->index = std::make_unique<COptionIndex>(options->entries, Attributes().case_sensitive);
+    }
+    const std::uint32_t found = options->index->Find(text.substr(position));
+    if (found == kNoNumber) {
+        return false;
+    }
+    index = found;
+    step.position += static_cast<std::uint32_t>(options->entries[found].text.Length());
+    return true;
 }
 
 bool COptionsItem::Match(std::string_view text, std::uint32_t position, TMatchStep &step) {

@@ -12,7 +12,8 @@ namespace kq_pdt {
 namespace {
 
 /// Puts the variables of definitions back at its end. Where a name publishes, matching it assigns to them; but every
-/// name is matched with the values that the template gives, and every instance begins with those.
+/// name is matched with the values that the template gives, and every instance begins with those. A channel that a
+/// variable took when the name was matched stays its value, or each match would take another.
 class CTemplateValues {
 public:
     CTemplateValues() = default;
@@ -27,7 +28,9 @@ public:
     void Keep(const CDefNode &node) {
         if (node.Scope() != nullptr) {
             for (const auto &[name, variable] : node.Scope()->Variables()) {
-                values_.emplace_back(variable.get(), variable->Stored());
+                if (variable->Stored().kind != TParKind::pvNewChannel) {
+                    values_.emplace_back(variable.get(), variable->Stored());
+                }
             }
         }
     }
@@ -35,6 +38,14 @@ public:
 private:
     std::vector<std::pair<CVariable *, TParValue>> values_;
 };
+
+/// May a value of the key go to a variable?
+bool MayPublish(const CKeyDef &key) {
+    return std::any_of(key.Pars().begin(), key.Pars().end(), [](const auto &par) {
+        const auto &items = par->Items().Items();
+        return std::any_of(items.begin(), items.end(), [](const auto &item) { return item->IdVariable() != nullptr; });
+    });
+}
 
 std::string ShownName(CSectionDef &section) {
     const CScopeGuard scope(&section);
@@ -61,14 +72,12 @@ void CParReader::Read(std::string_view text) {
     }
     TPending retry;
     sheet_data_.Assignments().ForgetLostSources();
-    waits_for_sources_ = true;
     while (true) {
         const bool any_read = RunPass(pending, retry);
         const bool any_module = FollowModules(retry);
-        if (retry.empty() || !(any_read || any_module || waits_for_sources_)) {
+        if (retry.empty() || !(any_read || any_module)) {
             break;
         }
-        waits_for_sources_ = any_read || any_module;
         pending = std::move(retry);
         retry.clear();
     }
@@ -138,8 +147,7 @@ CSectionDef *CParReader::MatchInstance(std::string_view name, std::unique_ptr<CI
     return fresh != nullptr ? fresh : first;
 }
 
-/// False if neither a definition nor an instance has the name, so that a later pass may. A dependent section that no
-/// value has created yet waits as long as others can be read, since one of them may publish the value.
+/// False if neither a definition nor an instance has the name, so that a later pass may.
 bool CParReader::ReadSection(const TParSectionRef &section) {
     std::unique_ptr<CItemSeq> results;
     CSectionDef *definition = MatchDefinition(section.name, results);
@@ -160,9 +168,6 @@ bool CParReader::ReadSection(const TParSectionRef &section) {
         const bool waits =
             first != nullptr && definition->Has(nfModule) && definition->Has(nfRequired) && !first->WasTaken();
         instance = waits || !definition->Has(nfMultiple) ? first : nullptr;
-        if (instance == nullptr && definition->DependOn() != nullptr && waits_for_sources_) {
-            return false;
-        }
     }
     if (instance == nullptr) {
         instance = &sheet_data_.Instances().Append(definition->Clone(true));
@@ -194,21 +199,51 @@ void CParReader::Publish(CSectionDef &section) {
 }
 
 /// Nothing is written of a key whose values are switched off, so a line may be the first sign that no text comes for
-/// those before it in the template. What they have counts from there on.
+/// those before it in the template. What they have counts from there on. A key whose line is further down waits for it.
 void CParReader::PassOverKeys(CSectionDef &instance, const CKeyDef &key, std::size_t &next) {
     const auto &keys = instance.Keys();
-    const CScopeGuard section_scope(&instance);
     for (; next < keys.size() && keys[next].get() != &key && !keys[next]->Has(nfMultiple); ++next) {
-        const CScopeGuard key_scope(keys[next].get());
-        for (const auto &par : keys[next]->Pars()) {
-            if (!keys[next]->WasRead()) {
+        CKeyDef &passed = *keys[next];
+        if (!passed.WasRead() && MayPublish(passed) && !HasLine(instance, passed)) {
+            const CScopeGuard section_scope(&instance);
+            const CScopeGuard key_scope(&passed);
+            for (const auto &par : passed.Pars()) {
                 par->Items().PublishWithoutText();
             }
         }
     }
 }
 
+/// Does the section of the text have a line for the key?
+bool CParReader::HasLine(CSectionDef &instance, const CKeyDef &key) {
+    CSectionDef &definition = *instance.Definition();
+    for (const std::string_view name : std::exchange(lines_, {})) {
+        matcher_.Begin(name);
+        definition.KeyNames().Find(name, names_);
+        for (const CNameIndex::TEntry &found : names_) {
+            matcher_.AddPattern(found.node->Names()->Items(), &definition, found.node);
+        }
+        if (matcher_.RunSilently()) {
+            keys_with_line_.insert(names_[matcher_.Winner()].node);
+        }
+    }
+    return keys_with_line_.contains(key.Definition());
+}
+
+/// Keeps what HasLine needs, unless no key of the section can be passed over.
+void CParReader::NoteLines(const CSectionDef &instance) {
+    lines_.clear();
+    keys_with_line_.clear();
+    if (instance.Keys().empty() || instance.Keys().front()->Has(nfMultiple)) {
+        return;
+    }
+    for (bool more = scanner_->FirstKey(); more; more = scanner_->NextKey()) {
+        lines_.push_back(scanner_->KeyName());
+    }
+}
+
 void CParReader::ReadKeys(CSectionDef &definition, CSectionDef &instance) {
+    NoteLines(instance);
     std::size_t next = 0;
     for (bool more = scanner_->FirstKey(); more; more = scanner_->NextKey()) {
         const std::string_view text = scanner_->KeyName();

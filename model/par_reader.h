@@ -4,6 +4,8 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <unordered_map>
+#include <unordered_set>
 #include <utility>
 #include <vector>
 
@@ -48,7 +50,9 @@ private:
     CSectionDef *MatchDefinition(std::string_view name, std::unique_ptr<CItemSeq> &results);
     CSectionDef *MatchCandidates(std::string_view name, std::unique_ptr<CItemSeq> &results);
     CSectionDef *MatchInstance(std::string_view name, std::unique_ptr<CItemSeq> &results);
-    static void PassOverKeys(CSectionDef &instance, const CKeyDef &key, std::size_t &next);
+    void PassOverKeys(CSectionDef &instance, const CKeyDef &key, std::size_t &next);
+    bool HasLine(CSectionDef &instance, const CKeyDef &key);
+    void NoteLines(const CSectionDef &instance);
     void ReadKeys(CSectionDef &definition, CSectionDef &instance);
     const CKeyDef *MatchKey(std::string_view text, CSectionDef &definition, std::unique_ptr<CItemSeq> &results);
     std::unique_ptr<CKeyDef> NewKey(const CKeyDef &definition, const CItemSeq *results);
@@ -62,6 +66,7 @@ private:
     void AddUnknownSection(const TParSectionRef &section);
     void CheckRequiredSections();
     void PublishAdditions();
+    void PublishAddition(CSectionDef &section);
     void Warn(std::string_view text1, std::string_view text2, std::uint32_t line);
 
     CParSheetData &sheet_data_;
@@ -69,12 +74,15 @@ private:
     CMatcher matcher_;
     std::vector<CSectionDef *> candidates_;
     std::vector<CNameIndex::TEntry> names_;
+    std::vector<std::string_view> lines_;                  ///< the keys of the section's lines, until HasLine asks
+    std::unordered_set<const CDefNode *> keys_with_line_;  ///< their definitions, once it has asked
     /// What was read into sections that may go again with their module.
     std::vector<std::pair<TParSectionRef, std::weak_ptr<CSectionDef *>>> read_;
     TPending lost_;  ///< what is kept as unknown, since it keeps switching its own module off
     std::uint32_t module_changes_ = 0;
-    std::uint32_t published_ = 0;    ///< of the sections that came in addition, the serial number of the last one
-    bool waits_for_sources_ = true;  ///< a dependent section that nothing has created yet is left to a later pass
+    std::uint32_t published_ = 0;  ///< of the sections that came in addition, the serial number of the last one
+    /// How many sections were created with one that came in addition, by its serial number.
+    std::unordered_map<std::uint32_t, std::shared_ptr<std::uint32_t>> created_;
 };
 
 }  // namespace kq_pdt

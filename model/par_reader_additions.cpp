@@ -71,24 +71,43 @@ void CParReader::CheckRequiredSections() {
     }
 }
 
+/// What came in addition: dependent sections, and required ones of modules, which are published already. Sections that
+/// one of them creates count with it, however far down, so that templates whose sections create each other come to an
+/// end.
 void CParReader::PublishAdditions() {
-    // What came in addition: dependent sections, and required ones of modules, which are published already.
+    const CSectionList &list = sheet_data_.Instances().List();
     // NOLINTNEXTLINE(modernize-loop-convert): the list grows on the way.
-    for (std::size_t index = 0; index < sheet_data_.Instances().List().size(); ++index) {
-        CSectionDef &section = *sheet_data_.Instances().List()[index];
+    for (std::size_t index = 0; index < list.size(); ++index) {
+        CSectionDef &section = *list[index];
         const CSectionDef *definition = section.Definition();
         if (section.WasTaken() || definition == nullptr || section.Serial() <= published_) {
             continue;
         }
         published_ = section.Serial();
-        const bool depends = definition->DependOn() != nullptr;
-        if (depends) {
-            section.PublishTree();
+        if (definition->DependOn() == nullptr && !definition->Has(nfModule)) {
+            continue;
         }
-        if ((depends || definition->Has(nfModule)) && !section.IsReleased()) {
-            sheet_data_.Assignments().CreateAsFromText(section);
-            section.CommitChannels();
+        const std::uint32_t last = list.back()->Serial();
+        const std::uint32_t itself = definition->DependOn() != nullptr ? 1 : 0;
+        const auto count =
+            created_.try_emplace(section.Serial(), std::make_shared<std::uint32_t>(itself)).first->second;
+        {
+            const CAssignments::CCommonCount common(sheet_data_.Assignments(), *count);
+            PublishAddition(section);
         }
+        for (auto created = list.rbegin(); created != list.rend() && (*created)->Serial() > last; ++created) {
+            created_.emplace((*created)->Serial(), count);
+        }
+    }
+}
+
+void CParReader::PublishAddition(CSectionDef &section) {
+    if (section.Definition()->DependOn() != nullptr) {
+        section.PublishTree();
+    }
+    if (!section.IsReleased()) {
+        sheet_data_.Assignments().CreateAsFromText(section);
+        section.CommitChannels();
     }
 }
 

@@ -15,7 +15,12 @@ bool Declares(const CDefNode &node, std::string_view name) {
 }  // namespace
 
 bool TSectionUse::Holds(const CKeyDef *definition) const {
-    return std::find(keys.begin(), keys.end(), definition) != keys.end();
+    if (definition == nullptr) {
+        return false;
+    }
+    const auto found = std::lower_bound(keys.begin(), keys.end(), definition->Index(),
+                                        [](const CKeyDef *key, std::size_t index) { return key->Index() < index; });
+    return found != keys.end() && *found == definition;
 }
 
 void CReferenceIndex::Rebuild(const CSectionList &definitions) {

@@ -273,7 +273,9 @@ void CAssignments::FindCreators(std::vector<TPublisher> &publishers) {
 
 void CAssignments::CreateAsFromText(CSectionDef &section) {
     const CScopeGuard scope(&section);
-    sections_created_ = 0;
+    if (!counts_on_) {
+        sections_created_ = 0;
+    }
     const auto create = [&](CItem &item) {
         const CVarRefItem *reference = item.IdVariable();
         if (reference == nullptr || item.Dependent() != nullptr ||

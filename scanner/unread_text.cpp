@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <optional>
 
 #include "scanner/tape_reader.h"
 
@@ -27,11 +28,14 @@ public:
                 at_line_start = false;
                 if (token_.kind != kIdentifier || token_.View() != "\r") {
                     NoteText(begin_);
+                    PassKey();
                 }
             }
         }
         if (failed_) {
             Note(AfterComments(begin_), TUnreadReason::kFromReadFailureOn);
+        } else if (unfinished_ && in_section_ && !keys_ended_) {
+            Note(AfterComments(*unfinished_), TUnreadReason::kUnfinishedLine);
         }
         return std::move(found_);
     }
@@ -46,16 +50,34 @@ private:
         std::uint32_t error = 0;
         ended_ = !tape_.ReadToken(error, token_, false);
         failed_ = ended_ && AfterComments(begin_).index < text_.size();
+        if (!ended_ && token_.kind == kLineEnd) {
+            unfinished_.reset();
+            has_value_ = false;
+        }
         return !ended_;
+    }
+
+    /// Passes a token of a line that is no header. The first begins a key, which has to be followed by `=` or a line
+    /// end.
+    void PassKey() {
+        if (token_.kind == kEqual) {
+            unfinished_.reset();
+            has_value_ = true;
+        } else if (!unfinished_ && !has_value_) {
+            unfinished_ = begin_;
+        }
     }
 
     /// Reads on after a `[` that begins a line.
     void PassHeader() {
         const TPosition bracket = begin_;
+        unfinished_ = bracket;
         while (Read() && token_.kind != kLineEnd) {
+            PassKey();
             if (token_.kind == kRightBracket) {
                 in_section_ = true;
                 keys_ended_ = false;
+                unfinished_.reset();
                 while (Read() && token_.kind != kLineEnd) {
                 }
                 return;
@@ -118,7 +140,9 @@ private:
     std::string_view text_;
     CTapeReader tape_;
     TToken token_;
-    TPosition begin_;  ///< where reading the token began
+    TPosition begin_;                      ///< where reading the token began
+    std::optional<TPosition> unfinished_;  ///< where the line's key begins, as long as no `=` follows
+    bool has_value_ = false;               ///< the line has a `=`
     std::vector<TUnreadText> found_;
     bool ended_ = false;
     bool failed_ = false;

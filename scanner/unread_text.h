@@ -14,6 +14,7 @@ enum class TUnreadReason : std::uint8_t {
     kFromMalformedHeaderOn,  ///< a line begins with `[` and is no header: it and all after it up to the next
                              ///< header
     kFromReadFailureOn,      ///< a string or comment that isn't closed, or a malformed number: all the rest
+    kUnfinishedLine,         ///< the last line is a key without `=`, and no line end follows
 };
 
 /// The start of a part of the text that isn't read.

@@ -82,6 +82,8 @@ inline const std::string kShowing =
     "def_section name = 'Port'; def_key name = 'Unit'; par = number { id = %m% }; end_key "
     "end_section def_section name = 'Meter' + %m% + '-' + number; multiple; "
     "def_key name = 'Key'; par = number; end_key end_section ";
+inline const std::string kPort =
+    "def_section name = 'Port'; required; def_key name = 'Unit'; par = number { id = %m% }; end_key end_section ";
 inline const std::string kBlock =
     "def_section name = 'Unit'; def_key name = 'Block'; multiple; channels; "
     "par = number { ch_from }; par = number { ch_to }; "
@@ -214,6 +216,20 @@ inline const std::vector<TFamily> &GrowthFamilies() {
                                  "def_section name = 'S#'; required; def_key name = 'K'; par = number { id = %v#% }; "
                                  "end_key end_section\n"),
                            "", ""};
+         }},
+        {"sections that read one variable", 4000,
+         [](auto n) {
+             return TInput{kPort + Times(n,
+                                         "def_section name = 'S#'; def_key name = 'K'; "
+                                         "par = number { enable_if %m% = 1 }; end_key end_section\n"),
+                           Times(n, "[S#]\nK = 1\n"), ""};
+         }},
+        {"keys that read one variable", 4000,
+         [](auto n) {
+             return TInput{kPort + "def_section name = 'S'; " +
+                               Times(n, "def_key name = 'K#'; par = number { enable_if %m% = 1 }; end_key\n") +
+                               "end_section",
+                           "[S]\n" + Times(n, "K# = 1\n"), ""};
          }},
         {"groups", 10000,
          [](auto n) {

@@ -2,7 +2,6 @@
 
 #include <QCheckBox>
 #include <QHBoxLayout>
-#include <QIcon>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
@@ -11,13 +10,15 @@
 #include <QVBoxLayout>
 #include <utility>
 
+#include "desktop/peers/icons.h"
+
 namespace kq_desktop {
 
 namespace {
 
 QToolButton *MakeButton(const char *icon, const QString &tip) {
     auto *button = new QToolButton;
-    button->setIcon(QIcon(QStringLiteral(":/kqconf/%1.svg").arg(QLatin1String(icon))));
+    button->setIcon(LoadIcon(QLatin1String(icon)));
     button->setAutoRaise(true);
     button->setToolTip(tip);
     button->setAccessibleName(tip);
@@ -31,7 +32,7 @@ CFindBar::CFindBar(TActions actions)
       text_(new QLineEdit),
       replacement_(new QLineEdit),
       replace_row_(new QWidget),
-      match_case_(new QCheckBox(QStringLiteral("Rozlišovat &velikost"))),
+      match_case_(new QCheckBox(QStringLiteral("Rozlišovat ve&likost"))),
       whole_word_(new QCheckBox(QStringLiteral("&Celá slova"))),
       answer_(new QLabel) {
     setFrameShape(NoFrame);
@@ -65,6 +66,7 @@ CFindBar::CFindBar(TActions actions)
     second->addWidget(all);
     second->addStretch(1);
     rows->addWidget(replace_row_);
+    setTabOrder(text_, replacement_);
     connect(previous, &QToolButton::clicked, this, [this] { Find(true); });
     connect(next, &QToolButton::clicked, this, [this] { Find(false); });
     connect(close, &QToolButton::clicked, this, [this] { Close(); });
@@ -96,7 +98,7 @@ void CFindBar::Find(bool backwards) {
 }
 
 void CFindBar::Replace() {
-    actions_.replace(text_->text(), replacement_->text());
+    actions_.replace(text_->text(), replacement_->text(), Options(false));
     Find(false);
 }
 

@@ -17,7 +17,8 @@ public:
     struct TActions {
         std::function<bool(const QString &text, const CTextView::TFindOptions &options)> find;
         /// Replaces the found text, if it is selected.
-        std::function<void(const QString &text, const QString &replacement)> replace;
+        std::function<void(const QString &text, const QString &replacement, const CTextView::TFindOptions &options)>
+            replace;
         std::function<std::size_t(const QString &text, const QString &replacement,
                                   const CTextView::TFindOptions &options)>
             replace_all;

@@ -32,7 +32,7 @@ CDesktopHost::CDesktopHost(TDriverFiles files, std::uint32_t language, QString m
 QString CDesktopHost::Documentation() const {
     const QFileInfo module(files_.module);
     for (const char *suffix : {"html", "pdf", "md", "txt"}) {
-        const QString path =
+        QString path =
             module.dir().absoluteFilePath(module.completeBaseName() + QLatin1Char('.') + QLatin1String(suffix));
         if (QFileInfo::exists(path)) {
             return path;

@@ -2,12 +2,13 @@
 
 #include <QFrame>
 #include <QHBoxLayout>
-#include <QIcon>
 #include <QLabel>
 #include <QPushButton>
 #include <QTimer>
 #include <QToolButton>
 #include <QVBoxLayout>
+
+#include "desktop/peers/icons.h"
 
 namespace kq_desktop {
 
@@ -37,7 +38,7 @@ void CNotices::Show(const QString &key, const QString &text, const QList<TButton
     auto *row = new QHBoxLayout(bar);
     row->setContentsMargins(8, 4, 6, 4);
     auto *icon = new QLabel;
-    icon->setPixmap(QIcon(QStringLiteral(":/kqconf/warning.svg")).pixmap(18, 18));
+    icon->setPixmap(LoadIcon(QStringLiteral("warning")).pixmap(18, 18));
     auto *label = new QLabel(text);
     label->setTextFormat(Qt::PlainText);
     label->setWordWrap(true);
@@ -50,7 +51,7 @@ void CNotices::Show(const QString &key, const QString &text, const QList<TButton
         row->addWidget(shown);
     }
     auto *dismiss = new QToolButton;
-    dismiss->setIcon(QIcon(QStringLiteral(":/kqconf/dismiss.svg")));
+    dismiss->setIcon(LoadIcon(QStringLiteral("dismiss")));
     dismiss->setAutoRaise(true);
     dismiss->setToolTip(QStringLiteral("Skrýt"));
     dismiss->setAccessibleName(QStringLiteral("Skrýt upozornění"));

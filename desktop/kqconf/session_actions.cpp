@@ -18,6 +18,7 @@
 #include "desktop/kqconf/find_bar.h"
 #include "desktop/kqconf/session_frame.h"
 #include "desktop/kqconf/text_files.h"
+#include "desktop/peers/icons.h"
 #include "desktop/peers/text.h"
 #include "desktop/peers/text_editor.h"
 #include "desktop/peers/text_peer.h"
@@ -27,11 +28,14 @@ namespace kq_desktop {
 
 namespace {
 
+/// By so much a key changes a pane's height: about a row.
+constexpr int kPaneStep = 24;
+
 QAction *Add(QMenu &menu, const char16_t *text, const QKeySequence &key, const std::function<void()> &action,
              const char *icon = nullptr) {
     QAction *added = menu.addAction(QString::fromUtf16(text));
     if (icon != nullptr) {
-        added->setIcon(QIcon(QStringLiteral(":/kqconf/%1.svg").arg(QLatin1String(icon))));
+        added->setIcon(LoadIcon(QLatin1String(icon)));
     }
     added->setShortcut(key);
     QObject::connect(added, &QAction::triggered, &menu, action);
@@ -138,6 +142,9 @@ void CSessionFrame::AddKeys() {
             window_.SheetToolBox().UserPress(cmDelete);
         }
     });
+    // Not Ctrl+Alt: with it many window systems go to another desktop.
+    add(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Up), [this] { SizeLowerPane(kPaneStep); });
+    add(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Down), [this] { SizeLowerPane(-kPaneStep); });
     // From one pane or notice to the next.
     add(QKeySequence(Qt::Key_F6), [this] {
         const QList<CView *> views = OnText()
@@ -156,6 +163,15 @@ void CSessionFrame::AddKeys() {
             shown[(at + 1) % shown.size()]->setFocus(Qt::ShortcutFocusReason);
         }
     });
+}
+
+/// The messages' pane on the text's tab and for who is in it, otherwise that of the channels.
+void CSessionFrame::SizeLowerPane(int by) {
+    const bool messages = OnText() || CQtPeer::Of(&window_.Messages())->Widget()->hasFocus();
+    CSplitterPane &panes = messages ? window_.WindowSplitter() : window_.SheetSplitter();
+    if (panes.IsPaneShown(CSplitterPane::TPane::kLower)) {
+        panes.UserSplit(panes.SplitPosition() - by);
+    }
 }
 
 void CSessionFrame::Activate(std::uint32_t tab) {
@@ -210,11 +226,17 @@ void CSessionFrame::AddFindBar() {
     find_bar_ = new CFindBar(
         {.find = [this](const QString &text, const CTextView::TFindOptions &options) { return Find(text, options); },
          .replace =
-             [this](const QString &text, const QString &replacement) {
-                 const CTextView &view = window_.ParView();
-                 const QString selected = ToQt(view.Text().substr(view.SelectionStart(), view.SelectionLength()));
-                 if (selected.compare(text, Qt::CaseInsensitive) == 0) {
-                     window_.ParView().UserReplaceSelection(FromQt(replacement));
+             [this](const QString &text, const QString &replacement, const CTextView::TFindOptions &options) {
+                 CTextView &view = window_.ParView();
+                 const std::size_t start = view.SelectionStart();
+                 const std::size_t end = start + view.SelectionLength();
+                 view.UserSelect(start, start);
+                 if (view.UserFind(FromQt(text), options) && view.SelectionStart() == start &&
+                     start + view.SelectionLength() == end) {
+                     view.UserReplaceSelection(FromQt(replacement));
+                 } else {
+                     // What is selected isn't what is looked for.
+                     view.UserSelect(start, end);
                  }
              },
          .replace_all =
@@ -246,9 +268,10 @@ bool CSessionFrame::Find(const QString &text, const CTextView::TFindOptions &opt
 void CSessionFrame::OpenFind(bool replace) { find_bar_->Open(OnText(), replace); }
 
 void CSessionFrame::ShowShortcuts() {
-    static constexpr std::array<std::pair<const char16_t *, const char16_t *>, 27> kKeys = {{
+    static constexpr std::array<std::pair<const char16_t *, const char16_t *>, 28> kKeys = {{
         {u"Ctrl+1, Ctrl+2", u"karta Parametry, karta Textový editor"},
         {u"F6", u"další část okna, také upozornění"},
+        {u"Ctrl+Shift+↑, Ctrl+Shift+↓", u"zvýšit a snížit dolní část okna"},
         {u"Ctrl+S", u"uložit"},
         {u"Ctrl+Enter", u"použít: uložit a uzavřít"},
         {u"Ctrl+W, Ctrl+Q", u"uzavřít"},

@@ -52,6 +52,7 @@ private:
     void FillRecent(QMenu &menu);
     void AddLanguages(QMenu &menu);
     void AddKeys();
+    void SizeLowerPane(int by);
     void Activate(std::uint32_t tab);
     void AskForFile();
     void GoToLine();

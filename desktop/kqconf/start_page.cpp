@@ -4,7 +4,6 @@
 #include <QDragEnterEvent>
 #include <QFileDialog>
 #include <QFileInfo>
-#include <QIcon>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QListWidget>
@@ -13,12 +12,13 @@
 #include <QVBoxLayout>
 
 #include "desktop/kqconf/text_files.h"
+#include "desktop/peers/icons.h"
 
 namespace kq_desktop {
 
 CStartPage::CStartPage() : recent_(new QListWidget) {
     setWindowTitle(QStringLiteral("Konfigurátor ovladačů"));
-    setWindowIcon(QIcon(QStringLiteral(":/kqconf/library.svg")));
+    setWindowIcon(LoadIcon(QStringLiteral("library")));
     setAcceptDrops(true);
     resize(620, 420);
     auto *rows = new QVBoxLayout(this);
@@ -33,12 +33,12 @@ CStartPage::CStartPage() : recent_(new QListWidget) {
         new QLabel(QStringLiteral("Otevřete parametrický soubor (PAR), šablonu (PDT) nebo modul ovladače, nebo "
                                   "soubor přetáhněte sem."));
     hint->setWordWrap(true);
-    auto *open = new QPushButton(QIcon(QStringLiteral(":/kqconf/open.svg")), QStringLiteral("&Otevřít soubor…"));
+    auto *open = new QPushButton(LoadIcon(QStringLiteral("open")), QStringLiteral("&Otevřít soubor…"));
     open->setDefault(true);
     recent_->setAccessibleName(QStringLiteral("Nedávné soubory"));
     for (const QString &path : RecentFiles()) {
         auto *item = new QListWidgetItem(
-            QIcon(QStringLiteral(":/kqconf/text-tab.svg")),
+            LoadIcon(QStringLiteral("text-tab")),
             QStringLiteral("%1\n%2").arg(QFileInfo(path).fileName(), QFileInfo(path).absolutePath()), recent_);
         item->setData(Qt::UserRole, path);
     }

@@ -20,7 +20,7 @@ QString StateFolder(const QString &below) {
     if (base.isEmpty() || !QDir::isAbsolutePath(base)) {
         base = QDir::homePath() + QStringLiteral("/.local/state");
     }
-    const QString folder = base + QStringLiteral("/kqconf") + (below.isEmpty() ? below : QLatin1Char('/') + below);
+    QString folder = base + QStringLiteral("/kqconf") + (below.isEmpty() ? below : QLatin1Char('/') + below);
     QDir().mkpath(folder);
     QFile::setPermissions(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
     return folder;

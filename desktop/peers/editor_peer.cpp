@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QRegularExpression>
 #include <QTimer>
 
 #include "desktop/peers/sheet_peer.h"
@@ -28,6 +29,15 @@ void CEditorPeer::SetEditor(QWidget *editor, QLineEdit *line) {
     editor->installEventFilter(this);
     if (line != nullptr && line != editor) {
         line->installEventFilter(this);
+    }
+    if (line != nullptr) {
+        // The view has taken the first line of what was pasted.
+        QObject::connect(line, &QLineEdit::textChanged, line, [line](const QString &text) {
+            const auto end = text.indexOf(QRegularExpression(QStringLiteral("[\r\n]")));
+            if (end >= 0) {
+                line->setText(text.left(end));
+            }
+        });
     }
     SetWidget(editor);
 }

@@ -1,20 +1,21 @@
 #include "desktop/peers/label_peers.h"
 
 #include <QApplication>
-#include <QLabel>
 #include <QPushButton>
 #include <QToolTip>
 
+#include "desktop/peers/elided_text.h"
 #include "desktop/peers/text.h"
 
 namespace kq_desktop {
 
 CStaticTextPeer::CStaticTextPeer(CStaticText &view, CPeerAdvice &advice) : CQtPeer(advice), view_(view) {
-    auto *label = new QLabel(ToQt(view.Text()));
+    auto *label = new CElidedLabel(ToQt(view.Text()));
     label->setTextFormat(Qt::PlainText);
     label->setMargin(4);
     if (view.Parent() == nullptr || view.Parent()->ModalOwner() == nullptr) {
-        // A long text is cut, it doesn't make the window wider.
+        // A long text doesn't make the window wider.
+        label->setToolTip(label->text());
         label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
     }
     SetWidget(label);
@@ -23,7 +24,7 @@ CStaticTextPeer::CStaticTextPeer(CStaticText &view, CPeerAdvice &advice) : CQtPe
 void CStaticTextPeer::Show(const TViewNotice &notice) {
     if (notice.change == TViewChange::kContent) {
         const QString text = ToQt(view_.Text());
-        static_cast<QLabel *>(Widget())->setText(text);
+        static_cast<CElidedLabel *>(Widget())->setText(text);
         Widget()->setToolTip(text);
     }
 }

@@ -1,8 +1,7 @@
 #include "desktop/peers/qt_peer.h"
 
-#include <QIcon>
-
 #include "desktop/peers/advice.h"
+#include "desktop/peers/icons.h"
 
 namespace kq_desktop {
 
@@ -40,7 +39,7 @@ void CQtPeer::AreaInvalidated(CView & /*view*/, const TRect & /*area*/) {
 
 QIcon CQtPeer::Icon(std::uint32_t number) const {
     const QString name = advice_.IconName(number);
-    return name.isEmpty() ? QIcon() : QIcon(QStringLiteral(":/kqconf/%1.svg").arg(name));
+    return name.isEmpty() ? QIcon() : LoadIcon(name);
 }
 
 }  // namespace kq_desktop

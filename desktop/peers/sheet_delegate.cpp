@@ -3,6 +3,7 @@
 #include <QPainter>
 #include <QPalette>
 
+#include "desktop/peers/colors.h"
 #include "desktop/peers/sheet_model.h"
 
 namespace kq_desktop {
@@ -11,17 +12,6 @@ namespace {
 
 /// Units above and below the text of a row.
 constexpr int kMargin = 4;
-
-/// A share of one colour in another, or more of it where the page is black: there dim lines and texts aren't seen.
-double Share(const QColor &base, double share) {
-    constexpr int kBlack = 16;
-    return base.lightness() < kBlack ? (1 + share) / 2 : share;
-}
-
-QColor Mix(const QColor &left, const QColor &right, double share) {
-    const auto part = [share](int from, int to) { return static_cast<int>(from + (to - from) * share); };
-    return {part(left.red(), right.red()), part(left.green(), right.green()), part(left.blue(), right.blue())};
-}
 
 }  // namespace
 
@@ -40,7 +30,7 @@ void CSheetDelegate::initStyleOption(QStyleOptionViewItem *option, const QModelI
         option->font.setPointSizeF(option->font.pointSizeF() * 0.92);
         option->state &= ~QStyle::State_Selected;
     } else if (index.data(CSheetModel::kDisabledRole).toBool()) {
-        option->palette.setColor(QPalette::Text, Mix(base, text, Share(base, 0.45)));
+        option->palette.setColor(QPalette::Text, Dim(base, text, 0.45));
     } else if (index.data(CSheetModel::kAddRole).toBool()) {
         option->palette.setColor(QPalette::Text, option->palette.color(QPalette::Link));
         option->font.setItalic(true);
@@ -53,7 +43,7 @@ void CSheetDelegate::PaintField(QPainter &painter, const QStyleOptionViewItem &o
     const QColor text = option.palette.color(QPalette::Active, QPalette::Text);
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(Mix(base, text, Share(base, 0.22)));
+    painter.setPen(Dim(base, text, 0.22));
     painter.setBrush(Qt::NoBrush);
     painter.drawRoundedRect(QRectF(option.rect).adjusted(1.5, 1.5, -1.5, -1.5), 3, 3);
     painter.restore();

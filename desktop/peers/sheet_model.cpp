@@ -128,6 +128,8 @@ bool CSheetModel::Sync() {
             return false;
         }
     }
+    // A sheet that had no row may have had other columns then.
+    AddColumns(kRoot);
     for (auto &[table, known] : known_) {
         // What comes or goes without a word of it is at the end: the row that adds others.
         const std::uint32_t shown = sheet_.ShownRowCount(table);

@@ -3,9 +3,9 @@
 #include <QBrush>
 #include <QColor>
 #include <QFont>
-#include <QIcon>
 
 #include "desktop/peers/advice.h"
+#include "desktop/peers/icons.h"
 #include "desktop/peers/sheet_model.h"
 #include "desktop/peers/text.h"
 
@@ -88,13 +88,18 @@ QString CSheetModel::TitleOf(const TPlace &place) const {
     return place.column == 1 || heading.isEmpty() ? row : QStringLiteral("%1, %2").arg(row, heading);
 }
 
-/// For those who don't see the row and the heading of a cell; its name is what it shows.
+/// For those who don't see the row and the heading of a cell; its name is what it shows. What can be edited is said in
+/// words, since Qt gives the cells of a tree no state for it.
 QString CSheetModel::Description(const TPlace &place, bool disabled) const {
     QString tip = ToolTip(place, disabled);
     if (place.column == 1) {
         return tip;
     }
-    return tip.isEmpty() ? TitleOf(place) : QStringLiteral("%1. %2").arg(TitleOf(place), tip);
+    QString title = TitleOf(place);
+    if (sheet_.CanEdit(place.table, place.row, place.column)) {
+        title += QStringLiteral(", lze upravit");
+    }
+    return tip.isEmpty() ? title : QStringLiteral("%1. %2").arg(title, tip);
 }
 
 QVariant CSheetModel::CellData(const TPlace &place, int role) const {
@@ -106,7 +111,7 @@ QVariant CSheetModel::CellData(const TPlace &place, int role) const {
             return sheet_.CanEdit(place.table, place.row, place.column);
         case Qt::DecorationRole:
             if (place.column == 1 && !adds && !advice_.RowProblem(sheet_, place.table, place.row).isEmpty()) {
-                return QIcon(QStringLiteral(":/kqconf/warning.svg"));
+                return LoadIcon(QStringLiteral("warning"));
             }
             return {};
         default:

@@ -85,6 +85,8 @@ void CSplitterPeer::Show(const TViewNotice &notice) {
     const bool shown = notice.change == TViewChange::kVisible;
     if (!syncing_ && sized_ && (notice.change == TViewChange::kArea || shown)) {
         ApplySplit(view_.Rect().depth - view_.SplitPosition());
+        // A pane gets no smaller than its widget allows.
+        Moved();
     }
 }
 

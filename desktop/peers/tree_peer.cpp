@@ -6,6 +6,7 @@
 #include <utility>
 #include <vector>
 
+#include "desktop/peers/icons.h"
 #include "desktop/peers/text.h"
 
 namespace kq_desktop {
@@ -93,7 +94,7 @@ void CTreePeer::ShowMark(QTreeWidgetItem &shown) const {
     const bool exclusive = item.Has(kTreeItemExclusive);
     const QString name = QStringLiteral("%1-%2").arg(exclusive ? QStringLiteral("radio") : QStringLiteral("check"),
                                                      tagged ? QStringLiteral("on") : QStringLiteral("off"));
-    shown.setIcon(0, QIcon(QStringLiteral(":/kqconf/%1.svg").arg(name)));
+    shown.setIcon(0, LoadIcon(name));
     shown.setData(0, Qt::AccessibleDescriptionRole,
                   tagged ? QStringLiteral("zaškrtnuto") : QStringLiteral("nezaškrtnuto"));
 }

@@ -7,13 +7,13 @@
 #include <QLabel>
 #include <QMainWindow>
 #include <QMenuBar>
-#include <QStatusBar>
 #include <QTimer>
 #include <QToolBar>
 #include <QVBoxLayout>
 #include <functional>
 #include <utility>
 
+#include "desktop/peers/elided_text.h"
 #include "desktop/peers/text.h"
 
 namespace kq_desktop {
@@ -111,7 +111,9 @@ void CWindowPeer::AddChild(CView &child, QWidget &widget) {
     if (&child == view_.MenuBar()) {
         MainWindow()->setMenuBar(static_cast<QMenuBar *>(&widget));
     } else if (&child == view_.StatusView()) {
-        MainWindow()->statusBar()->addWidget(&widget, 1);
+        auto *bar = new CElidedStatusBar;
+        bar->addWidget(&widget, 1);
+        MainWindow()->setStatusBar(bar);
     } else if (child.Kind() == TViewKind::kToolBox) {
         MainWindow()->addToolBar(static_cast<QToolBar *>(&widget));
         widget.show();

@@ -30,8 +30,10 @@ struct TPoolAllocator {
     // NOLINTNEXTLINE(google-explicit-constructor): allocators convert into each other.
     TPoolAllocator(const TPoolAllocator<U> & /*other*/) {}
 
+    // NOLINTBEGIN(bugprone-sizeof-expression): T may be a pointer.
     T *allocate(std::size_t count) { return static_cast<T *>(CPooled::operator new(count * sizeof(T))); }
     void deallocate(T *memory, std::size_t count) noexcept { CPooled::operator delete(memory, count * sizeof(T)); }
+    // NOLINTEND(bugprone-sizeof-expression)
 
     friend bool operator==(const TPoolAllocator & /*left*/, const TPoolAllocator & /*right*/) { return true; }
 };

@@ -4,6 +4,15 @@
 
 #include "platform/base/number_text.h"
 
+namespace {
+
+/// What a person can type into a field of one line, also when more is pasted.
+std::string_view FirstLine(std::string_view text) {
+    return text.substr(0, text.find_first_of(std::string_view("\r\n\0", 3)));
+}
+
+}  // namespace
+
 void CComboBox::AppendEntry(std::string_view text) {
     entries_.emplace_back(text);
     Changed(TViewChange::kContent);
@@ -36,7 +45,7 @@ bool CComboBox::UserSelect(std::size_t position) {
 }
 
 bool CComboBox::UserType(std::string_view text) {
-    SetText(text);
+    SetText(FirstLine(text));
     return mode_ == TMode::kFreeText;
 }
 
@@ -71,6 +80,6 @@ void CEditBox::SetText(std::string_view text) {
 }
 
 bool CEditBox::UserType(std::string_view text) {
-    SetText(text);
+    SetText(FirstLine(text));
     return true;
 }

@@ -39,6 +39,7 @@ public:
     std::string_view Text() const { return text_.View(); }
 
     bool UserSelect(std::size_t position);
+    /// Takes the first line of what is typed or pasted; false without free text.
     bool UserType(std::string_view text);
 
 private:
@@ -83,6 +84,7 @@ public:
 
     std::string_view Text() const { return text_.View(); }
     void SetText(std::string_view text);
+    /// Takes the first line of what is typed or pasted.
     bool UserType(std::string_view text);
 
 private:

@@ -1,5 +1,6 @@
 #include "template/language/expression.h"
 
+#include <algorithm>
 #include <compare>
 #include <utility>
 
@@ -157,6 +158,11 @@ bool CExpression::ReferencesVariable(const CVariable *variable) const {
         }
     }
     return false;
+}
+
+bool CExpression::MakesChannels() const {
+    return std::any_of(nodes_.begin(), nodes_.end(),
+                       [](const CExprNode &node) { return node.kind == TExprKind::kFunction; });
 }
 
 }  // namespace kq_pdt

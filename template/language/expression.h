@@ -70,6 +70,8 @@ public:
     void Evaluate(TParValue &result) const;
     /// True if the tree refers to this variable. The arguments of functions don't count.
     bool ReferencesVariable(const CVariable *variable) const;
+    /// True if each evaluation reserves channels, so that two of them differ.
+    bool MakesChannels() const;
 
     const TNodes &Nodes() const { return nodes_; }
 

@@ -1,17 +1,26 @@
-// kqconf as a program: its options, a save that fails, a process that is killed.
+// kqconf as a program: its options, a save that fails, a process that is killed, the start page, its pictures.
 
 #include <gtest/gtest.h>
 
 #include <QAccessible>
+#include <QApplication>
+#include <QDesktopServices>
 #include <QDir>
+#include <QDropEvent>
 #include <QElapsedTimer>
+#include <QListWidget>
 #include <QMainWindow>
+#include <QMimeData>
 #include <QProcess>
+#include <QStatusBar>
 #include <QTest>
+#include <QTextBrowser>
 #include <QTreeView>
+#include <set>
 
 #include "desktop/kqconf/start_page.h"
 #include "desktop/kqconf/text_files.h"
+#include "desktop/peers/icons.h"
 #include "desktop/peers/qt_peer.h"
 #include "tests/desktop/checker.h"
 #include "tests/desktop/person.h"
@@ -109,6 +118,69 @@ TEST(Kqconf, AKilledProcessLeavesItsWorkNotTwoSecondsOld) {
     EXPECT_EQ(copies.entryList({QStringLiteral("*.par")}).size(), 1);
 }
 
+TEST(Kqconf, TheStartPageTakesAKeyAClickAndAFile) {
+    AddRecentFile(QStringLiteral("/a/one.par"));
+    AddRecentFile(QStringLiteral("/a/two.par"));
+    CStartPage page;
+    auto &recent = *page.findChild<QListWidget *>();
+    for (const char *chosen : {"/a/one.par", "/a/two.par", "/a/dropped.pdt"}) {
+        page.show();
+        page.activateWindow();
+        QApplication::processEvents();
+        if (chosen[3] == 'o') {
+            QTest::keyClick(page.focusWidget(), Qt::Key_Tab);
+            QTest::keyClick(page.focusWidget(), Qt::Key_Down);
+            QTest::keyClick(page.focusWidget(), Qt::Key_Return);
+        } else if (chosen[3] == 't') {
+            QTest::mouseClick(recent.viewport(), Qt::LeftButton, {}, recent.visualItemRect(recent.item(0)).center());
+        } else {
+            QMimeData file;
+            file.setUrls({QUrl(QStringLiteral("file:///a/dropped.pdt"))});
+            QDragEnterEvent enter({9, 9}, Qt::CopyAction, &file, Qt::LeftButton, {});
+            QDropEvent drop({9, 9}, Qt::CopyAction, &file, Qt::LeftButton, {});
+            EXPECT_TRUE(QApplication::sendEvent(&page, &enter) && enter.isAccepted());
+            QApplication::sendEvent(&page, &drop);
+        }
+        EXPECT_EQ(page.Chosen().toStdString(), chosen);
+        EXPECT_FALSE(page.isVisible());
+    }
+}
+
+TEST(Kqconf, TheDriversDocumentationIsOpened) {
+    CPerson person;
+    ASSERT_TRUE(person.Open(kExamples + QStringLiteral("modbus"), QStringLiteral("modbus.par")));
+    person.Press(Qt::Key_F1);
+    EXPECT_TRUE(person.Boxes().value(0).contains(QStringLiteral("není popis")));
+    const QString path = person.Path(QStringLiteral("modbus.txt"));
+    ASSERT_TRUE(WritePrivately(path, "about"));
+    QTextBrowser browser;
+    QDesktopServices::setUrlHandler(QStringLiteral("file"), &browser, "setSource");
+    person.Press(Qt::Key_F1);
+    QDesktopServices::unsetUrlHandler(QStringLiteral("file"));
+    EXPECT_EQ(browser.source(), QUrl::fromLocalFile(path));
+}
+
+/// A picture is loaded once, and is to be seen whatever the palette becomes later.
+TEST(Icons, FollowThePalette) {
+    const QPalette before = QApplication::palette();
+    const QIcon icon = LoadIcon(QStringLiteral("close"));
+    for (const auto &[page, text] : {std::pair(Qt::white, Qt::black), std::pair(Qt::black, Qt::white)}) {
+        QPalette palette(page);
+        palette.setColor(QPalette::WindowText, text);
+        QApplication::setPalette(palette);
+        for (const QIcon::Mode mode : {QIcon::Normal, QIcon::Disabled}) {
+            const QImage drawn = icon.pixmap(QSize(24, 24), 2, mode).toImage();
+            std::set<QRgb> colors;
+            for (int pixel = 0; pixel < 48 * 48; ++pixel) {
+                colors.insert(drawn.pixel(pixel % 48, pixel / 48));
+            }
+            EXPECT_EQ(colors.contains(QColor(text).rgb()), mode == QIcon::Normal);
+            EXPECT_EQ(colors.contains(qRgb(0xD6, 0x45, 0x45)), mode == QIcon::Normal);
+        }
+    }
+    QApplication::setPalette(before);
+}
+
 /// What those who don't see the window are told of it.
 TEST(Kqconf, EverythingHasANameForThoseWhoDontSee) {
     CPerson person;
@@ -119,6 +191,8 @@ TEST(Kqconf, EverythingHasANameForThoseWhoDontSee) {
     for (const char *row : {"Line", "Rychlost", "Port", "<p\u0159idat>"}) {
         SCOPED_TRACE(row);
         ASSERT_TRUE(person.ClickCell(person.Sheet(), QString::fromUtf8(row), *row == '<' ? 0 : 1));
+        const QString said = person.Sheet().currentIndex().data(Qt::AccessibleDescriptionRole).toString();
+        EXPECT_EQ(said.contains(QStringLiteral(", lze upravit")), *row != '<') << said.toStdString();
         person.Press(Qt::Key_F2);
         ASSERT_NE(person.Window().Sheet().CellEditor(), nullptr);
         check();
@@ -134,6 +208,7 @@ TEST(Kqconf, EverythingHasANameForThoseWhoDontSee) {
     EXPECT_EQ(cell->role(), QAccessible::TreeItem);
     EXPECT_TRUE(cell->state().focused);
     EXPECT_EQ(cell->text(QAccessible::Name), QStringLiteral("nepřístupné"));
+    EXPECT_TRUE(person.Main().statusBar()->accessibleName().contains(QStringLiteral("%transport%")));
     const QString description = cell->text(QAccessible::Description);
     EXPECT_TRUE(description.startsWith(QStringLiteral("IP, Hodnota. ")) &&
                 description.contains(QStringLiteral("%transport%")))

@@ -8,6 +8,7 @@
 #include <QFile>
 #include <QFrame>
 #include <QHeaderView>
+#include <QLabel>
 #include <QMainWindow>
 #include <QPlainTextEdit>
 #include <QSplitter>
@@ -15,11 +16,14 @@
 #include <QTest>
 #include <QTextBlock>
 #include <QTextLayout>
+#include <QTimer>
 #include <QTreeView>
+#include <tuple>
 
 #include "desktop/kqconf/changes_dialog.h"
 #include "desktop/kqconf/line_diff.h"
 #include "desktop/kqconf/recovery.h"
+#include "desktop/kqconf/text_files.h"
 #include "desktop/peers/qt_peer.h"
 #include "tests/desktop/checker.h"
 #include "tests/desktop/person.h"
@@ -109,20 +113,36 @@ TEST_F(CSessionDesk, WhatThePersonArrangedIsKept) {
     person.Sheet().expandAll();
     person.Sheet().header()->resizeSection(1, 191);
     person.Settle();
-    const auto drag = [this](CSplitterPane &panes, int by) {
-        auto *handle = static_cast<QSplitter *>(CQtPeer::Of(&panes)->Widget())->handle(1);
-        QTest::mousePress(handle, Qt::LeftButton, Qt::NoModifier, QPoint(2, 2));
-        QTest::mouseMove(handle, QPoint(2, 2 + by));
-        QTest::mouseRelease(handle, Qt::LeftButton, Qt::NoModifier, QPoint(2, 2 + by));
-        person.Settle();
+    const auto height = [](CSplitterPane &panes) {
         return static_cast<QSplitter *>(CQtPeer::Of(&panes)->Widget())->sizes().last();
     };
-    const int channels = drag(person.Window().SheetSplitter(), -31);
+    const auto press = [this, &height](CSplitterPane &panes, Qt::Key key) {
+        person.Press(key, Qt::ControlModifier | Qt::ShiftModifier);
+        return height(panes);
+    };
+    CSplitterPane &sheet_panes = person.Window().SheetSplitter();
+    CSplitterPane &panes = person.Window().WindowSplitter();
+    auto *handle = static_cast<QSplitter *>(CQtPeer::Of(&sheet_panes)->Widget())->handle(1);
+    QTest::mousePress(handle, Qt::LeftButton, Qt::NoModifier, QPoint(2, 2));
+    QTest::mouseMove(handle, QPoint(2, 2 - 31));
+    QTest::mouseRelease(handle, Qt::LeftButton, Qt::NoModifier, QPoint(2, 2 - 31));
+    constexpr int kStep = 24;
+    const int dragged = height(sheet_panes);
+    EXPECT_EQ(press(sheet_panes, Qt::Key_Up), dragged + kStep);
     ToText();
     person.Window().ParView().UserReplaceAt(0, 0, "[Nowhere]\r\n");
     ToSheet();
-    ASSERT_TRUE(person.Window().WindowSplitter().IsPaneShown(CSplitterPane::TPane::kLower));
-    const int messages = drag(person.Window().WindowSplitter(), -23);
+    ASSERT_TRUE(panes.IsPaneShown(CSplitterPane::TPane::kLower));
+    person.Press(Qt::Key_F6);
+    person.Press(Qt::Key_F6);
+    // Up to the end; the first key back has an effect.
+    int most = 0;
+    while (press(panes, Qt::Key_Up) > most) {
+        most = height(panes);
+    }
+    const int messages = press(panes, Qt::Key_Down);
+    EXPECT_EQ(messages, most - kStep);
+    const int channels = height(sheet_panes);
     // A pane that isn't shown while the window grows comes back as large as it was.
     person.Reopen(QStringLiteral("modbus.par"));
     EXPECT_EQ(person.Main().geometry(), QRect(40, 30, 820, 640));
@@ -253,25 +273,96 @@ TEST_F(CSessionDesk, ClosingAsks) {
     }
 }
 
+/// With the letter of an option that is added, and an offset at which four characters are selected: they are replaced
+/// only if they are what is looked for.
+TEST_F(CSessionDesk, TheTextIsSearchedAndReplacedByTheOptions) {
+    ToText();
+    CTextView &view = person.Window().ParView();
+    for (const auto &[option, selected, one, all] :
+         {std::tuple(Qt::Key_F12, 5U, "pump X\r\nXs pump", "X X\r\nXs X"),
+          std::tuple(Qt::Key_L, 5U, "pump Pump\r\nXs pump", "X Pump\r\nXs X"),
+          std::tuple(Qt::Key_C, 11U, "pump Pump\r\npumps X", "X Pump\r\npumps X")}) {
+        view.UserReplaceAt(0, view.Text().size(), "pump Pump\r\npumps pump");
+        view.UserSelect(selected, selected + 4);
+        person.Press(Qt::Key_H, Qt::ControlModifier);
+        person.Press(option, Qt::AltModifier);
+        QTest::qWait(150);
+        person.Press(Qt::Key_H, Qt::ControlModifier);
+        person.Type(QStringLiteral("pump\tX\r\r"));
+        EXPECT_EQ(view.Text(), std::string_view(one));
+        person.Press(Qt::Key_E, Qt::AltModifier);
+        QTest::qWait(150);
+        EXPECT_EQ(view.Text(), std::string_view(all));
+        person.Press(Qt::Key_Escape);
+    }
+    QTimer::singleShot(50, &person.Main(), [this] {
+        QTest::keyClick(person.Focus(), Qt::Key_2);
+        QTest::keyClick(person.Focus(), Qt::Key_Return);
+    });
+    person.Press(Qt::Key_G, Qt::ControlModifier);
+    EXPECT_EQ(view.CursorLine(), 1U);
+    Check();
+}
+
+TEST_F(CSessionDesk, ChannelsGetTypeAndDirectionAndTheComparisonShowsWhatChanges) {
+    const QTemporaryDir folder;
+    for (const auto &[name, text] :
+         {std::pair("t.pdt",
+                    "def_section name = 'S'; def_key name = 'K'; label = 'Block'; channels; par = number { ch_number; "
+                    "default = 1 };"
+                    "par = number { ch_count; default = 1 }; par = options { option = 'real'; option = 'open';"
+                    "ch_type 'real' = real; ch_direction 'real' = input }; end_key end_section"),
+          std::pair("t.par", "(* by hand *)\r\n[S]\r\n  K = 1, 2, open\r\n"),
+          std::pair("t.dmf", "begin\r\nend.\r\n")}) {
+        ASSERT_TRUE(WritePrivately(folder.filePath(QLatin1String(name)), text));
+    }
+    ASSERT_TRUE(person.Open(folder.path(), QStringLiteral("t.par")));
+    ToSheet();
+    person.Sheet().expandAll();
+    ASSERT_TRUE(person.ClickCell(person.Sheet(), QStringLiteral("Block"), 2));
+    person.Type(QStringLiteral("5"));
+    person.Press(Qt::Key_Return);
+    person.Press(Qt::Key_F6);
+    person.Press(Qt::Key_Down);
+    person.Press(Qt::Key_Right);
+    for (const char *entry : {"boolean", "input"}) {
+        person.Press(Qt::Key_Right);
+        person.Press(Qt::Key_Down, Qt::AltModifier);
+        person.Type(QString(QLatin1Char(*entry)));
+        person.Press(Qt::Key_Return);
+        EXPECT_EQ(person.Channels().currentIndex().data().toString(), QLatin1String(entry));
+    }
+    QString said;
+    QTimer::singleShot(50, &person.Main(), [this, &said] {
+        for (const QLabel *label : QApplication::activeModalWidget()->findChildren<QLabel *>()) {
+            said += label->text();
+        }
+        for (const QPlainTextEdit *page : QApplication::activeModalWidget()->findChildren<QPlainTextEdit *>()) {
+            said += page->toPlainText();
+        }
+        QTest::keyClick(person.Focus(), Qt::Key_Escape);
+    });
+    person.Press(Qt::Key_D, Qt::ControlModifier | Qt::ShiftModifier);
+    for (const char *part :
+         {"(1): (* by hand *)", "\u2212   K = 1, 2, open", "+   K  = 1, 5, open", "+   1 - 5 boolean input"}) {
+        EXPECT_TRUE(said.contains(QString::fromUtf8(part))) << part << " isn't in " << said.toStdString();
+    }
+}
+
 TEST(LineDiff, FindsTheFewestDifferences) {
-    struct TCase {
-        const char *before;
-        const char *after;
-        const char *kinds;
-    };
-    for (const TCase &texts : {TCase{"abc", "abc", "==="}, TCase{"abc", "ac", "=-="}, TCase{"ac", "abc", "=+="},
-                               TCase{"", "ab", "++"}, TCase{"ab", "", "--"}, TCase{"abcabba", "cbabac", "--=+==-=+"}}) {
-        const QStringList before = QString::fromLatin1(texts.before).split(QString(), Qt::SkipEmptyParts);
-        const QStringList after = QString::fromLatin1(texts.after).split(QString(), Qt::SkipEmptyParts);
-        QString kinds;
+    for (const auto &[from, to, equal] :
+         {std::tuple("abc", "abc", 3), std::tuple("abc", "ac", 2), std::tuple("ac", "abc", 2), std::tuple("", "ab", 0),
+          std::tuple("ab", "", 0), std::tuple("abcabba", "cbabac", 4)}) {
+        const QStringList before = QString::fromLatin1(from).split(QString(), Qt::SkipEmptyParts);
+        const QStringList after = QString::fromLatin1(to).split(QString(), Qt::SkipEmptyParts);
+        int kept = 0;
         QString rebuilt;
         for (const TDiffLine &line : CompareLines(before, after)) {
-            kinds += QStringLiteral("=-+").at(static_cast<int>(line.kind));
+            kept += line.kind == TDiffLine::TKind::kEqual ? 1 : 0;
             rebuilt += line.kind == TDiffLine::TKind::kRemoved ? QString() : line.text;
         }
-        EXPECT_EQ(rebuilt.toStdString(), texts.after);
-        EXPECT_EQ(kinds.count(QLatin1Char('=')), QString::fromLatin1(texts.kinds).count(QLatin1Char('=')))
-            << texts.before;
+        EXPECT_EQ(rebuilt.toStdString(), to);
+        EXPECT_EQ(kept, equal) << from;
     }
 }
 

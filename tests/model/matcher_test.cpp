@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "configurator/kq_cfg.h"
+#include "model/const_item.h"
 #include "model/number_item.h"
 #include "model/sheet_data.h"
 #include "platform/base/code_page.h"
@@ -242,6 +243,29 @@ TEST(Matcher, AgreesWithTheReferenceWhilePublishing) {
     comparison.Compare({"%b% + %b% + %b% + %b% + 'a'", "'" + most + "' + '" + most + "' + %b% + number"},
                        {"a", "111a", "11111a", most, most + most, most + most + "12", most + most + "a"});
     EXPECT_GT(comparison.Matches(), 3000U);
+}
+
+TEST(Matcher, TheLongestOptionWinsAndOfEqualOnesTheLast) {
+    const TTexts texts = AllTexts(4, {"a", "A", "b"});
+    std::mt19937 random(20251);
+    for (int list = 0; list < 400; ++list) {
+        const bool case_sensitive = list % 2 == 0;
+        std::vector<kq_pdt::COptionEntry> entries(random() % 40);
+        for (kq_pdt::COptionEntry &entry : entries) {
+            entry.text = texts[random() % texts.size()];
+        }
+        const kq_pdt::COptionIndex index(entries, case_sensitive);
+        for (const std::string &text : texts) {
+            std::uint32_t due = kNoNumber;
+            for (std::uint32_t at = 0; at < entries.size(); ++at) {
+                if (kq_pdt::HasPartAt(text, 0, entries[at].text.View(), case_sensitive) &&
+                    (due == kNoNumber || entries[at].text.Length() >= entries[due].text.Length())) {
+                    due = at;
+                }
+            }
+            ASSERT_EQ(index.Find(text), due) << text << " in list " << list;
+        }
+    }
 }
 
 TEST(Matcher, NumbersBeyondTheirBounds) {

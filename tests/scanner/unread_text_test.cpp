@@ -8,12 +8,14 @@ namespace {
 
 using namespace par_scanner;
 
-/// The starts as LINE:COLUMN and the first letter of the reason: t text before the first header, h header, f failure.
+/// The starts as LINE:COLUMN and the first letter of the reason: t text before the first header, h header, f failure,
+/// u unfinished line.
 std::string Starts(std::string_view text) {
     std::string starts;
     for (const TUnreadText &unread : FindUnreadText(text)) {
         const char *reason = unread.reason == TUnreadReason::kBeforeFirstHeader       ? "t "
                              : unread.reason == TUnreadReason::kFromMalformedHeaderOn ? "h "
+                             : unread.reason == TUnreadReason::kUnfinishedLine        ? "u "
                                                                                       : "f ";
         starts += std::to_string(unread.line) + ":" + std::to_string(unread.column) + reason;
     }
@@ -42,6 +44,11 @@ TEST(UnreadText, Starts) {
         {"12EF\n[s]\n", "1:1f "},
         {"x\n[s] 'a\n[t]\n", "1:1t 2:5f "},
         {"[s]\n[t 'a\n", "2:4f "},
+        {"[s]\nk\n(* *) l m", "3:7u "},
+        {"[s]\n(**)[l", "2:5u "},
+        {"[s] k\nl=", ""},
+        {"[s]\n[x\nl", "2:1h "},
+        {"[s]\n= k", ""},
     };
     for (const auto &each : cases) {
         EXPECT_EQ(Starts(each.text), each.starts) << each.text;

@@ -48,6 +48,8 @@ std::string_view UnreadText(par_scanner::TUnreadReason reason) {
             return "text before the first section isn't read";
         case par_scanner::TUnreadReason::kFromMalformedHeaderOn:
             return "this is no section header; nothing from here to the next one is read";
+        case par_scanner::TUnreadReason::kUnfinishedLine:
+            return "the last line is a key without a value; it is read only if a line end follows";
         case par_scanner::TUnreadReason::kFromReadFailureOn:
             break;
     }

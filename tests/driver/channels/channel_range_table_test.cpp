@@ -66,7 +66,7 @@ TEST_F(CAddDefined, WhereARangeHoldsOnlyTheLastChannel) {
     Check({
         // No comparison on this way.
         {"5 - 8 real input", "def 3 6 boolean input x", "+", "3-4 boolean input D; 5-6 Dc 'x'; 7-8 'x'", ""},
-        // The channel at the range's start becomes defined, but not free.
+        // The channel at the range's start becomes defined, with type and direction as free as the definition's.
         {"5 - 8 real input", "def 3 5 - - x", "+", "3-4 - - Dtd; 5-5 Dtdc 'x'; 6-8", ""},
         {"5 real input", "def 3 5 - - x", "+", "3-4 - - Dtd; 5-5 Dtdc 'x'", ""},
         {"2 - 3 real input 5 - 8 real input", "def 1 6 real input x", "+", "1-1 D; 2-3 Dc; 4-4 Dc; 5-6 Dc 'x'; 7-8 'x'",
