@@ -62,15 +62,16 @@ public:
     CByteFlags InRange(char first, char last) const { return CByteFlags(InRange(bytes_, first, last)); }
     /// The letters, digits and underscores of ASCII and all bytes from 128 up.
     CByteFlags Words() const {
-        const __m128i high = _mm_cmplt_epi8(bytes_, _mm_setzero_si128());
-        return CByteFlags(_mm_or_si128(InRange(Folded(), 'a', 'z'), high)) | InRange('0', '9') | Equal('_');
+        // Of a byte's flag only the highest bit counts, so the bytes are the flags of those from 128 up.
+        return CByteFlags(_mm_or_si128(InRange(Folded(), 'a', 'z'), bytes_)) | InRange('0', '9') | Equal('_');
     }
 
 private:
     __m128i Folded() const { return _mm_or_si128(bytes_, _mm_set1_epi8(0x20)); }
     static __m128i InRange(__m128i bytes, char first, char last) {
-        return _mm_and_si128(_mm_cmpgt_epi8(bytes, _mm_set1_epi8(static_cast<char>(first - 1))),
-                             _mm_cmplt_epi8(bytes, _mm_set1_epi8(static_cast<char>(last + 1))));
+        // Moved so that the range ends at the highest value that there is.
+        const __m128i moved = _mm_add_epi8(bytes, _mm_set1_epi8(static_cast<char>(127 - last)));
+        return _mm_cmpgt_epi8(moved, _mm_set1_epi8(static_cast<char>(126 - (last - first))));
     }
 
     __m128i bytes_;
