@@ -1,6 +1,7 @@
 // A walk through every section, key and value of a parameter file of 10 MB, the examples' files over and over, beside
-// inih with its values split at commas, and beside the limit: one table look-up a byte. Lines with a text in quotes, a
-// comment, an exponent or `..` are added to them in different shares: the names of the benchmarks tell which.
+// inih with its values split at commas, and beside the limit: one table look-up a byte. A text in quotes, a comment,
+// an exponent or `..` is added to a share of the lines, or a line that is a comment is put after them: the names of the
+// benchmarks tell which.
 #include <benchmark/benchmark.h>
 #include <ini.h>
 
@@ -35,6 +36,7 @@ constexpr std::array kInputs = {
     TInput{"quotes_LF/100", {", 'Boiler 1, east'", 100, false}},
     TInput{"comments/50", {"  (* the old one *)", 50}},
     TInput{"comments/100", {"  (* the old one *)", 100}},
+    TInput{"comment_lines/50", {"\r\n  (* Block = 16, 'the old one' *)", 50}},
     TInput{"exponents/100", {", 1E5, 0x1E", 100}},
     TInput{"dots/100", {", 1..5", 100}},
 };

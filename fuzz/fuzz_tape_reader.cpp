@@ -18,6 +18,12 @@ public:
     }
 };
 
+/// Reads as the template compiler does.
+class CReaderInPlace : public CStringTapeReader {
+public:
+    bool ReadToken(std::uint32_t &error, TToken &token, bool /*peek*/) { return ReadTokenInPlace(error, token); }
+};
+
 void Require(bool truth) {
     if (!truth) {
         std::abort();
@@ -72,6 +78,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     CStringTapeReader skipping;
     skipping.InitDString(text);
     CompareWithReference(skipping, text, true);
+    CReaderInPlace in_place;
+    in_place.InitDString(text);
+    CompareWithReference(in_place, text, true);
     ReadStream(text);
     return 0;
 }

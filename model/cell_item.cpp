@@ -35,14 +35,19 @@ void CCellItem::GetCell(std::uint32_t &index, kq_base::CTextBuffer &text, TCellF
 }
 
 void CCellItem::SetAttribute(std::uint32_t keyword, std::uint32_t form, std::string_view text, CVarScope *scope) {
-    CItem::SetAttribute(keyword, form, text, scope);
-    if (keyword == kwLabel) {
-        EditAttributes().label = text;
-    } else if (keyword == kwBubble) {
-        EditAttributes().bubble = text;
-    } else if (keyword == kwOptional) {
-        optional_ = true;
-        undefined_ = true;
+    switch (keyword) {
+        case kwLabel:
+            EditAttributes().label = text;
+            break;
+        case kwBubble:
+            EditAttributes().bubble = text;
+            break;
+        case kwOptional:
+            optional_ = true;
+            undefined_ = true;
+            break;
+        default:
+            CItem::SetAttribute(keyword, form, text, scope);
     }
 }
 

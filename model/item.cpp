@@ -1,7 +1,5 @@
 #include "model/item.h"
 
-#include <cassert>
-
 #include "model/edit_state.h"
 #include "model/item_list.h"
 #include "model/key_def.h"
@@ -52,13 +50,7 @@ const TItemAttributes &CItem::NoAttributes() {
     return none;
 }
 
-TItemAttributes &CItem::EditAttributes() {
-    if (attributes_.Get() == nullptr) {
-        attributes_ = CSharedAttributes(new TItemAttributes);
-    }
-    assert(attributes_.Get()->owners == 1);
-    return *attributes_.Get();
-}
+void CItem::CreateAttributes() { attributes_ = CSharedAttributes(new TItemAttributes); }
 
 void CItem::SetId(std::unique_ptr<CVarRefItem> variable) {
     if (!own_) {

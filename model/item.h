@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cassert>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -134,7 +135,13 @@ public:
         return attributes_.Get() != nullptr ? *attributes_.Get() : NoAttributes();
     }
     /// The attributes for the compiler to fill; only as long as no clone shares them.
-    TItemAttributes &EditAttributes();
+    TItemAttributes &EditAttributes() {
+        if (attributes_.Get() == nullptr) {
+            CreateAttributes();
+        }
+        assert(attributes_.Get()->owners == 1);
+        return *attributes_.Get();
+    }
     bool HasRole(TRole role) const { return (Attributes().roles & role) != 0; }
     bool IsOptional() const { return optional_; }
     bool IsUndefined() const { return undefined_; }
@@ -196,6 +203,7 @@ private:
     };
 
     static const TItemAttributes &NoAttributes();
+    void CreateAttributes();
     CVarRefItem *Id() const { return own_ ? own_->id_variable.get() : nullptr; }
     void SetId(std::unique_ptr<CVarRefItem> variable);
     void CopyNoneText(const CItem &source);

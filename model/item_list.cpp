@@ -34,9 +34,9 @@ void CItemSeq::PublishWithoutText() {
     }
 }
 
-void CItemSeq::CountAsGiven() {
-    for (const auto &item : items_) {
-        item->CountAsGiven();
+void CItemSeq::CountAsGiven(std::size_t count) {
+    for (std::size_t index = 0; index < std::min(count, items_.size()); ++index) {
+        items_[index]->CountAsGiven();
     }
 }
 

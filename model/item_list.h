@@ -26,8 +26,8 @@ public:
     void PublishAll();
     /// The line that was read has no text for the items: see CItem.
     void PublishWithoutText();
-    /// The values of a name came from a text: see CItem.
-    void CountAsGiven();
+    /// The values of the first items of a name came from a text: see CItem.
+    void CountAsGiven(std::size_t count);
     /// Does what CloneInto does to the items that are cloned.
     void ForceIntoRange() const;
     /// Gives back what others can see of the items.

@@ -98,17 +98,15 @@ TParValue CNumberItem::TypedValue(const TCellEditor &editor) const {
 }
 
 void CNumberItem::SetAttribute(std::uint32_t keyword, std::uint32_t form, std::string_view text, CVarScope *scope) {
-    CTypedItem::SetAttribute(keyword, form, text, scope);
-    TItemAttributes &attributes = EditAttributes();
     switch (keyword) {
         case kwRangeFrom:
-            kq_base::ParseDecimal(text, attributes.range_from);
+            kq_base::ParseDecimal(text, EditAttributes().range_from);
             break;
         case kwRangeTo:
-            kq_base::ParseDecimal(text, attributes.range_to);
+            kq_base::ParseDecimal(text, EditAttributes().range_to);
             break;
         default:
-            break;
+            CTypedItem::SetAttribute(keyword, form, text, scope);
     }
 }
 

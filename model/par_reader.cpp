@@ -179,7 +179,7 @@ bool CParReader::ReadSection(const TParSectionRef &section) {
     if (instance->Names() != nullptr && results) {
         const CScopeGuard scope(instance);
         instance->Names()->Items().CopyValues(*results);
-        instance->Names()->Items().CountAsGiven();
+        instance->Names()->Items().CountAsGiven(results->Items().size());
     }
     results.reset();
     ReadKeys(*definition, *instance);
@@ -314,10 +314,11 @@ CKeyDef *CParReader::KeyFor(std::string_view text, CSectionDef &definition, CSec
     }
     const CScopeGuard section_scope(&instance);
     const CScopeGuard key_scope(key);
+    CItemSeq &names = key->Names()->Items();
     if (!found->Has(nfMultiple)) {
-        key->Names()->Items().CopyValues(*results);
+        names.CopyValues(*results);
     }
-    key->Names()->Items().CountAsGiven();
+    names.CountAsGiven(results ? results->Items().size() : names.Items().size());
     return key;
 }
 

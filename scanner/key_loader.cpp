@@ -65,7 +65,7 @@ private:
         if (position_.index == next_section_) {
             CSection &section = text_.sections[section_++];
             section.keys_read = section.read ? section.keys_read : static_cast<std::uint32_t>(keys_.size());
-            next_section_ = section_ < text_.sections.size() ? text_.sections[section_].position.index : kNever;
+            next_section_ = section_ < text_.sections.Size() ? text_.sections[section_].position.index : kNever;
         }
     }
 
@@ -82,14 +82,14 @@ private:
     bool ReadRegularLine() {
         const char *begin = Begin();
         const TLine line = lines_.Measure(begin);
-        if (line.comment || (line.equal != nullptr && line.equal != begin && GoesWithEqual(line.equal[-1]))) {
+        if (line.equal != nullptr && line.equal != begin && GoesWithEqual(line.equal[-1])) {
             return ReadTokens();
         }
         if (line.name_end != line.name) {
             CKey &key = AddKey(PlainText(line.name, line.name_end));
             const std::ptrdiff_t equal = line.equal != nullptr ? line.equal - line.name : 0;
             if (equal <= std::numeric_limits<std::uint16_t>::max()) {
-                key.kind = line.marked ? TLineKind::kMarked : TLineKind::kPlain;
+                key.regular = true;
                 key.equal = static_cast<std::uint16_t>(equal);
             }
         }
@@ -99,7 +99,7 @@ private:
 
     /// Most odd lines are the header of the next section.
     bool ReadOddLine() {
-        if (section_ == text_.sections.size() || tape_.CarriesOver()) {
+        if (section_ == text_.sections.Size() || tape_.CarriesOver()) {
             return ReadTokens();
         }
         const CSection &next = text_.sections[section_];

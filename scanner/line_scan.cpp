@@ -1,65 +1,15 @@
 #include "scanner/line_scan.h"
 
-#include <algorithm>
-#include <cstring>
-
 #include "scanner/byte_block.h"
+#include "scanner/plain_text.h"
 
 namespace par_scanner::detail {
 
-namespace {
-
 static_assert(kMargin > kWideSize);
-
-/// Finds the first `=` of a regular line whose first quote or parenthesis, before any `=`, is at mark.
-void FindEqual(const char *mark, TLine &line) {
-    line.equal = nullptr;
-    for (const char *at = mark; at != line.line_feed; ++at) {
-        if (*at == '\'') {
-            at = static_cast<const char *>(std::memchr(at + 1, '\'', static_cast<std::size_t>(line.line_feed - at)));
-        } else if (*at == '(' && at[1] == '*') {
-            line.comment = true;
-            return;
-        } else if (*at == '=') {
-            line.equal = at;
-            return;
-        }
-    }
-}
-
-}  // namespace
-
-bool IsPlain(const char *begin, const char *end) {
-    for (const char *at = begin; at < end; at += CByteBlock::kSize) {
-        const CByteBlock block(at);
-        const CByteBlock next(at + 1);
-        const CByteFlags others = block.AnyOf('\'', '\0') | (block.Equal('(') & next.Equal('*')) |
-                                  (block.InRange('.', '9') & next.EqualLetter('e')) |
-                                  block.Equal('\r').Without(next.Equal('\n'));
-        const std::uint32_t mask = others.Mask();
-        if (mask != 0) {
-            return at + LowestBit(mask) >= end;
-        }
-    }
-    return true;
-}
-
-std::uint32_t CountLineFeeds(const char *begin, const char *end) {
-    constexpr std::ptrdiff_t kPiece = 240;  // what a byte can count: compilers then count in many bytes at once
-    std::uint32_t count = 0;
-    while (begin != end) {
-        const char *piece_end = begin + std::min(end - begin, kPiece);
-        std::uint8_t in_piece = 0;
-        for (; begin != piece_end; ++begin) {
-            in_piece = static_cast<std::uint8_t>(in_piece + (*begin == '\n' ? 1 : 0));
-        }
-        count += in_piece;
-    }
-    return count;
-}
 
 void CLineWindow::Look(const char *begin) {
     window_ = begin;
+    Prefetch(begin);
     ends_ = WideMask(begin, [](const CByteBlock &block) { return block.Equal('\n'); });
     equals_ = WideMask(begin, [](const CByteBlock &block) { return block.Equal('='); });
     marks_ = WideMask(begin, [](const CByteBlock &block) { return block.AnyOf('\'', '('); });
@@ -68,33 +18,9 @@ void CLineWindow::Look(const char *begin) {
 
 /// A line that is longer than a window or has a quote or parenthesis before its `=`.
 TLine CLineWindow::MeasureInSteps(const char *begin) {
-    TLine line{begin, begin, nullptr, begin, false, false};
-    const char *mark = nullptr;
-    TWideMask ends = 0;
-    for (const char *at = begin; ends == 0; at += kWideSize) {
-        ends = WideMask(at, [](const CByteBlock &block) { return block.Equal('\n'); });
-        const TWideMask before = UpToLowest(ends);
-        const TWideMask equals = WideMask(at, [](const CByteBlock &block) { return block.Equal('='); }) & before;
-        const TWideMask marks = WideMask(at, [](const CByteBlock &block) { return block.AnyOf('\'', '('); }) & before;
-        if (line.equal == nullptr && equals != 0) {
-            line.equal = at + LowestBit(equals);
-        }
-        if (mark == nullptr && marks != 0) {
-            mark = at + LowestBit(marks);
-        }
-        line.line_feed = ends != 0 ? at + LowestBit(ends) : line.line_feed;
-    }
-    line.marked = mark != nullptr;
-    if (line.marked && (line.equal == nullptr || mark < line.equal)) {
-        FindEqual(mark, line);
-    }
-    const auto blank = [](char character) { return character == ' ' || character == '\r'; };
-    line.name_end = line.equal != nullptr ? line.equal : line.line_feed;
-    line.name = std::find_if_not(begin, line.name_end, blank);
-    while (line.name_end != line.name && blank(line.name_end[-1])) {
-        --line.name_end;
-    }
-    return line;
+    const TPlainCut name = CutPlain<'=', '\n'>(begin);
+    return {name.text.data(), name.text.data() + name.text.size(), *name.stop == '=' ? name.stop : nullptr,
+            FindLineFeed(name.stop)};
 }
 
 }  // namespace par_scanner::detail

@@ -12,20 +12,12 @@ namespace par_scanner::detail {
 
 inline constexpr std::uint32_t kMargin = 80;
 
-/// True if each character means itself: a bracket is a bracket, and the first line feed ends the line.
-bool IsPlain(const char *begin, const char *end);
-
-/// The number of line feeds.
-std::uint32_t CountLineFeeds(const char *begin, const char *end);
-
 /// The parts of a regular line (scanner/odd_line_search.h).
 struct TLine {
     const char *name;       ///< the key text: what precedes the `=`, or the line, without the blanks around it
     const char *name_end;   ///< its end
-    const char *equal;      ///< the first `=` outside strings, or null
+    const char *equal;      ///< the first `=` outside strings and comments, or null
     const char *line_feed;  ///< the line's end, or the text's
-    bool marked;            ///< the line holds a quote or a parenthesis
-    bool comment;           ///< a comment precedes the `=`; then neither the `=` nor the key text is known
 };
 
 /// Measures lines one after the other. Sixty-four bytes are looked at in one go, which mostly are several lines.
@@ -49,12 +41,8 @@ public:
             return MeasureInSteps(begin);
         }
         const TWideMask name = (others_ >> ahead) & before;
-        return {name != 0 ? begin + LowestBit(name) : begin,
-                begin + std::bit_width(name),
-                equals != 0 ? begin + LowestBit(equals) : nullptr,
-                begin + LowestBit(ends),
-                marks != 0,
-                false};
+        return {name != 0 ? begin + LowestBit(name) : begin, begin + std::bit_width(name),
+                equals != 0 ? begin + LowestBit(equals) : nullptr, begin + LowestBit(ends)};
     }
 
 private:

@@ -6,6 +6,7 @@
 #include "platform/base/bounded_text.h"
 #include "scanner/byte_block.h"
 #include "scanner/key_loader.h"
+#include "scanner/line_scan.h"
 #include "scanner/plain_text.h"
 #include "scanner/scanned_text.h"
 #include "scanner/section_scan.h"
@@ -48,8 +49,7 @@ void CopyName(std::string_view name, std::uint32_t high, char *target) {
 [[gnu::always_inline]] inline std::string_view CParScanner::CutValue() {
     const TPosition begin = tape_.GetPosition();
     detail::TPlainValue value;
-    if (in_line_ == TLineKind::kOdd || tape_.CarriesOver() ||
-        !text_->values.Cut(text_->text.get(), begin.index, in_line_ == TLineKind::kMarked, value)) {
+    if (!in_regular_line_ || tape_.CarriesOver() || !text_->values.Cut(text_->text.get(), begin.index, value)) {
         return CutValueByTokens();
     }
     separator_ = value.separator;
@@ -68,7 +68,7 @@ void CParScanner::Done() {
     text_ = std::make_shared<TScannedText>();
     section_ = nullptr;
     tape_.InitBuffer(nullptr, 0);
-    in_line_ = TLineKind::kOdd;
+    in_regular_line_ = false;
 }
 
 std::uint32_t CParScanner::GetDataSize() { return 0; }
@@ -88,10 +88,11 @@ bool CParScanner::Init(std::uint32_t source) {
     std::memset(text->text.get() + size, '\n', detail::kMargin);
     text_ = std::move(text);
     tape_.InitBuffer(text_->text.get(), size);
-    in_line_ = TLineKind::kOdd;
+    in_regular_line_ = false;
     detail::ScanSections(*text_, tape_);
     // The section that was found last is current; a caller begins with FirstSection anyway.
-    section_ = text_->sections.empty() ? nullptr : &text_->sections.back();
+    const std::size_t count = text_->sections.Size();
+    section_ = count != 0 ? &text_->sections[count - 1] : nullptr;
     return true;
 }
 
@@ -118,11 +119,11 @@ bool CParScanner::FirstSection() {
 
 bool CParScanner::NextSection() {
     ++section_handle_;
-    return Enter(section_ != nullptr ? section_->index + 1 : text_->sections.size());
+    return Enter(section_ != nullptr ? section_->index + 1 : text_->sections.Size());
 }
 
 bool CParScanner::Enter(std::size_t index) {
-    if (index >= text_->sections.size()) {
+    if (index >= text_->sections.Size()) {
         section_ = nullptr;
         section_handle_ = kNoSection;
         return false;
@@ -139,7 +140,7 @@ std::string_view CParScanner::SectionName() const {
 
 void CParScanner::LoadSectionData(CSection *section) {
     if (section != nullptr && !section->loaded) {
-        in_line_ = TLineKind::kOdd;
+        in_regular_line_ = false;
         detail::LoadKeys(*text_, tape_, *section);
     }
 }
@@ -149,10 +150,10 @@ void CParScanner::SetActSectionHandle(std::uint32_t handle) {
         return;
     }
     section_handle_ = handle;
-    section_ = handle < text_->sections.size() ? &text_->sections[handle] : nullptr;
+    section_ = handle < text_->sections.Size() ? &text_->sections[handle] : nullptr;
     if (section_ != nullptr) {
         tape_.SetPosition(section_->position);
-        in_line_ = TLineKind::kOdd;
+        in_regular_line_ = false;
     }
 }
 
@@ -208,36 +209,30 @@ bool CParScanner::GetKeyPars(std::uint32_t /*high*/, char *text) {
 }
 
 bool CParScanner::KeyPars(std::string_view &text) {
-    in_line_ = TLineKind::kOdd;
+    in_regular_line_ = false;
     text = {};
     const CKey *key = CurrentKey();
     if (key == nullptr || !GoPastEqual(*key)) {
         return false;
     }
-    const char *begin = text_->text.get() + tape_.GetPosition().index;
-    const TLineKind kind = KindOf(*key);
-    detail::TPlainRest rest{};
-    if (kind != TLineKind::kOdd) {
-        rest = detail::CutPlainRest(begin, text_->End());
-    }
-    if (kind == TLineKind::kOdd ||
-        (kind == TLineKind::kMarked && std::string_view(begin, rest.next).find("(*") != std::string_view::npos)) {
+    if (!IsRegular(*key)) {
         text = detail::CutText(tape_, text_->View(), KindSet(kLineEnd)).text;
         return true;
     }
-    GoToLine(rest.next);
+    const detail::TPlainCut rest = detail::CutPlain<'\n'>(text_->text.get() + tape_.GetPosition().index);
+    GoToNextLine(rest.stop);
     text = rest.text;
     return true;
 }
 
 bool CParScanner::GoPastEqual(const CKey &key) {
-    if (KindOf(key) == TLineKind::kOdd) {
+    if (!IsRegular(key)) {
         tape_.SetPosition(key.Position());
         return detail::FindKind(tape_, kEqual, kLineEnd);
     }
     if (key.equal == 0) {
         tape_.SetPosition(key.Position());
-        GoToLine(detail::CutPlainRest(text_->text.get() + key.name, text_->End()).next);
+        GoToNextLine(text_->text.get() + key.name);
         return false;
     }
     const std::uint32_t index = key.name + key.equal + 1;
@@ -245,7 +240,9 @@ bool CParScanner::GoPastEqual(const CKey &key) {
     return true;
 }
 
-void CParScanner::GoToLine(const char *begin) { tape_.SetPosition({text_->OffsetOf(begin), tape_.GetLine() + 1, 1}); }
+void CParScanner::GoToNextLine(const char *at) {
+    tape_.SetPosition({text_->OffsetOf(detail::FindLineFeed(at)) + 1, tape_.GetLine() + 1, 1});
+}
 
 bool CParScanner::GetFirstPar(std::uint32_t /*high*/, char *value) {
     std::string_view text;
@@ -257,12 +254,12 @@ bool CParScanner::GetFirstPar(std::uint32_t /*high*/, char *value) {
 }
 
 bool CParScanner::FirstValue(std::string_view &value) {
-    in_line_ = TLineKind::kOdd;
+    in_regular_line_ = false;
     const CKey *key = CurrentKey();
     if (key == nullptr || !GoPastEqual(*key)) {
         return false;
     }
-    in_line_ = KindOf(*key);
+    in_regular_line_ = IsRegular(*key);
     value = CutValue();
     return true;
 }
@@ -298,18 +295,18 @@ std::string_view CParScanner::CutValueByTokens() {
 }
 
 bool CParScanner::ReadToken(std::uint32_t &error, TToken &token, bool peek) {
-    in_line_ = TLineKind::kOdd;
+    in_regular_line_ = false;
     return tape_.ReadToken(error, token, peek);
 }
 
 bool CParScanner::TapeFind(std::uint32_t kind1, std::uint32_t kind2) {
-    in_line_ = TLineKind::kOdd;
+    in_regular_line_ = false;
     return detail::FindKind(tape_, kind1, kind2);
 }
 
 bool CParScanner::AppendStrUntilToken(std::uint32_t /*high*/, char *text, std::uint32_t stop1, std::uint32_t stop2,
                                       std::uint32_t good, bool &end) {
-    in_line_ = TLineKind::kOdd;
+    in_regular_line_ = false;
     const detail::TCut cut = detail::CutText(tape_, text_->View(), KindSet(stop1) | KindSet(stop2));
     CopyOut(cut.text, text);
     end = cut.end;
@@ -317,7 +314,7 @@ bool CParScanner::AppendStrUntilToken(std::uint32_t /*high*/, char *text, std::u
 }
 
 std::uint32_t CParScanner::AppendStrUntilTokenEx(std::uint32_t /*high*/, char *text, std::uint64_t stops, bool &end) {
-    in_line_ = TLineKind::kOdd;
+    in_regular_line_ = false;
     const detail::TCut cut = detail::CutText(tape_, text_->View(), stops);
     CopyOut(cut.text, text);
     end = cut.end;

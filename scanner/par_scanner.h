@@ -114,12 +114,12 @@ public:
 private:
     bool Enter(std::size_t index);
     const CKey *CurrentKey() const { return section_ != nullptr ? section_->CurrentKey() : nullptr; }
-    /// How the key's line can be read now: token by token while the tape carries something over.
-    TLineKind KindOf(const CKey &key) const { return tape_.CarriesOver() ? TLineKind::kOdd : key.kind; }
+    /// False if the key's line has to be read token by token now, as all while the tape carries something over.
+    bool IsRegular(const CKey &key) const { return key.regular && !tape_.CarriesOver(); }
     /// Moves the tape past the `=` of a key; without one past its line, and gives false.
     bool GoPastEqual(const CKey &key);
-    /// Moves the tape to the beginning of the next line.
-    void GoToLine(const char *begin);
+    /// Moves the tape to the next line from a place in a regular one.
+    void GoToNextLine(const char *at);
     std::string_view CutValue();
     std::string_view CutValueByTokens();
 
@@ -127,9 +127,9 @@ private:
     std::shared_ptr<TScannedText> text_;  ///< never absent
     CSection *section_ = nullptr;         ///< the current one
     CTapeReader tape_;
-    bool last_value_ = false;              ///< the last value delivered ended the line
-    std::uint32_t separator_ = kNoToken;   ///< what ended it
-    TLineKind in_line_ = TLineKind::kOdd;  ///< of the line where the last value left the tape, and it is there still
+    bool last_value_ = false;             ///< the last value delivered ended the line
+    std::uint32_t separator_ = kNoToken;  ///< what ended it
+    bool in_regular_line_ = false;        ///< the last value left the tape in such a line, and it is there still
     std::uint32_t section_handle_ = kNoSection;
 };
 

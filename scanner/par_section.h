@@ -7,21 +7,14 @@
 /// What the scanner keeps of a parameter file beside its text: positions, no characters.
 namespace par_scanner {
 
-/// How the line of a key can be read.
-enum class TLineKind : std::uint8_t {
-    kOdd,     ///< token by token only
-    kMarked,  ///< there is a quote or a parenthesis: strings and comments have to be minded
-    kPlain,   ///< blanks, commas and the line's end separate its values
-};
-
 /// A key of a section. Sixteen bytes, since a file may hold hundreds of thousands.
 struct CKey {
     std::uint32_t index = 0;       ///< offset of the start of the key's line
     std::uint32_t line = 0;        ///< that line, from 1
     std::uint32_t name = 0;        ///< offset of the key text
-    std::uint16_t equal = 0;       ///< unless odd: from the key text to the `=`; 0 if there is none
+    std::uint16_t equal = 0;       ///< if regular: from the key text to the `=`; 0 if there is none
     std::uint8_t name_length = 0;  ///< at most 255
-    TLineKind kind = TLineKind::kOdd;
+    bool regular = false;          ///< the line needn't be read token by token
 
     TPosition Position() const { return {index, line, 1}; }
 };

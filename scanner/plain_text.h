@@ -1,13 +1,12 @@
 #pragma once
 
+#include <bit>
 #include <cstdint>
-#include <cstring>
 #include <string_view>
 
 #include "platform/base/bounded_text.h"
 #include "scanner/byte_block.h"
 #include "scanner/character_class.h"
-#include "scanner/line_scan.h"
 #include "scanner/odd_line_search.h"
 #include "scanner/tape_reader.h"
 
@@ -32,25 +31,75 @@ inline const char *SkipBlanks(const char *at) {
     }
 }
 
-/// A text that reaches to the line's end.
-struct TPlainRest {
+/// The first byte from here on that begins no comment.
+inline const char *SkipComments(const char *at) {
+    while (at[0] == '(' && at[1] == '*') {
+        at = AfterComment(at);
+    }
+    return at;
+}
+
+/// The byte after the string that begins here; strings of regular lines are closed.
+inline const char *SkipString(const char *at) {
+    for (++at;; at += CByteBlock::kSize) {
+        const std::uint32_t quotes = CByteBlock(at).Equal('\'').Mask();
+        if (quotes != 0) {
+            return at + LowestBit(quotes) + 1;
+        }
+    }
+}
+
+/// The first line feed from here on.
+inline const char *FindLineFeed(const char *at) {
+    for (;; at += CByteBlock::kSize) {
+        const std::uint32_t ends = CByteBlock(at).Equal('\n').Mask();
+        if (ends != 0) {
+            return at + LowestBit(ends);
+        }
+    }
+}
+
+/// A text and what follows it.
+struct TPlainCut {
     std::string_view text;
-    const char *next;  ///< the next line
+    const char *stop;  ///< the byte that ends it
 };
 
-inline TPlainRest CutPlainRest(const char *first, const char *end) {
-    const auto *line_feed = static_cast<const char *>(std::memchr(first, '\n', static_cast<std::size_t>(end - first)));
-    const char *last = line_feed;
-    if (last != first && last[-1] == '\r') {
-        --last;
+/// Cuts the text from here on up to one of the stops, among which a line feed must be. Blanks around it don't belong to
+/// it, nor does a carriage return before a line feed. A comment belongs to what follows it: before a blank it is one of
+/// the blanks, before the end of a text it isn't part of the text.
+template <char... Stops>
+TPlainCut CutPlain(const char *first) {
+    first = SkipBlanks(first);
+    const char *at = SkipComments(first);
+    while (at != first && *at == ' ') {
+        first = SkipBlanks(at);
+        at = SkipComments(first);
     }
-    while (last != first && last[-1] == ' ') {
-        --last;
+    const char *last = first;
+    for (;;) {
+        std::uint32_t stops = 0;
+        const char *stop = at;
+        while ((stops = CByteBlock(stop).AnyOf('\'', '(', Stops...).Mask()) == 0) {
+            stop += CByteBlock::kSize;
+        }
+        stop += LowestBit(stops);
+        const char *end = stop;
+        end -= end != at && *end == '\n' && end[-1] == '\r' ? 1 : 0;
+        while (end != at && end[-1] == ' ') {
+            --end;
+        }
+        last = end != at ? end : last;
+        if (*stop == '\'') {
+            last = at = SkipString(stop);
+        } else if (*stop != '(') {
+            return {PlainText(first, last), stop};
+        } else if (stop[1] == '*') {
+            at = SkipComments(stop);
+        } else {
+            last = at = stop + 1;
+        }
     }
-    while (first != last && *first == ' ') {
-        ++first;
-    }
-    return {PlainText(first, last), line_feed + 1};
 }
 
 /// A value: it ends at a blank, a comma or the line's end.
@@ -61,22 +110,19 @@ struct TPlainValue {
     std::uint32_t separator;  ///< the token kind: kComma, kBlank or kLineEnd
 };
 
-/// Cuts the values of a text one after the other. Sixty-four bytes are looked at in one go, so a line's values mostly
-/// cost one look.
+/// Cuts the values of a text one after the other. Sixty-four bytes are looked at in one go, which mostly hold several
+/// values.
 class CPlainValues {
 public:
-    /// Cuts the value at an offset of a regular line, which is outside strings; blanks before it are skipped. marked is
-    /// that of the line (TLine). False if a separator of blanks is followed by `1..`: having looked at that, the tape
-    /// carries more than a position, so the value has to be read by tokens.
-    bool Cut(const char *text, std::uint32_t offset, bool marked, TPlainValue &value) {
-        if (marked && text[offset] == '(') {
-            return CutLong(text, offset, value);
-        }
+    /// Cuts the value at an offset of a regular line, which is outside strings; blanks before it are skipped. False if
+    /// a separator of blanks is followed by `1..`: having looked at that, the tape carries more than a position, so the
+    /// value has to be read by tokens.
+    bool Cut(const char *text, std::uint32_t offset, TPlainValue &value) {
         const std::uint32_t ahead = offset - window_;
-        if (ahead < kWideSize && (of_one_line_ || !marked) && FindInWindow(ahead, value)) {
+        if (ahead < kWideSize && FindInWindow(ahead, value)) {
             return ReadSeparator(text, value.first + value.length, value);
         }
-        return CutOutside(text, offset, marked, value);
+        return CutOutside(text, offset, value);
     }
 
 private:
@@ -95,104 +141,50 @@ private:
         return true;
     }
 
-    [[gnu::noinline]] bool CutOutside(const char *text, std::uint32_t offset, bool marked, TPlainValue &value) {
-        const char *begin = text + offset;
-        const TWideMask blanks = WideMask(begin, [](const CByteBlock &block) { return block.Equal(' '); });
-        window_ = offset;
-        others_ = ~blanks;
-        stops_ = blanks | WideMask(begin, [](const CByteBlock &block) { return block.AnyOf(',', '\n', '\r'); });
-        of_one_line_ = marked;
-        if (marked) {
-            MindStrings(begin);
+    [[gnu::noinline]] bool CutOutside(const char *text, std::uint32_t offset, TPlainValue &value) {
+        if (text[offset] == '(' && IsLineEnd(text[SkipCommentsAt(text, offset)])) {
+            value.first = offset;
+            value.length = 0;
+            return ReadSeparator(text, SkipCommentsAt(text, offset), value);
         }
+        Look(text, offset);
         if (FindInWindow(0, value)) {
             return ReadSeparator(text, value.first + value.length, value);
         }
-        return CutLong(text, offset, value);
+        const TPlainCut cut = CutPlain<' ', ',', '\n', '\r'>(text + offset);
+        value.first = static_cast<std::uint32_t>(cut.text.data() - text);
+        value.length = static_cast<std::uint32_t>(cut.text.size());
+        return ReadSeparator(text, static_cast<std::uint32_t>(cut.stop - text), value);
     }
 
-    /// Strings hold no stops. The window ends with its line, since of others it isn't known whether all their strings
-    /// are closed, and before its first comment.
-    void MindStrings(const char *begin) {
+    /// Strings have no stops. The window ends before what may be its first comment. Where an odd line follows in it
+    /// whose strings aren't closed, reading ends there: what follows is never asked for.
+    void Look(const char *text, std::uint32_t offset) {
+        const char *begin = text + offset;
+        const auto blanks = WideMask(begin, [](const CByteBlock &block) { return block.Equal(' '); });
+        const auto ends = WideMask(begin, [](const CByteBlock &block) { return block.AnyOf(',', '\n', '\r'); });
         const auto quotes = WideMask(begin, [](const CByteBlock &block) { return block.Equal('\''); });
-        const auto ends = WideMask(begin, [](const CByteBlock &block) { return block.Equal('\n'); });
-        const auto comments = WideMask(
-            begin, [](const CByteBlock &block, const CByteBlock &next) { return block.Equal('(') & next.Equal('*'); });
-        const TWideMask inside = InStrings(quotes);
-        const TWideMask comment = comments & ~inside;
-        const TWideMask known = UpToLowest(ends) & (comment == 0 ? ~TWideMask{0} : UpToLowest(comment) >> 1U);
-        others_ = (others_ | inside) & known;
-        stops_ = stops_ & ~inside & known;
-    }
-
-    /// Cuts a value that the window doesn't hold whole, or that a comment precedes or follows. A comment belongs to
-    /// what follows it: before a blank it is one of the blanks, before the end of a value it isn't part of the value.
-    [[gnu::noinline]] static bool CutLong(const char *text, std::uint32_t offset, TPlainValue &value) {
-        const char *first = SkipBlanks(text + offset);
-        const char *stop = AfterComments(first);
-        while (stop != first && *stop == ' ') {
-            first = SkipBlanks(stop);
-            stop = AfterComments(first);
-        }
-        const char *last = first;
-        for (;;) {
-            const char *begin = stop;
-            stop = FindStop(begin);
-            last = stop != begin ? stop : last;
-            if (*stop == '\'') {
-                last = stop = SkipString(stop);
-            } else if (*stop != '(') {
-                break;
-            } else if (stop[1] == '*') {
-                stop = AfterComments(stop);
-            } else {
-                last = ++stop;
-            }
-        }
-        value.first = static_cast<std::uint32_t>(first - text);
-        value.length = static_cast<std::uint32_t>(PlainText(first, last).size());
-        return ReadSeparator(text, static_cast<std::uint32_t>(stop - text), value);
-    }
-
-    static const char *FindStop(const char *at) {
-        for (;; at += CByteBlock::kSize) {
-            const std::uint32_t stops = CByteBlock(at).AnyOf(' ', ',', '\n', '\r', '\'', '(').Mask();
-            if (stops != 0) {
-                return at + LowestBit(stops);
-            }
-        }
-    }
-    static const char *AfterComments(const char *at) {
-        while (at[0] == '(' && at[1] == '*') {
-            at = AfterComment(at);
-        }
-        return at;
-    }
-
-    /// The byte after the string that begins here; strings of regular lines are closed.
-    static const char *SkipString(const char *at) {
-        for (++at;; at += CByteBlock::kSize) {
-            const std::uint32_t quotes = CByteBlock(at).Equal('\'').Mask();
-            if (quotes != 0) {
-                return at + LowestBit(quotes) + 1;
-            }
-        }
+        const auto parentheses = WideMask(begin, [](const CByteBlock &block) { return block.Equal('('); });
+        const TWideMask strings = quotes != 0 ? InStrings(quotes) : 0;
+        const TWideMask comments = parentheses & ~strings;
+        const TWideMask known = comments != 0 ? UpToLowest(comments) >> 1U : ~TWideMask{0};
+        window_ = offset;
+        others_ = (~blanks | strings) & known;
+        stops_ = (blanks | ends) & ~strings & known;
     }
 
     /// Reads on from the character that ends a value. False if that takes tokens.
-    static bool ReadSeparator(const char *text, std::uint32_t stop, TPlainValue &value) {
+    bool ReadSeparator(const char *text, std::uint32_t stop, TPlainValue &value) {
         value.next = stop + 1;
         value.separator = kComma;
         if (text[stop] == ' ') {
             value.separator = kBlank;
-            const char *next = text + value.next;
-            const char *after = AfterComments(next);
-            for (; *after == ' ' || *after == ','; after = AfterComments(next)) {
-                value.separator = *after == ',' ? std::uint32_t{kComma} : value.separator;
-                next = after + 1;
+            std::uint32_t after = SkipCommentsAt(text, value.next);
+            for (; text[after] == ' ' || text[after] == ','; after = SkipCommentsAt(text, value.next)) {
+                value.separator = text[after] == ',' ? std::uint32_t{kComma} : value.separator;
+                value.next = after + 1;
             }
-            value.next = static_cast<std::uint32_t>(next - text);
-            return !BeginsRange(after);
+            return !BeginsRange(text + after);
         }
         if (text[stop] != ',') {
             value.separator = kLineEnd;
@@ -200,6 +192,20 @@ private:
         }
         return true;
     }
+
+    /// The first byte from an offset on that begins no comment.
+    std::uint32_t SkipCommentsAt(const char *text, std::uint32_t offset) {
+        if (text[offset] != '(') {
+            return offset;
+        }
+        if (offset != comments_) {
+            comments_ = offset;
+            after_comments_ = static_cast<std::uint32_t>(SkipComments(text + offset) - text);
+        }
+        return after_comments_;
+    }
+
+    static bool IsLineEnd(char character) { return character == '\n' || character == '\r'; }
 
     static bool BeginsRange(const char *at) {
         const char *digits = at;
@@ -210,9 +216,11 @@ private:
     }
 
     std::uint32_t window_ = 0;  ///< offset of the bytes that were looked at
-    TWideMask others_ = 0;      ///< all but blanks
-    TWideMask stops_ = 0;       ///< blanks, commas and line ends
-    bool of_one_line_ = false;  ///< the masks are right for marked lines, and know one line
+    // Of these bytes, as far as they are known:
+    TWideMask others_ = 0;        ///< all but blanks
+    TWideMask stops_ = 0;         ///< blanks, commas and line ends
+    std::uint32_t comments_ = 0;  ///< offset of the comments that were skipped last, which mostly are asked for again
+    std::uint32_t after_comments_ = 0;  ///< offset of what follows them
 };
 
 }  // namespace par_scanner::detail

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <deque>
 #include <memory>
 #include <string_view>
 #include <vector>
@@ -11,6 +10,25 @@
 #include "scanner/plain_text.h"
 
 namespace par_scanner {
+
+/// The sections of a text, in blocks: none moves when others are added.
+class CSectionList {
+public:
+    std::size_t Size() const { return size_; }
+    CSection &operator[](std::size_t index) { return blocks_[index / kBlock][index % kBlock]; }
+    CSection &Add() {
+        if (size_ % kBlock == 0) {
+            blocks_.push_back(std::make_unique<CSection[]>(kBlock));
+        }
+        return (*this)[size_++];
+    }
+
+private:
+    static constexpr std::size_t kBlock = 32;  ///< sections
+
+    std::vector<std::unique_ptr<CSection[]>> blocks_;
+    std::size_t size_ = 0;
+};
 
 /// Keeps lists of keys until it is destroyed, in blocks that grow with what is kept.
 class CKeyStore {
@@ -37,7 +55,7 @@ private:
 struct TScannedText {
     std::unique_ptr<char[]> text;  ///< followed by detail::kMargin line feeds
     std::uint32_t size = 0;
-    std::deque<CSection> sections;         ///< in the order of the text
+    CSectionList sections;                 ///< in the order of the text
     std::vector<std::uint32_t> odd_lines;  ///< offsets of the lines that are odd or headers
     detail::CPlainValues values;
     CKeyStore keys;

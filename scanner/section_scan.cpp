@@ -1,8 +1,7 @@
 #include "scanner/section_scan.h"
 
-#include <cstring>
-
-#include "scanner/line_scan.h"
+#include "scanner/byte_block.h"
+#include "scanner/nesting.h"
 #include "scanner/odd_line_search.h"
 #include "scanner/plain_text.h"
 #include "scanner/text_cutter.h"
@@ -15,9 +14,36 @@ namespace par_scanner::detail {
 
 namespace {
 
+/// The line of a header.
+struct THeader {
+    const char *bracket = nullptr;    ///< the first `]`, or null
+    const char *line_feed = nullptr;  ///< the line's end, or the text's
+    bool equal = false;               ///< it has a `=`
+    bool plain = true;                ///< no string, comment or second `[`, and nothing that makes the line odd
+};
+
+/// Measures the line from the byte after its `[` on.
+THeader MeasureHeader(const char *begin) {
+    THeader header;
+    for (const char *at = begin; header.line_feed == nullptr; at += CByteBlock::kSize) {
+        const CByteBlock block(at);
+        const CByteBlock next(at + 1);
+        const std::uint32_t ends = block.Equal('\n').Mask();
+        const std::uint32_t in_line = (UpToLowest(ends) >> 1U) & CByteBlock::kAll;
+        const CByteFlags others = MayBeOdd(block, next) | BeginComments(block, next) | block.Equal('\'');
+        const std::uint32_t brackets = block.Equal(']').Mask() & in_line;
+        header.bracket = header.bracket == nullptr && brackets != 0 ? at + LowestBit(brackets) : header.bracket;
+        header.equal = header.equal || (block.Equal('=').Mask() & in_line) != 0;
+        header.plain = header.plain && (others.Mask() & in_line) == 0;
+        header.line_feed = ends != 0 ? at + LowestBit(ends) : nullptr;
+    }
+    return header;
+}
+
 class CSectionScan {
 public:
-    CSectionScan(TScannedText &text, CTapeReader &tape) : text_(text), tape_(tape) {}
+    CSectionScan(TScannedText &text, CTapeReader &tape)
+        : text_(text), tape_(tape), search_(text.text.get(), text.End()) {}
 
     void Run() {
         bool more = true;
@@ -35,8 +61,8 @@ private:
     /// From the start of a line to the start of the next line that needs reading, or to the end of the text.
     void SkipRegularLines() {
         const char *begin = text_.text.get() + tape_.GetPosition().index;
-        const char *line = FindOddLine(begin, text_.End());
-        tape_.SetPosition({text_.OffsetOf(line), tape_.GetLine() + CountLineFeeds(begin, line), 1});
+        const char *line = search_.Find(begin);
+        tape_.SetPosition({text_.OffsetOf(line), tape_.GetLine() + search_.LineFeeds(), 1});
     }
 
     /// Nearly all headers are plain, and so is the rest of their lines. False if this one isn't.
@@ -46,28 +72,19 @@ private:
         if (first >= text_.End() || *first != '[') {
             return false;
         }
-        const auto rest = static_cast<std::size_t>(text_.End() - first);
-        const auto *line_feed = static_cast<const char *>(std::memchr(first, '\n', rest));
-        if (line_feed == nullptr || !IsPlain(first, line_feed)) {
+        const THeader header = MeasureHeader(first + 1);
+        if (!header.plain || header.bracket == nullptr || header.line_feed >= text_.End()) {
             return false;
         }
-        const std::string_view line(first + 1, line_feed);
-        const std::size_t end = line.find(']');
-        if (end == std::string_view::npos) {
-            return false;
-        }
-        const char *name = line.data();
-        const char *name_end = name + end;
-        while (name_end != name && name_end[-1] == ' ') {
+        const char *name = SkipBlanks(first + 1);
+        const char *name_end = header.bracket;
+        while (name_end > name && name_end[-1] == ' ') {
             --name_end;
         }
-        while (name != name_end && *name == ' ') {
-            ++name;
-        }
-        tape_.SetPosition({text_.OffsetOf(line_feed) + 1, begin.line + 1, 1});
+        tape_.SetPosition({text_.OffsetOf(header.line_feed) + 1, begin.line + 1, 1});
         CSection &section = AddSection(PlainText(name, name_end), begin.line, true);
         section.position = tape_.GetPosition();
-        section.plain = line.find('=') == std::string_view::npos;
+        section.plain = !header.equal;
         return true;
     }
 
@@ -108,8 +125,8 @@ private:
     }
 
     CSection &AddSection(std::string_view name, std::uint32_t line, bool ends_keys) {
-        const std::size_t index = text_.sections.size();
-        CSection &section = text_.sections.emplace_back();
+        const std::size_t index = text_.sections.Size();
+        CSection &section = text_.sections.Add();
         section.index = static_cast<std::uint32_t>(index);
         section.line = line;
         section.name = text_.OffsetOf(name.data());
@@ -122,6 +139,7 @@ private:
 
     TScannedText &text_;
     CTapeReader &tape_;
+    COddLineSearch search_;
     bool keys_open_ = false;  ///< the keys of the last section go on here
 };
 

@@ -35,6 +35,9 @@ public:
     using CTapeReader::GetPosition;
     using CTapeReader::SetPosition;
 
+protected:
+    using CTapeReader::ReadTokenInPlace;
+
 private:
     bool ReadCharacter(std::uint32_t &error, char &character, bool peek) final;
 };

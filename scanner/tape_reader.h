@@ -69,6 +69,9 @@ public:
 protected:
     /// ReadToken where ReadCharacter isn't overridden: the characters are taken straight from memory.
     bool ReadTokenDirectly(std::uint32_t &error, TToken &token, bool peek, bool skip_white_space);
+    /// The same for a reader that never peeks. White space is skipped, and the token's text is where it is on the tape,
+    /// without a terminator; only that of a string with doubled quotes is in the text buffer.
+    bool ReadTokenInPlace(std::uint32_t &error, TToken &token);
 
     std::uint32_t source_ = kSourceText;
     std::uint32_t line_ = 1;
@@ -89,6 +92,9 @@ private:
     template <class Tape>
     class CLexer;
 
+    template <class Tape>
+    TOutcome ReadAndKeep(Tape &tape, std::uint32_t &error, bool skip_white_space);
+    void TerminateText();
     bool DeliverHeld(std::uint32_t &error, TToken &token, bool peek);
     bool Finish(TOutcome outcome, TToken &token, bool peek);
     TOutcome ReadFromStream(std::uint32_t &error);

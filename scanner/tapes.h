@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <cstring>
 
@@ -9,47 +10,41 @@
 
 /// The two kinds of tape that the token reader's one lexer reads from: CDirectTape takes the characters from memory and
 /// keeps its position in local variables; CVirtualTape asks ReadCharacter for each of them, for subclasses that have a
-/// source of their own. Both offer the same few moves.
+/// source of their own. Both offer the same few moves. A token's text consists of characters that are stored in the
+/// order of the tape; the lexer counts them. The direct tape leaves them where they are.
 namespace par_scanner {
 
 /// The tape in memory. The position goes back to the reader when the tape is destroyed.
 class CTapeReader::CDirectTape {
 public:
     explicit CDirectTape(CTapeReader &reader)
-        : reader_(reader),
-          data_(reader.data_),
-          size_(reader.data_ != nullptr ? reader.size_ : 0),
-          index_(reader.index_),
-          line_(reader.line_),
-          line_origin_(reader.index_ - reader.line_index_) {}
+        : reader_(reader), at_(reader.data_ + reader.index_), end_(reader.data_ + reader.size_) {}
     ~CDirectTape() {
-        reader_.index_ = index_;
-        reader_.line_ = line_;
-        reader_.line_index_ = index_ - line_origin_;
+        reader_.line_index_ += Index() - reader_.index_;
+        reader_.index_ = Index();
     }
     CDirectTape(const CDirectTape &) = delete;
     CDirectTape &operator=(const CDirectTape &) = delete;
 
     bool Next(char &character) {
-        if (index_ >= size_) {
+        if (at_ >= end_) {
             return false;
         }
-        character = data_[index_++];
+        character = *at_++;
         if (character == '\n') {
-            ++line_;
-            line_origin_ = index_ - 1;
+            BeginLine();
         }
         return true;
     }
     bool Peek(char &character) const {
-        if (index_ >= size_) {
+        if (at_ >= end_) {
             return false;
         }
-        character = data_[index_];
+        character = *at_;
         return true;
     }
     /// Consumes a character that was peeked at and is no line feed.
-    void Take() { ++index_; }
+    void Take() { ++at_; }
     /// Skips blanks, tabs and line ends.
     void SkipWhiteSpace() {
         char character = 0;
@@ -63,29 +58,62 @@ public:
     /// Skips a run that holds no line feed.
     template <std::uint8_t Run>
     void SkipRun() {
-        index_ = RunEnd<Run>(size_);
+        at_ = RunEnd<Run>(end_);
     }
-    /// Appends a run that holds no line feed to the text, as long as there is room; count is the text's length.
+    /// Begins a text with the next character, or with the one that was taken last.
+    void BeginText() { text_ = at_; }
+    void BeginText(char /*first*/) { text_ = at_ - 1; }
+    /// Stores a run that holds no line feed, as long as there is room; count is the text's length.
     template <std::uint8_t Run>
-    void StoreRun(char *text, std::uint32_t &count) {
+    void StoreRun(std::uint32_t &count) {
         const std::uint32_t room = kTextSize - count;
-        const std::uint32_t end = RunEnd<Run>(size_ - index_ > room ? index_ + room : size_);
-        const std::uint32_t length = end - index_;
-        CopyRun(text + count, length, room);
-        count += length;
-        index_ = end;
+        const char *end = RunEnd<Run>(Between(at_, end_) > room ? at_ + room : end_);
+        count += static_cast<std::uint32_t>(end - at_);
+        at_ = end;
+    }
+    /// Stores a character that was taken last.
+    void StoreTaken(char /*character*/, std::uint32_t &count) { ++count; }
+    /// The same for the second of two quotes; the first one isn't part of the text.
+    void StoreSecondQuote(std::uint32_t &count) {
+        ++count;
+        has_second_quotes_ = true;
+    }
+    /// Where the text lies now.
+    const char *Text(std::uint32_t count) const {
+        return has_second_quotes_ ? DropSecondQuotes(text_, reader_.token_text_.data(), count) : text_;
+    }
+    /// Copies the text to where the reader keeps it. Nearly all texts are short: a whole block, copied inline, beats a
+    /// call. What is copied too much lies inside the tape.
+    void KeepText(std::uint32_t count) const {
+        char *kept = reader_.token_text_.data();
+        if (has_second_quotes_) {
+            DropSecondQuotes(text_, kept, count);
+        } else if (count <= detail::CByteBlock::kSize && Between(text_, end_) >= detail::CByteBlock::kSize) {
+            detail::CByteBlock(text_).Store(kept);
+        } else {
+            std::memcpy(kept, text_, count);
+        }
     }
 
 private:
+    static std::size_t Between(const char *begin, const char *end) { return static_cast<std::size_t>(end - begin); }
+    std::uint32_t Index() const { return static_cast<std::uint32_t>(at_ - reader_.data_); }
+
+    /// The reader's line and index are of the last line feed until the tape is destroyed.
+    void BeginLine() {
+        ++reader_.line_;
+        reader_.line_index_ = 1;
+        reader_.index_ = Index();
+    }
+
     void SkipIndentation() {
-        while (size_ - index_ >= detail::CByteBlock::kSize) {
-            const std::uint32_t others =
-                ~detail::CByteBlock(data_ + index_).Equal(' ').Mask() & detail::CByteBlock::kAll;
+        while (Between(at_, end_) >= detail::CByteBlock::kSize) {
+            const std::uint32_t others = ~detail::CByteBlock(at_).Equal(' ').Mask() & detail::CByteBlock::kAll;
             if (others != 0) {
-                index_ += detail::LowestBit(others);
+                at_ += detail::LowestBit(others);
                 return;
             }
-            index_ += detail::CByteBlock::kSize;
+            at_ += detail::CByteBlock::kSize;
         }
     }
 
@@ -103,11 +131,11 @@ private:
     }
 
     template <std::uint8_t Run>
-    std::uint32_t RunEnd(std::uint32_t limit) const {
-        std::uint32_t end = index_;
+    const char *RunEnd(const char *limit) const {
+        const char *end = at_;
         if constexpr (Run != detail::kInNumber) {
-            while (limit - end >= detail::CByteBlock::kSize) {
-                const std::uint32_t ends = EndsRun<Run>(detail::CByteBlock(data_ + end));
+            while (Between(end, limit) >= detail::CByteBlock::kSize) {
+                const std::uint32_t ends = EndsRun<Run>(detail::CByteBlock(end));
                 if (ends != 0) {
                     end += detail::LowestBit(ends);
                     break;
@@ -115,28 +143,26 @@ private:
                 end += detail::CByteBlock::kSize;
             }
         }
-        while (end < limit && detail::Is(data_[end], Run)) {
+        while (end < limit && detail::Is(*end, Run)) {
             ++end;
         }
         return end;
     }
-    /// Nearly all runs are short: a whole block, copied inline, beats a call. What is copied too much lies inside the
-    /// tape and inside the text.
-    void CopyRun(char *text, std::uint32_t length, std::uint32_t room) const {
-        if (length <= detail::CByteBlock::kSize && room >= detail::CByteBlock::kSize &&
-            size_ - index_ >= detail::CByteBlock::kSize) {
-            detail::CByteBlock(data_ + index_).Store(text);
-        } else if (length != 0) {
-            std::memcpy(text, data_ + index_, length);
+
+    /// Copies a text of that many characters, of two quotes one.
+    [[gnu::noinline]] static const char *DropSecondQuotes(const char *from, char *target, std::uint32_t count) {
+        for (std::uint32_t at = 0; at < count; ++at) {
+            target[at] = *from;
+            from += *from == '\'' ? 2 : 1;
         }
+        return target;
     }
 
     CTapeReader &reader_;
-    const char *data_;
-    std::uint32_t size_;
-    std::uint32_t index_;
-    std::uint32_t line_;
-    std::uint32_t line_origin_;  ///< lineIndex is the distance from here
+    const char *at_;
+    const char *end_;
+    const char *text_ = nullptr;  ///< where the token's text begins
+    bool has_second_quotes_ = false;
 };
 
 /// The characters that a subclass supplies, one call each.
@@ -158,14 +184,19 @@ public:
             Take();
         }
     }
+    void BeginText() {}
+    void BeginText(char first) { reader_.token_text_[0] = first; }
     template <std::uint8_t Run>
-    void StoreRun(char *text, std::uint32_t &count) {
+    void StoreRun(std::uint32_t &count) {
         char character = 0;
         while (count < kTextSize && Peek(character) && detail::Is(character, Run)) {
-            text[count++] = character;
             Take();
+            StoreTaken(character, count);
         }
     }
+    void StoreTaken(char character, std::uint32_t &count) { reader_.token_text_[count++] = character; }
+    void StoreSecondQuote(std::uint32_t &count) { StoreTaken('\'', count); }
+    void KeepText(std::uint32_t /*count*/) const {}
 
 private:
     CTapeReader &reader_;

@@ -86,12 +86,15 @@ std::unique_ptr<CExpression> CPdtCompiler::ParseWholeExpression() {
 /// Most defaults are one literal, which needs no way down through all levels of the grammar. Only if an operator
 /// follows they are gone through by ParseTree, and ParseFactor takes the literal that was read.
 std::optional<TParValue> CPdtCompiler::ParseLoneLiteral() {
-    first_literal_ = Literal();
-    if (!first_literal_) {
-        return std::nullopt;
+    first_literal_.reset();
+    std::optional<TParValue> literal = Literal();
+    if (literal) {
+        NextToken();
+        if (IsOperator(Kind())) {
+            first_literal_.swap(literal);
+        }
     }
-    NextToken();
-    return IsOperator(Kind()) ? std::nullopt : std::exchange(first_literal_, std::nullopt);
+    return literal;
 }
 
 std::unique_ptr<CExpression> CPdtCompiler::ParseTree() {

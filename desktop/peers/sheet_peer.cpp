@@ -51,6 +51,9 @@ void CSheetPeer::Select(const QModelIndex &index) {
     if (syncing_ || place.IsHeading()) {
         return;
     }
+    if (IsAddingRow()) {
+        view_.UserCancel();
+    }
     view_.UserMouse();
     view_.UserSelect(place.table, place.row, std::min(place.column, model_->CellsOf(place)));
     ShowSelection();

@@ -51,7 +51,8 @@ void CToolBoxPeer::Fill() {
             Bar()->widgetForAction(action)->setFocusPolicy(Qt::StrongFocus);
         }
         QObject::connect(action, &QAction::triggered, Bar(), [this, command = item.command] {
-            if (!Advice().HandleCommand(command)) {
+            // The same code means something else in a dialog than in the main window.
+            if (IsInDialog() || !Advice().HandleCommand(command)) {
                 view_.UserPress(command);
             }
         });

@@ -48,8 +48,10 @@ CSharedText &CSharedText::operator=(const CSharedText &other) noexcept {
     return *this;
 }
 
-void CSharedText::Release() {
-    if (block_ != nullptr && block_->owners.fetch_sub(1, std::memory_order_acq_rel) == 1) {
+/// Most blocks have one owner. Nobody else can become one meanwhile, so no costly atomic step is needed.
+void CSharedText::ReleaseBlock() {
+    if (block_->owners.load(std::memory_order_acquire) == 1 ||
+        block_->owners.fetch_sub(1, std::memory_order_acq_rel) == 1) {
         CPooled::operator delete(block_, sizeof(TBlock) + block_->capacity + 1);
     }
     block_ = nullptr;

@@ -39,7 +39,12 @@ public:
 private:
     struct TBlock;
     static TBlock *NewBlock(std::size_t capacity);
-    void Release();
+    void Release() {
+        if (block_ != nullptr) {
+            ReleaseBlock();
+        }
+    }
+    void ReleaseBlock();
 
     TBlock *block_ = nullptr;
 };

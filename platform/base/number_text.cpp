@@ -1,17 +1,22 @@
 #include "platform/base/number_text.h"
 
-#include <charconv>
+#include <limits>
 
 namespace kq_base {
 
 bool ParseDecimal(std::string_view text, std::uint32_t &number) {
-    std::uint32_t value = 0;
-    const char *end = text.data() + text.size();
-    const auto [stop, error] = std::from_chars(text.data(), end, value, 10);
-    if (text.empty() || error != std::errc() || stop != end) {
+    std::uint64_t value = 0;
+    for (const char character : text) {
+        const std::uint32_t digit = static_cast<std::uint8_t>(character) - std::uint32_t{'0'};
+        value = value * 10 + digit;
+        if (digit > 9 || value > std::numeric_limits<std::uint32_t>::max()) {
+            return false;
+        }
+    }
+    if (text.empty()) {
         return false;
     }
-    number = value;
+    number = static_cast<std::uint32_t>(value);
     return true;
 }
 

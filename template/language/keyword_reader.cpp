@@ -23,7 +23,7 @@ void CKeywordReader::NextToken() {
         return;
     }
     std::uint32_t error = 0;  // why a token can't be read doesn't matter
-    if (!ReadToken(error, token_, false)) {
+    if (!ReadTokenInPlace(error, token_)) {
         token_.kind = kEndOfInput;
         return;
     }

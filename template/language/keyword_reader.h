@@ -14,8 +14,13 @@ namespace kq_pdt {
 ///
 /// A reader starts without a look-ahead: set the text (InitDString) and call NextToken once. What can't be read as a
 /// token, an open string for instance, counts as the end of the input.
-class CKeywordReader : public par_scanner::CStringTapeReader {
+class CKeywordReader : private par_scanner::CStringTapeReader {
 public:
+    using CStringTapeReader::GetLine;
+    using CStringTapeReader::GetLineIndex;
+    using CStringTapeReader::GetPosition;
+    using CStringTapeReader::InitDString;
+
     /// Fetches the next look-ahead token; after a failure the look-ahead stays, which ends every loop over tokens.
     void NextToken();
     /// Steps over a token of this kind; any other token is a failure that names the kind due. False after a failure.

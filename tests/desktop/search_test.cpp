@@ -4,6 +4,7 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QFile>
 #include <QLabel>
 #include <QMainWindow>
 #include <QPushButton>
@@ -68,6 +69,10 @@ protected:
         QTest::keyClick(&tree, Qt::Key_Space);
         marked = tree.currentItem()->text(0);
         person.Look(QStringLiteral("devices"));
+        if (others_write) {
+            QFile file(person.Path(QStringLiteral("simulator.par")));
+            ASSERT_TRUE(file.open(QFile::Append) && file.write("(* other *)\r\n") > 0);
+        }
         confirms ? QTest::keyClick(&window, Qt::Key_Return, Qt::ControlModifier)
                  : QTest::keyClick(&tree, Qt::Key_Escape);
     }
@@ -76,6 +81,7 @@ protected:
     QTimer timer;
     bool cancels = false;
     bool confirms = true;
+    bool others_write = false;
     bool seen_progress = false;
     bool over = false;
     int looks = 0;
@@ -94,6 +100,13 @@ TEST_F(CSearchDesk, WhatIsMarkedGoesIntoTheParameters) {
     person.Look(QStringLiteral("taken"));
     person.Press(Qt::Key_S, Qt::ControlModifier);
     EXPECT_EQ(person.FileText(QStringLiteral("simulator.par")).count(QStringLiteral("[Signal")), 4);
+}
+
+/// What was marked isn't saved yet, so nobody asks about the file.
+TEST_F(CSearchDesk, WhatIsMarkedIsTakenThoughOthersChangeTheFile) {
+    others_write = true;
+    Search();
+    EXPECT_TRUE(person.Main().isWindowModified());
 }
 
 TEST_F(CSearchDesk, ClosingTheTreeChangesNothing) {

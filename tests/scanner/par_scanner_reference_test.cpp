@@ -29,11 +29,12 @@ constexpr std::string_view kPieces =
     "\n  plain = 10, 20 30 ,40\n|                                                                      |"
     "a_word_that_is_longer_than_any_block_of_bytes_that_are_looked_at_in_one_go";
 
-/// Mostly regular lines, so that the ways through plain, marked and odd lines alternate.
+/// Mostly regular lines, so that the ways through regular and odd lines alternate.
 constexpr std::string_view kLines =
     "\r\nkey = 1, 2, abc\r\n|\nk=a b,c\n|[section]\r\n|   x = 1.5 , \n|\n'k=' = |name| , | |=|'q, q'|'it''s'| '(*' |(* "
     "c *)|"
-    "(*(*'*)=*)| (x) |1E5|I2E| 0x1E,|1..5| 1..|\n.=|7.|!|\t|\"|\n(* c *) key = 2\n|\n  [s2] 'a'\n|\n(**)[s3]\n|\n|\r\n";
+    "(*(*'*)=*)|(* it's *)|*)|(* [ *) |(x)[| (x) |1E5|I2E| 0x1E,|1..5| 1..|\n.=|7.|!|\t|\"|\n(* c *) key = 2\n|\n  "
+    "[s2] 'a'\n|\n(**)[s3]\n|\n|\r\n";
 
 TEST(ParScannerAgainstReference, LongTexts) {
     CNastyTexts texts(kPieces, 7);

@@ -31,6 +31,12 @@ private:
     std::size_t at_ = 0;
 };
 
+/// Reads as the template compiler does.
+class CReaderInPlace : public CStringTapeReader {
+public:
+    bool ReadToken(std::uint32_t &error, TToken &token, bool /*peek*/) { return ReadTokenInPlace(error, token); }
+};
+
 void Lay(CTapeReader &reader, std::string_view text) {
     reader.InitBuffer(text.data(), static_cast<std::uint32_t>(text.size()));
 }
@@ -324,6 +330,9 @@ void CheckAgainstReference(const std::string &text) {
     CStringTapeReader skipping;
     skipping.InitDString(view);
     EXPECT_TRUE(AgreesWithReference(skipping, view, true, true)) << text;
+    CReaderInPlace in_place;
+    in_place.InitDString(view);
+    EXPECT_TRUE(AgreesWithReference(in_place, view, true, true)) << text;
     COutsideReader outside(view);
     EXPECT_TRUE(AgreesWithReference(outside, view, false, false)) << text;
     EXPECT_EQ(outside.At(), text.size());
