@@ -3,6 +3,7 @@
 #include <QIcon>
 #include <QLabel>
 #include <QStatusBar>
+#include <utility>
 
 namespace kq_desktop {
 
@@ -10,7 +11,7 @@ namespace kq_desktop {
 /// the tooltip has all of it.
 class CElidedLabel final : public QLabel {
 public:
-    explicit CElidedLabel(const QString &text, const QIcon &icon = {}) : QLabel(text), icon_(icon) {}
+    explicit CElidedLabel(const QString &text, QIcon icon = {}) : QLabel(text), icon_(std::move(icon)) {}
 
 protected:
     void paintEvent(QPaintEvent *event) override;
