@@ -118,6 +118,7 @@ TRefusal CWindowCommands::Edit(const TPlace &place) {
     if (window_.Tabs().ActiveTabIndex() != CConfiguratorWindow::kSheetTab) {
         return kNoSheet;
     }
+    LeaveCell();
     CSheetView *const table = ShownTable(place);
     CSheetView::TPosition position;
     if (table == nullptr || !FindPosition(*table, place, position)) {
