@@ -68,8 +68,7 @@ bool CCellItem::IsUnknownStill(const TParValue &published) const {
     const CVarRefItem *id = IdVariable();
     const CVariable *variable = id != nullptr ? id->Variable() : nullptr;
     return published.kind == TParKind::pvUndefined && variable != nullptr &&
-           variable->Stored().kind == TParKind::pvUndefined && SheetData() != nullptr &&
-           SheetData()->Edit() == nullptr;
+           variable->Stored().kind == TParKind::pvUndefined && SheetData() != nullptr && SheetData()->Edit() == nullptr;
 }
 
 /// An item that is switched on or off gives its variable its value, or takes it away, and its node's channels follow.
