@@ -70,7 +70,7 @@ public:
     /// Whatever the cells show may have changed. The selection stays at its table and row, cut to the last row shown;
     /// if its table is gone it goes to the row that held the node, or to none.
     virtual void PrepareSheet();
-    /// A row that came or went. It is told at once, with the rows as they are then; the peer hears of it at the next
+    /// A row that came or went. To be called at once, with the rows as they are then; the peer hears of it at the next
     /// PrepareSheet.
     void NoteRows(std::uint32_t table, std::uint32_t row, bool inserted);
     /// Selects a row, in its first column; DS_Notify tells of it if the selection moves. False if there is none.
