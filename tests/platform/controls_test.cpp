@@ -66,11 +66,13 @@ TEST(IntegerCountBox, KeepsAPersonWithinItsLimits) {
     }
 }
 
-TEST(EditBox, CutsAt255Characters) {
+TEST(EditBox, TakesOneLineOf255Characters) {
     for (const std::size_t length : {254U, 255U, 256U}) {
         CEditBox box("old");
         EXPECT_TRUE(box.UserType(std::string(length, 'x')));
         EXPECT_EQ(box.Text().size(), std::min<std::size_t>(length, 255));
+        EXPECT_TRUE(box.UserType("pasted\r\nlines"));
+        EXPECT_EQ(box.Text(), "pasted");
     }
 }
 
